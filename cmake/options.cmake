@@ -1,0 +1,34 @@
+# The one target that carries warnings and sanitizers; everything of ours links it.
+add_library(distinte_options INTERFACE)
+target_compile_options(distinte_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wconversion -Wno-sign-conversion
+  -Wcast-align -Wnull-dereference -Wimplicit-fallthrough -Werror)
+target_include_directories(distinte_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
+if(DISTINTE_SANITIZE)
+  target_compile_options(distinte_options INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  target_link_options(distinte_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# One room of the house: a static library of the .cpp files in its own folder.
+function(distinte_room name)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  if(sources)
+    add_library(${name} STATIC ${sources})
+    target_link_libraries(${name} PUBLIC distinte_options ${ARGN})
+  else()
+    add_library(${name} INTERFACE)
+    target_link_libraries(${name} INTERFACE distinte_options ${ARGN})
+  endif()
+endfunction()
+
+# The tests of one folder: one executable of all its .cpp files, its cases found by CTest.
+function(distinte_tests name)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  if(sources)
+    add_executable(${name} ${sources})
+    target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+    target_link_libraries(${name} PRIVATE distinte_options ${ARGN} GTest::gtest GTest::gtest_main)
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+  endif()
+endfunction()

@@ -1,0 +1,294 @@
+#include "plugin/contract/Snapshot.h"
+
+#include <algorithm>
+
+namespace contract {
+
+namespace {
+
+Column::Storage storageFor(FieldType type) {
+    switch (type) {
+    case FieldType::smallInt:
+    case FieldType::integer:
+    case FieldType::boolean:
+    case FieldType::tinyInt:
+    case FieldType::unsignedTinyInt:
+    case FieldType::unsignedSmallInt:
+    case FieldType::unsignedInt:
+    case FieldType::bigInt:
+        return Column::Storage::integer;
+    case FieldType::single:
+    case FieldType::doublePrecision:
+        return Column::Storage::real;
+    case FieldType::date:
+    case FieldType::dbDate:
+    case FieldType::dbTimeStamp:
+        return Column::Storage::date;
+    default:
+        return Column::Storage::text;
+    }
+}
+
+bool isDecimal(FieldType type) {
+    return type == FieldType::decimal || type == FieldType::numeric || type == FieldType::currency ||
+           type == FieldType::unsignedBigInt;
+}
+
+Value integerOf(FieldType type, std::int64_t number) {
+    switch (type) {
+    case FieldType::boolean:
+        return number != 0;
+    case FieldType::smallInt:
+    case FieldType::tinyInt:
+    case FieldType::unsignedTinyInt:
+        return static_cast<std::int16_t>(number);
+    case FieldType::integer:
+    case FieldType::unsignedSmallInt:
+        return static_cast<std::int32_t>(number);
+    default:
+        return number;
+    }
+}
+
+char lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool sameName(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return lower(x) == lower(y); });
+}
+
+} // namespace
+
+Column::Column(FieldType type) : type_(type), storage_(storageFor(type)) {
+}
+
+void Column::mark(std::size_t row, bool null) {
+    const auto word = row / 64;
+    const auto bit = std::uint64_t{1} << (row % 64);
+    if (word >= nulls_.size()) {
+        if (!null)
+            return;
+        nulls_.resize(word + 1);
+    }
+    nulls_[word] = null ? nulls_[word] | bit : nulls_[word] & ~bit;
+}
+
+void Column::placeholder() {
+    switch (storage_) {
+    case Storage::integer:
+        integers_.push_back(0);
+        break;
+    case Storage::real:
+        reals_.push_back(0);
+        break;
+    case Storage::date:
+        dates_.push_back(0);
+        break;
+    case Storage::text:
+        ends_.push_back(characters_.size());
+        break;
+    }
+    ++size_;
+}
+
+void Column::appendNull() {
+    mark(size_, true);
+    placeholder();
+}
+
+void Column::append(std::int64_t value) {
+    if (storage_ == Storage::integer) {
+        integers_.push_back(value);
+        ++size_;
+        return;
+    }
+    aside(size_, value);
+    placeholder();
+}
+
+void Column::append(double value) {
+    if (storage_ == Storage::real) {
+        reals_.push_back(value);
+        ++size_;
+        return;
+    }
+    aside(size_, value);
+    placeholder();
+}
+
+void Column::append(Date value) {
+    if (storage_ == Storage::date) {
+        dates_.push_back(value.days());
+        ++size_;
+        return;
+    }
+    aside(size_, value);
+    placeholder();
+}
+
+void Column::append(std::string_view value) {
+    if (storage_ == Storage::text) {
+        characters_.append(value);
+        ends_.push_back(characters_.size());
+        ++size_;
+        return;
+    }
+    aside(size_, value);
+    placeholder();
+}
+
+void Column::append(const Value& value) {
+    if (value.isMissing())
+        appendNull();
+    else if (const auto* text = value.as<std::string>())
+        append(std::string_view(*text));
+    else if (const auto* date = value.as<Date>())
+        append(*date);
+    else if (const auto* real = value.as<double>())
+        append(*real);
+    else if (const auto* decimal = value.as<Decimal>(); decimal && isDecimal(type_))
+        append(std::string_view(decimal->digits));
+    else if (const auto whole = value.integer(); whole && storage_ == Storage::integer)
+        append(*whole);
+    else {
+        aside(size_, value);
+        placeholder();
+    }
+}
+
+void Column::reserve(std::size_t rows) {
+    switch (storage_) {
+    case Storage::integer:
+        integers_.reserve(rows);
+        break;
+    case Storage::real:
+        reals_.reserve(rows);
+        break;
+    case Storage::date:
+        dates_.reserve(rows);
+        break;
+    case Storage::text:
+        ends_.reserve(rows);
+        break;
+    }
+}
+
+bool Column::isNull(std::size_t row) const {
+    const auto word = row / 64;
+    return word < nulls_.size() && ((nulls_[word] >> (row % 64)) & 1U) != 0;
+}
+
+Value Column::value(std::size_t row) const {
+    if (isNull(row))
+        return Value::null();
+    if (const auto* odd = findAside(row))
+        return *odd;
+    switch (storage_) {
+    case Storage::integer:
+        return integerOf(type_, integers_[row]);
+    case Storage::real:
+        return reals_[row];
+    case Storage::date:
+        return Date::fromDays(dates_[row]).value_or(Date());
+    case Storage::text:
+        break;
+    }
+    if (isDecimal(type_))
+        return Decimal{std::string(text(row))};
+    return text(row);
+}
+
+std::optional<std::int64_t> Column::integer(std::size_t row) const {
+    if (isNull(row))
+        return std::nullopt;
+    if (storage_ == Storage::integer && odd_.empty())
+        return integers_[row];
+    return value(row).integer();
+}
+
+std::string_view Column::text(std::size_t row) const {
+    if (storage_ != Storage::text) {
+        const auto* odd = findAside(row);
+        const auto* characters = odd ? odd->as<std::string>() : nullptr;
+        return characters ? std::string_view(*characters) : std::string_view();
+    }
+    if (isNull(row))
+        return {};
+    if (const auto* odd = findAside(row)) {
+        const auto* characters = odd->as<std::string>();
+        return characters ? std::string_view(*characters) : std::string_view();
+    }
+    const auto begin = row == 0 ? 0 : ends_[row - 1];
+    return std::string_view(characters_).substr(begin, ends_[row] - begin);
+}
+
+void Column::set(std::size_t row, const Value& value) {
+    mark(row, value.isMissing());
+    std::erase_if(odd_, [row](const auto& entry) { return entry.first == row; });
+    if (value.isMissing())
+        return;
+    if (const auto* date = value.as<Date>(); date && storage_ == Storage::date)
+        dates_[row] = date->days();
+    else if (const auto whole = value.integer(); whole && storage_ == Storage::integer && !value.as<std::string>())
+        integers_[row] = *whole;
+    else
+        aside(row, value);
+}
+
+void Column::aside(std::size_t row, Value value) {
+    const auto at = std::lower_bound(odd_.begin(), odd_.end(), row,
+                                     [](const auto& entry, std::size_t r) { return entry.first < r; });
+    odd_.insert(at, {row, std::move(value)});
+}
+
+const Value* Column::findAside(std::size_t row) const {
+    if (odd_.empty())
+        return nullptr;
+    const auto at = std::lower_bound(odd_.begin(), odd_.end(), row,
+                                     [](const auto& entry, std::size_t r) { return entry.first < r; });
+    return at != odd_.end() && at->first == row ? &at->second : nullptr;
+}
+
+std::size_t Column::memory() const {
+    return integers_.capacity() * sizeof(std::int64_t) + reals_.capacity() * sizeof(double) +
+           dates_.capacity() * sizeof(std::int32_t) + characters_.capacity() +
+           ends_.capacity() * sizeof(std::uint64_t) + nulls_.capacity() * sizeof(std::uint64_t) +
+           odd_.capacity() * sizeof(odd_[0]);
+}
+
+std::shared_ptr<const FieldList> Snapshot::none() {
+    static const auto empty = std::make_shared<const FieldList>();
+    return empty;
+}
+
+void Snapshot::clear() {
+    fields_ = none();
+    columns_.clear();
+    rows_ = 0;
+}
+
+void Snapshot::start(std::shared_ptr<const FieldList> fields) {
+    fields_ = std::move(fields);
+    columns_.clear();
+    columns_.reserve(fields_->size());
+    for (const auto& field : *fields_)
+        columns_.emplace_back(field.type);
+    rows_ = 0;
+}
+
+std::optional<std::size_t> Snapshot::find(std::string_view name) const {
+    for (std::size_t i = 0; i < fields_->size(); ++i)
+        if (sameName((*fields_)[i].name, name))
+            return i;
+    return std::nullopt;
+}
+
+std::size_t Snapshot::memory() const {
+    std::size_t bytes = columns_.capacity() * sizeof(Column);
+    for (const auto& column : columns_)
+        bytes += column.memory();
+    return bytes;
+}
+
+} // namespace contract
