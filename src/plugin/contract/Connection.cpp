@@ -8,7 +8,7 @@ Transaction::~Transaction() {
     if (!open_)
         return;
     try {
-        connection_.rollbackTrans();
+        connection_.RollbackTrans();
     } catch (const RuntimeError&) {
         // The error that brought us here is the one to report; a connection that cannot even roll back has none open.
         open_ = false;
@@ -16,13 +16,13 @@ Transaction::~Transaction() {
 }
 
 void Transaction::commit() {
-    connection_.commitTrans();
+    connection_.CommitTrans();
     open_ = false;
 }
 
 void Transaction::rollback() {
     open_ = false;
-    connection_.rollbackTrans();
+    connection_.RollbackTrans();
 }
 
 } // namespace contract

@@ -36,11 +36,11 @@ struct DatabaseErrorRecord {
 };
 
 /// The Errors collection of a connection: the records of the last failure, first cause first.
-using Errors = std::vector<DatabaseErrorRecord>;
+using ErrorList = std::vector<DatabaseErrorRecord>;
 
 /// A connection to a database that understands the server's dialect. Used from one thread.
 ///
-/// Every operation that fails fills errors() and throws RuntimeError with number RuntimeError::database and a
+/// Every operation that fails fills Errors() and throws RuntimeError with number RuntimeError::database and a
 /// description in the user's language that says what failed and where.
 class Connection {
 public:
@@ -49,38 +49,38 @@ public:
     Connection& operator=(const Connection&) = delete;
     virtual ~Connection() = default;
 
-    virtual std::string connectionString() const = 0;
-    /// Before open() only.
-    virtual void setConnectionString(std::string_view text) = 0;
+    virtual std::string ConnectionString() const = 0;
+    /// Before Open() only.
+    virtual void SetConnectionString(std::string_view text) = 0;
 
-    virtual void open() = 0;
+    virtual void Open() = 0;
     /// Rolls back an open transaction first. Harmless on a closed connection; never throws.
-    virtual void close() noexcept = 0;
-    virtual bool isOpen() const = 0;
+    virtual void Close() noexcept = 0;
+    virtual bool IsOpen() const = 0;
 
     /// Runs a statement whose rows, if any, are not wanted. Returns the number of rows changed.
-    virtual std::int64_t execute(const Statement& statement) = 0;
+    virtual std::int64_t Execute(const Statement& statement) = 0;
 
     /// Runs a statement and reads all its rows into the snapshot, which is cleared first. The server's result is closed
     /// when this returns. After a failure the snapshot is empty.
-    virtual void read(const Statement& statement, Snapshot& rows) = 0;
+    virtual void Read(const Statement& statement, Snapshot& rows) = 0;
 
     /// Starts a serialisable transaction; transactions do not nest (RuntimeError 5).
-    virtual void beginTrans() = 0;
-    virtual void commitTrans() = 0;
-    /// Succeeds quietly when there is no transaction, since a server may have ended it on an error; errors() then
+    virtual void BeginTrans() = 0;
+    virtual void CommitTrans() = 0;
+    /// Succeeds quietly when there is no transaction, since a server may have ended it on an error; Errors() then
     /// keeps the records of that first error.
-    virtual void rollbackTrans() = 0;
-    virtual bool inTransaction() const = 0;
+    virtual void RollbackTrans() = 0;
+    virtual bool InTransaction() const = 0;
 
     /// The records of the last operation that failed; empty before the first failure.
-    virtual const Errors& errors() const = 0;
+    virtual const ErrorList& Errors() const = 0;
 };
 
 /// Rolls the transaction back unless it was committed: whatever leaves a move by an error leaves no transaction open.
 class Transaction {
 public:
-    explicit Transaction(Connection& connection) : connection_(connection) { connection_.beginTrans(); }
+    explicit Transaction(Connection& connection) : connection_(connection) { connection_.BeginTrans(); }
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
     ~Transaction();

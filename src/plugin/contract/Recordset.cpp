@@ -15,68 +15,68 @@ namespace {
 
 } // namespace
 
-std::string_view Field::name() const {
+std::string_view Field::Name() const {
     return records_.rows().fields()[field_].name;
 }
 
-FieldType Field::type() const {
+FieldType Field::Type() const {
     return records_.rows().fields()[field_].type;
 }
 
-int Field::numericScale() const {
+int Field::NumericScale() const {
     return records_.rows().fields()[field_].numericScale;
 }
 
-Value Field::value() const {
-    const auto row = records_.row();
+Value Field::Value() const {
+    const auto row = records_.Row();
     if (!row)
         noRecord();
     return records_.rows().column(field_).value(*row);
 }
 
-void Recordset::open() {
+void Recordset::Open() {
     if (!connection_)
         throw RuntimeError(RuntimeError::objectNotSet, "Connessione non impostata.");
-    open(source_, *connection_);
+    Open(source_, *connection_);
 }
 
-void Recordset::open(const Statement& source, Connection& connection) {
-    close();
-    connection.read(source, rows_);
+void Recordset::Open(const Statement& source, Connection& connection) {
+    Close();
+    connection.Read(source, rows_);
     open_ = true;
 }
 
-void Recordset::close() {
+void Recordset::Close() {
     rows_.clear();
     row_ = 0;
     open_ = false;
 }
 
-void Recordset::moveNext() {
-    if (eof())
+void Recordset::MoveNext() {
+    if (Eof())
         noRecord();
     ++row_;
 }
 
-void Recordset::movePrevious() {
-    if (bof())
+void Recordset::MovePrevious() {
+    if (Bof())
         noRecord();
     --row_;
 }
 
-void Recordset::moveTo(std::size_t row) {
+void Recordset::MoveTo(std::size_t row) {
     if (row >= rows_.rowCount())
         noRecord();
     row_ = static_cast<std::int64_t>(row);
 }
 
-std::optional<std::size_t> Recordset::row() const {
-    if (bof() || eof())
+std::optional<std::size_t> Recordset::Row() const {
+    if (Bof() || Eof())
         return std::nullopt;
     return static_cast<std::size_t>(row_);
 }
 
-std::size_t Recordset::fieldIndex(std::string_view name) const {
+std::size_t Recordset::FieldIndex(std::string_view name) const {
     const auto index = rows_.find(name);
     if (!index)
         throw RuntimeError(RuntimeError::itemNotFound,
@@ -85,10 +85,10 @@ std::size_t Recordset::fieldIndex(std::string_view name) const {
 }
 
 Value Recordset::operator[](std::string_view name) const {
-    return field(name).value();
+    return Fields(name).Value();
 }
 
-void Recordset::setValue(std::size_t row, std::size_t field, const contract::Value& value) {
+void Recordset::SetValue(std::size_t row, std::size_t field, const contract::Value& value) {
     if (row >= rows_.rowCount())
         noRecord();
     rows_.column(field).set(row, value);

@@ -19,11 +19,11 @@ class Field {
 public:
     Field(const Recordset& records, std::size_t field) : records_(records), field_(field) {}
 
-    std::string_view name() const;
-    FieldType type() const;
-    int numericScale() const;
+    std::string_view Name() const;
+    FieldType Type() const;
+    int NumericScale() const;
     /// Throws RuntimeError 3021 when the record set stands on no record.
-    contract::Value value() const;
+    contract::Value Value() const;
 
 private:
     const Recordset& records_;
@@ -35,50 +35,50 @@ private:
 /// It is empty exactly when BOF and EOF hold together. A record set that was never opened is empty.
 class Recordset {
 public:
-    void setActiveConnection(std::shared_ptr<Connection> connection) { connection_ = std::move(connection); }
-    void setSource(Statement statement) { source_ = std::move(statement); }
-    const Statement& source() const { return source_; }
-    void setMarshalOptions(MarshalOptions options) { marshalOptions_ = options; }
-    MarshalOptions marshalOptions() const { return marshalOptions_; }
+    void SetActiveConnection(std::shared_ptr<Connection> connection) { connection_ = std::move(connection); }
+    void SetSource(Statement statement) { source_ = std::move(statement); }
+    const Statement& Source() const { return source_; }
+    void SetMarshalOptions(MarshalOptions options) { marshalOptions_ = options; }
+    MarshalOptions GetMarshalOptions() const { return marshalOptions_; }
 
     /// Reads the source over the active connection and stands on the first record. Throws what the connection throws,
     /// RuntimeError 91 without a connection; the record set is empty then.
-    void open();
-    void open(const Statement& source, Connection& connection);
+    void Open();
+    void Open(const Statement& source, Connection& connection);
     /// Back to no fields and no rows.
-    void close();
-    bool isOpen() const { return open_; }
+    void Close();
+    bool IsOpen() const { return open_; }
 
-    bool bof() const { return row_ < 0 || rows_.rowCount() == 0; }
-    bool eof() const { return row_ >= static_cast<std::int64_t>(rows_.rowCount()); }
-    bool empty() const { return rows_.rowCount() == 0; }
-    std::size_t recordCount() const { return rows_.rowCount(); }
+    bool Bof() const { return row_ < 0 || rows_.rowCount() == 0; }
+    bool Eof() const { return row_ >= static_cast<std::int64_t>(rows_.rowCount()); }
+    bool Empty() const { return rows_.rowCount() == 0; }
+    std::size_t RecordCount() const { return rows_.rowCount(); }
 
-    void moveFirst() { row_ = 0; }
-    void moveNext();
-    void movePrevious();
+    void MoveFirst() { row_ = 0; }
+    void MoveNext();
+    void MovePrevious();
     /// To the record of that row, counted from 0. Throws RuntimeError 3021 when there is none.
-    void moveTo(std::size_t row);
+    void MoveTo(std::size_t row);
     /// Past the last record.
-    void moveEnd() { row_ = static_cast<std::int64_t>(rows_.rowCount()); }
+    void MoveEnd() { row_ = static_cast<std::int64_t>(rows_.rowCount()); }
     /// Row of the current record, counted from 0; nothing at BOF or EOF.
-    std::optional<std::size_t> row() const;
+    std::optional<std::size_t> Row() const;
 
-    std::size_t fieldCount() const { return rows_.fields().size(); }
+    std::size_t FieldCount() const { return rows_.fields().size(); }
     /// Throws RuntimeError 3265 when there is no such field.
-    std::size_t fieldIndex(std::string_view name) const;
-    contract::Field field(std::size_t index) const { return {*this, index}; }
-    contract::Field field(std::string_view name) const { return {*this, fieldIndex(name)}; }
+    std::size_t FieldIndex(std::string_view name) const;
+    contract::Field Fields(std::size_t index) const { return {*this, index}; }
+    contract::Field Fields(std::string_view name) const { return {*this, FieldIndex(name)}; }
 
     /// The current record's value. Throws RuntimeError 3265 for an unknown name, 3021 where there is no record.
     contract::Value operator[](std::string_view name) const;
 
     /// Changes a value of the client's copy; the database is not touched.
-    void setValue(std::size_t row, std::size_t field, const contract::Value& value);
+    void SetValue(std::size_t row, std::size_t field, const contract::Value& value);
 
     const Snapshot& rows() const { return rows_; }
     /// To fill a record set without a connection. Stands on the first record afterwards if the caller calls
-    /// moveFirst().
+    /// MoveFirst().
     Snapshot& fill() {
         open_ = true;
         row_ = 0;
