@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <charconv>
 #include <cstring>
+#include <functional>
+#include <set>
 
 namespace contract {
 
@@ -80,6 +82,25 @@ Statement& Statement::date(Date value) {
     Piece piece;
     piece.kind = Kind::date;
     piece.number = value.days();
+    add(piece);
+    return *this;
+}
+
+Statement& Statement::identifier(std::string_view name) {
+    const auto allowed = [](char c) {
+        return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
+    };
+    if (name.empty() || !std::all_of(name.begin(), name.end(), allowed))
+        throw RuntimeError(RuntimeError::invalidCall,
+                           "\"" + std::string(name) + "\" non è un nome di tabella o colonna.");
+    // Names are few and live as long as the program, as literals do.
+    static std::set<std::string, std::less<>> names;
+    auto at = names.find(name);
+    if (at == names.end())
+        at = names.insert(std::string(name)).first;
+    Piece piece;
+    piece.data = at->data();
+    piece.size = at->size();
     add(piece);
     return *this;
 }

@@ -57,6 +57,10 @@ public:
     Statement& text(std::string_view value);
     Statement& date(Date value);
 
+    /// A name of a table or column that is known only while the program runs, as a fixed fragment: ASCII letters,
+    /// digits and underscores. Throws RuntimeError 5 for anything else.
+    Statement& identifier(std::string_view name);
+
     /// A value written bare: nothing at all when it is missing, else its decimal form; a boolean as 1 or 0, a text only
     /// if it is a whole number. Throws RuntimeError 13 for any other text and for a date.
     Statement& bare(const Value& value);
