@@ -16,7 +16,11 @@ public:
     virtual void setCaption(std::string_view caption) = 0;
 };
 
-class Label : public Captioned {};
+class Label : public Captioned {
+public:
+    /// Drawn as the title of the part of the form that it heads.
+    virtual void setHeading(bool heading) { static_cast<void>(heading); }
+};
 
 /// A panel in which other controls stand. With a caption it draws none itself; a GroupBox does.
 class Frame : public Captioned {

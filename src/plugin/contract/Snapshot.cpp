@@ -1,6 +1,7 @@
 #include "plugin/contract/Snapshot.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace contract {
 
@@ -34,6 +35,13 @@ bool isDecimal(FieldType type) {
            type == FieldType::unsignedBigInt;
 }
 
+template <class T> Value narrowed(std::int64_t number) {
+    // An engine may keep a number that is wider than its column's type; it stays the number it is.
+    if (std::in_range<T>(number))
+        return static_cast<T>(number);
+    return number;
+}
+
 Value integerOf(FieldType type, std::int64_t number) {
     switch (type) {
     case FieldType::boolean:
@@ -41,10 +49,10 @@ Value integerOf(FieldType type, std::int64_t number) {
     case FieldType::smallInt:
     case FieldType::tinyInt:
     case FieldType::unsignedTinyInt:
-        return static_cast<std::int16_t>(number);
+        return narrowed<std::int16_t>(number);
     case FieldType::integer:
     case FieldType::unsignedSmallInt:
-        return static_cast<std::int32_t>(number);
+        return narrowed<std::int32_t>(number);
     default:
         return number;
     }

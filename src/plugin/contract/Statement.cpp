@@ -182,4 +182,17 @@ bool Statement::sameShape(const Statement& other) const {
                       });
 }
 
+Statement Statement::withoutValues() const {
+    Statement result;
+    result.pieces_ = pieces_;
+    result.shape_ = shape_;
+    for (auto& piece : result.pieces_)
+        if (piece.kind != Kind::fragment) {
+            piece.number = 0;
+            piece.size = 0;
+            piece.offset = 0;
+        }
+    return result;
+}
+
 } // namespace contract

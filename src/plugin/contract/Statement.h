@@ -83,6 +83,9 @@ public:
     /// Whether both have the same fragments, to the byte, and arguments of the same kinds in the same places.
     bool sameShape(const Statement& other) const;
 
+    /// A statement of the same shape whose arguments have no values: what is kept to recognise the shape by.
+    Statement withoutValues() const;
+
 private:
     void add(const Piece& piece);
 

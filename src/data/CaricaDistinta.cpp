@@ -1,0 +1,90 @@
+#include "data/CaricaDistinta.h"
+
+#include "data/IstruzioniDistinta.h"
+
+#include <optional>
+#include <string>
+
+namespace qz {
+
+namespace {
+
+constexpr std::string_view campoChiave = "QZ02_ID";
+constexpr std::string_view campoPadre = "QZ02_IDPARENT_QZ02";
+
+void leggiDivisione(StatoForm& stato, Lato& lato, std::string_view idTipo) {
+    contract::Recordset tipo;
+    tipo.Open(istruzioneDivisione(lato.descrizione, idTipo), *stato.connessione);
+    if (tipo.Bof() || tipo.Eof()) {
+        lato.Divisione.clear();
+        if (lato.descrizione.leggeGuid)
+            lato.GuidDistinta.clear();
+    } else {
+        lato.Divisione = FormBase::ValoreODefault(tipo["QZ01_IDDIV_CO1A"], "").text();
+        if (lato.descrizione.leggeGuid)
+            lato.GuidDistinta = FormBase::ValoreODefault(tipo["QZ01_GUID"], "").text();
+    }
+    tipo.Close();
+}
+
+std::optional<std::int64_t> nodoInFuoco(const Lato& lato) {
+    const auto nodo = lato.vuoto() ? contract::Node{} : lato.albero->focused();
+    return nodo ? std::optional(lato.albero->key(nodo)) : std::nullopt;
+}
+
+/// The depth counter is deliberately not reset first: it holds the largest depth seen since the form opened.
+void contaProfondita(Lato& lato) {
+    auto nodo = lato.albero->firstNode();
+    for (std::size_t visite = lato.dati->RecordCount(); visite > 0 && nodo; --visite) {
+        const int livello = lato.albero->level(nodo);
+        if (livello > lato.LivelloMax)
+            lato.LivelloMax = static_cast<std::int16_t>(livello);
+        nodo = lato.albero->next(nodo);
+    }
+}
+
+} // namespace
+
+void scriviDidascaliaLivello(Lato& lato, bool comprimi) {
+    lato.livelli->setCaption((comprimi ? "Comprimi liv." : "Espandi liv.") + std::to_string(lato.LivelloCorrente + 1));
+}
+
+void CaricaDistinta(StatoForm& stato, Lato& lato, std::string_view idTipo) {
+    // The id may live in the side itself, which changes below.
+    const std::string id(idTipo);
+    stato.procedura(lato.descrizione.nomeCarica, [&](auto& passo) {
+        std::optional<std::int64_t> fuoco;
+        auto righe = std::make_shared<contract::Recordset>();
+        passo([&] { leggiDivisione(stato, lato, id); });
+        passo([&] {
+            if (lato.IdDistinta == id)
+                fuoco = nodoInFuoco(lato);
+            lato.IdDistinta = id;
+            lato.istruzione = istruzioneNodi(lato.descrizione, stato.ditta(), lato.TipoCF, id);
+        });
+        passo([&] { righe->Open(lato.istruzione, *stato.connessione); });
+        if (righe->Empty()) {
+            // The empty record set becomes the side's: a command must not act on a row that is no longer shown.
+            lato.dati = righe;
+            passo([&] {
+                lato.albero->clearNodes();
+                lato.albero->unbind();
+            });
+            return;
+        }
+        passo([&] { lato.dati = lato.frame->load(lato.istruzione, righe); });
+        passo([&] { lato.albero->bind(lato.dati, campoChiave, campoPadre, fuoco); });
+        passo([&] { contaProfondita(lato); });
+        passo([&] {
+            lato.LivelloCorrente = lato.LivelloMax;
+            scriviDidascaliaLivello(lato, true);
+        });
+    });
+}
+
+void RicaricaAlberi(StatoForm& stato) {
+    CaricaDistinta(stato, stato.origine, stato.origine.IdDistinta);
+    CaricaDistinta(stato, stato.destinazione, stato.destinazione.IdDistinta);
+}
+
+} // namespace qz

@@ -1,0 +1,66 @@
+#include "data/DettaglioAnagrafica.h"
+
+#include "data/Formattazione.h"
+#include "data/IstruzioniDettaglio.h"
+
+#include <string>
+
+namespace qz {
+
+namespace {
+
+// Measures for 8 points; the resize control scales them.
+constexpr contract::Twips altezzaRiga = 260;
+constexpr contract::Twips larghezzaNomi = 1900;
+
+contract::Statement componi(const StatoForm& stato, const contract::Value& codice, std::string_view divisione) {
+    const SoggettoDettaglio soggetto{stato.ditta(), stato.origine.TipoCF, codice};
+    const std::string applicata = FormBase::ValoreODefault(contract::Value(divisione), "").text();
+    return applicata.empty() ? istruzioneDettaglio(stato.parametri, soggetto)
+                             : istruzioneDettaglioDivisione(stato.parametri, soggetto, applicata);
+}
+
+std::string testoDelCampo(StatoForm& stato, const contract::Field& campo) {
+    std::string testo;
+    stato.procedura("CaricaDatiAnagrafici", [&](auto& passo) {
+        passo([&] { testo = formattaValore(campo.Type(), campo.NumericScale(), campo.Value()); });
+    });
+    return testo;
+}
+
+} // namespace
+
+void CaricaDatiAnagrafici(StatoForm& stato, const contract::Value& codice, contract::DetailGrid& griglia,
+                          std::string_view divisione) {
+    // The report's name is shared with the load of the form.
+    stato.procedura("Form_Load", [&](auto& passo) {
+        contract::Recordset dati;
+        passo([&] { dati.Open(componi(stato, codice, divisione), *stato.connessione); });
+        passo([&] { griglia.setColumnWidth(0, stato.ridimensionamento->scaled(larghezzaNomi)); });
+        if (dati.Empty()) {
+            passo([&] { griglia.setRowCount(0); });
+            return;
+        }
+        passo([&] {
+            griglia.setRowCount(dati.FieldCount());
+            const auto altezza = stato.ridimensionamento->scaled(altezzaRiga);
+            for (std::size_t riga = 0; riga < dati.FieldCount(); ++riga) {
+                const auto campo = dati.Fields(riga);
+                griglia.setRowHeight(riga, altezza);
+                griglia.setCell(riga, 0, campo.Name());
+                griglia.setCell(riga, 1, testoDelCampo(stato, campo));
+            }
+        });
+        passo([&] { dati.Close(); });
+    });
+}
+
+void SvuotaFlex(StatoForm& stato, contract::DetailGrid& griglia) {
+    stato.procedura("SvuotaFlex", [&](auto& passo) {
+        passo([&] { stato.form->lockUpdate(true); });
+        passo([&] { griglia.clear(); });
+        passo([&] { stato.form->lockUpdate(false); });
+    });
+}
+
+} // namespace qz

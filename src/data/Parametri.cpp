@@ -1,0 +1,80 @@
+#include "data/Parametri.h"
+
+#include <optional>
+
+namespace qz {
+
+namespace {
+
+// The end of a missing row, and the one of a row whose end is null ('01/01/2099' in the statement), differ on purpose.
+constexpr std::string_view inizioSenzaRiga = "01/01/2000";
+constexpr std::string_view fineSenzaRiga = "31/12/2099";
+
+bool flag(const contract::Value& valore) {
+    return valore.integer().value_or(0) != 0;
+}
+
+contract::Date dataDi(const contract::Value& valore) {
+    const auto data = valore.date();
+    if (!data)
+        throw contract::RuntimeError(contract::RuntimeError::typeMismatch,
+                                     "Tipo non corrispondente: \"" + valore.text() + "\" non è una data.");
+    return *data;
+}
+
+} // namespace
+
+contract::Statement istruzioneParametri(std::int64_t ditta) {
+    contract::Statement s;
+    s << " SELECT   QZ03_ID_WF02 AS StatoLegame, "
+      << " ISNULL(QZ03_TIPOCARICODATA,0) AS TipoCaricaDATA, "
+      << " ISNULL(QZ03_DATAINIZIOVAL,'01/01/2000') AS DataFissaINIZIO, "
+      << " ISNULL(QZ03_DATAFINEVAL,'01/01/2099') AS DataFissaFINE, "
+      << " ISNULL(QZ03_FLG_ANAG,0) AS flg_Anagrafica, "
+      << " ISNULL(QZ03_FLG_CONDVEND,0) AS flg_CondVendita, "
+      << " ISNULL(QZ03_FLG_CLAS,0) AS flg_Classificazioni, "
+      << " ISNULL(QZ03_FLG_PROV,0) AS flg_Provvigioni,"
+      << " ISNULL(QZ03_TIPOANAGFATT,0) AS TipoCaricaFatt"
+      << " FROM  QZ03_PARAMETRI"
+      << " WHERE QZ03_DITTA_CG18 = ";
+    return s.number(ditta);
+}
+
+void CaricaParametri(StatoForm& stato) {
+    stato.procedura("CaricaParametri", [&](auto& passo) {
+        contract::Recordset riga;
+        bool letta = false;
+        passo([&] {
+            riga.Open(istruzioneParametri(stato.ditta()), *stato.connessione);
+            letta = true;
+        });
+        if (!letta)
+            return;
+        passo([&] {
+            LinkParameters nuovi = stato.parametri;
+            if (riga.Empty()) {
+                nuovi.StatoLegame = 0;
+                nuovi.TipoCaricaDATA = 0;
+                nuovi.DataFissaINIZIO = contract::Date::parse(inizioSenzaRiga);
+                nuovi.DataFissaFINE = contract::Date::parse(fineSenzaRiga);
+                nuovi.flg_Anagrafica = true;
+                nuovi.flg_CondVendita = true;
+                nuovi.flg_Classificazioni = true;
+                nuovi.flg_Provvigioni = true;
+            } else {
+                // The state of new links is selected and not read: it keeps the value it had.
+                nuovi.TipoCaricaDATA = static_cast<std::int16_t>(riga["TipoCaricaDATA"].integer().value_or(0));
+                nuovi.DataFissaINIZIO = dataDi(riga["DataFissaINIZIO"]);
+                nuovi.DataFissaFINE = dataDi(riga["DataFissaFINE"]);
+                nuovi.flg_Anagrafica = flag(riga["flg_Anagrafica"]);
+                nuovi.flg_CondVendita = flag(riga["flg_CondVendita"]);
+                nuovi.flg_Classificazioni = flag(riga["flg_Classificazioni"]);
+                nuovi.flg_Provvigioni = flag(riga["flg_Provvigioni"]);
+            }
+            stato.parametri = nuovi;
+        });
+        passo([&] { riga.Close(); });
+    });
+}
+
+} // namespace qz

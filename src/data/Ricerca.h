@@ -1,0 +1,37 @@
+#pragma once
+
+#include "data/BloccoRicerca.h"
+#include "form/shared/StatoForm.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace qz {
+
+/// Search of a side's tree for the text of its search field.
+class Ricerca {
+public:
+    Ricerca(StatoForm& stato, Lato& lato) : stato_(stato), lato_(lato) {}
+
+    /// Moves the focus to the next node, the focused one first, whose value in that tree column contains the text,
+    /// without regard to case; after the last node it goes on at the first. Nothing changes when there is none.
+    /// Reports an unknown column.
+    void CercaNellaDistinta(std::string_view colonna);
+
+    /// An item of the search menu was chosen; the focus goes to the tree.
+    void menuScelto(std::string_view chiave);
+    /// A key was pressed in the search field: Enter searches by name, the focus goes to the tree.
+    void tastoPremuto(int codice);
+
+private:
+    const BloccoRicerca& blocco(std::string_view colonna);
+
+    StatoForm& stato_;
+    Lato& lato_;
+    std::weak_ptr<contract::Recordset> datiDelBlocco_;
+    std::map<std::string, BloccoRicerca, std::less<>> blocchi_;
+};
+
+} // namespace qz

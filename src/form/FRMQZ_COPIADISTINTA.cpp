@@ -1,0 +1,250 @@
+#include "form/FRMQZ_COPIADISTINTA.h"
+
+#include "data/CaricaDistinta.h"
+#include "data/DettaglioAnagrafica.h"
+#include "data/Parametri.h"
+#include "data/TipiDistinta.h"
+#include "interaction/FRMQZ_DATAFINELEGAME.h"
+#include "interaction/FRMQZ_PARAMETRI.h"
+#include "maintenance/Livelli.h"
+
+namespace qz {
+
+FRMQZ_COPIADISTINTA::FRMQZ_COPIADISTINTA()
+    : comandi_(stato_), modifica_(stato_), selezione_(stato_), menu_(stato_), ricercaOrig_(stato_, stato_.origine),
+      ricercaDest_(stato_, stato_.destinazione) {
+    comandi_.chiediDataFine = [this] { chiediDataFine(); };
+    modifica_.apriEditorStato = [this](contract::Node nodo) { menu_.apriEditorStato(nodo); };
+    selezione_.apriScheda = [this] { menu_.CollegamentoSchedaAnag(); };
+}
+
+FRMQZ_COPIADISTINTA::~FRMQZ_COPIADISTINTA() = default;
+
+void FRMQZ_COPIADISTINTA::Caption(std::string_view didascalia) {
+    if (!stato_.form) {
+        stato_.form = stato_.globale().controls()->newDocumentForm("FRMQZ_COPIADISTINTA");
+        finestra_ = stato_.form.get();
+        creaControlli(stato_, controlli_);
+        collegaEventi();
+    }
+    stato_.form->setCaption(didascalia);
+}
+
+void FRMQZ_COPIADISTINTA::Show(bool modale) {
+    if (!stato_.form)
+        throw contract::RuntimeError(contract::RuntimeError::objectNotSet, "Variabile oggetto non impostata.");
+    stato_.form->show(modale);
+}
+
+bool FRMQZ_COPIADISTINTA::Unload() {
+    return !stato_.form || stato_.form->unload();
+}
+
+void FRMQZ_COPIADISTINTA::collegaEventi() {
+    auto& form = *stato_.form;
+    form.Load = [this] { Form_Load(); };
+    form.Activate = [this] { Form_Activate(); };
+    form.QueryUnload = [this](bool& annulla) { Form_QueryUnload(annulla); };
+    form.Unload = [this] { Form_UnLoad(); };
+    controlli_.MDIActiveX1->FormLoad = [this] { MDIActiveX1_FormLoad(); };
+    controlli_.KVT_RESIZEFORM->Setup = [this] { registraRidimensionamento(); };
+    controlli_.KVT_RESIZEFORM->AfterResize = [this] { Ridisponi(); };
+    controlli_.SPLITTERVerticale->Move = [this] { Ridisponi(); };
+
+    collegaLato(stato_.origine, ricercaOrig_);
+    collegaLato(stato_.destinazione, ricercaDest_);
+
+    auto& orig = *stato_.origine.albero;
+    orig.OnChangeNode = [this] { modifica_.TRW_ELEMDISTINTAORIG_OnChangeNode(); };
+    orig.OnChangeNodeEx = [this] {
+        modifica_.TRW_ELEMDISTINTAORIG_OnChangeNodeEx();
+        descriviSpostamento();
+    };
+    orig.OnCheckChanged = [this](contract::Node nodo, int casella) { selezione_.PropagaFigli(nodo, casella); };
+
+    auto& dest = *stato_.destinazione.albero;
+    dest.OnChangeNode = [this] { modifica_.TRW_ELEMDISTINTADEST_OnChangeNode(); };
+    dest.OnChangeNodeEx = [this] {
+        modifica_.TRW_ELEMDISTINTADEST_OnChangeNodeEx();
+        descriviSpostamento();
+    };
+    dest.OnEdited = [this](contract::Node nodo) { modifica_.TRW_ELEMDISTINTADEST_OnEdited(nodo); };
+    dest.OnChangedColumn = [this](contract::Node nodo) { modifica_.TRW_ELEMDISTINTADEST_OnChangedColumn(nodo); };
+    stato_.destinazione.frame->ChangeStatus = [this](int nuovo) { FME_CopiaDistintaDest_ChangeStatus(nuovo); };
+    stato_.campoStato->AfterItem = [this] { menu_.TXT_QZ02_STATO_AfterItem(); };
+
+    controlli_.CMD_SPOSTASTRU->ButtonClick = [this] { comandi_.CMD_SPOSTASTRU_ButtonClick(); };
+    controlli_.CMD_SPOSTAVALID->ButtonClick = [this] { comandi_.CMD_SPOSTAVALID_ButtonClick(); };
+    controlli_.CMD_PARAMETRI->ButtonClick = [this] { CMD_PARAMETRI_ButtonClick(); };
+    controlli_.CMD_VISTOPSX->ButtonClick = [this] { CMD_VISTOP_ButtonClick("CMD_VISTOPSX_ButtonClick"); };
+    controlli_.CMD_VISTOPDX->ButtonClick = [this] { CMD_VISTOP_ButtonClick("CMD_VISTOPDX_ButtonClick"); };
+}
+
+void FRMQZ_COPIADISTINTA::collegaLato(Lato& lato, Ricerca& ricerca) {
+    lato.tipi->Click = [this, &lato] { TipoScelto(stato_, lato); };
+    lato.cerca->KeyPress = [&ricerca](int codice) { ricerca.tastoPremuto(codice); };
+    lato.menuCerca->MenuClick = [&ricerca](const std::string& chiave) { ricerca.menuScelto(chiave); };
+    lato.livelli->ButtonClick = [this, &lato] { CMD_ESPANDICOLLASSA_ButtonClick(stato_, lato); };
+    lato.divisorio->Move = [this] { Ridisponi(); };
+    lato.albero->OnMouseDown = [this, &lato](contract::MouseButton tasto, int, contract::Twips x, contract::Twips y) {
+        selezione_.OnMouseDown(lato, tasto, x, y);
+    };
+    lato.albero->OnHyperLink = [this, &lato](contract::Node, const std::string&) { selezione_.OnHyperLink(lato); };
+    lato.menu->Click = [this, &lato](const std::string& voce) {
+        if (voce.starts_with("mnuSchedaCF"))
+            menu_.mnuSchedaCF_Click(lato);
+        else if (voce.starts_with("mnuAnagCF"))
+            menu_.mnuAnagCF_Click(lato);
+        else if (voce == "mnuStatoLegame")
+            menu_.mnuStatoLegame_Click();
+        else if (voce == "mnuRilasciaFigli")
+            menu_.mnuRilasciaFigli_Click();
+    };
+}
+
+void FRMQZ_COPIADISTINTA::CaricaDistintaOrig(std::string_view idTipo) {
+    CaricaDistinta(stato_, stato_.origine, idTipo);
+}
+
+void FRMQZ_COPIADISTINTA::CaricaDistintaDest(std::string_view idTipo) {
+    CaricaDistinta(stato_, stato_.destinazione, idTipo);
+}
+
+void FRMQZ_COPIADISTINTA::chiediDataFine() {
+    FRMQZ_DATAFINELEGAME dialogo(stato_);
+    dialogo.mostra();
+}
+
+void FRMQZ_COPIADISTINTA::aggiornaDettaglio(Lato& lato) {
+    if (lato.senzaRecord())
+        return;
+    CaricaDatiAnagrafici(stato_, FormBase::ValoreODefault((*lato.dati)["QZ02_CLIFOR_CG44"], std::int32_t{0}),
+                         *lato.dettaglio, lato.Divisione);
+}
+
+void FRMQZ_COPIADISTINTA::CMD_PARAMETRI_ButtonClick() {
+    stato_.procedura("CMD_PARAMETRI_ButtonClick", [&](auto& passo) {
+        passo([&] {
+            FRMQZ_PARAMETRI parametri(stato_);
+            parametri.mostra();
+        });
+        passo([&] { CaricaParametri(stato_); });
+        passo([&] { aggiornaDettaglio(stato_.origine); });
+        passo([&] { aggiornaDettaglio(stato_.destinazione); });
+    });
+}
+
+void FRMQZ_COPIADISTINTA::CMD_VISTOP_ButtonClick(std::string_view nome) {
+    stato_.procedura(nome, [&](auto& passo) {
+        passo([&] {
+            stato_.selezioneNascosta = !stato_.selezioneNascosta;
+            if (stato_.selezioneNascosta)
+                NascondiSelezioneDistinta();
+            else
+                VisualizzaSelezioneDistinta();
+        });
+        passo([&] { Ridisponi(); });
+    });
+}
+
+void FRMQZ_COPIADISTINTA::FME_CopiaDistintaDest_ChangeStatus(int stato) {
+    stato_.procedura("FME_CopiaDistintaDest_ChangeStatus", [&](auto& passo) {
+        if (stato != contract::DataFrame::browsing)
+            return;
+        passo([&] {
+            if (!gestoreDest_)
+                return;
+            const bool puoChiudere = gestoreDest_->closeQuery(true);
+            if (const auto servizio = stato_.globale().scriptService())
+                servizio->setCanClose(puoChiudere);
+        });
+    });
+}
+
+void FRMQZ_COPIADISTINTA::EsciForm() {
+    stato_.procedura("EsciForm", [&](auto& passo) {
+        passo([&] {
+            stato_.messaggio("Cambiando l'azienda di lavoro è necessario uscire e rientrare nel programma.",
+                             contract::message::exclamation);
+        });
+        passo([&] { Unload(); });
+    });
+}
+
+/// Says in words what the move buttons would do.
+void FRMQZ_COPIADISTINTA::descriviSpostamento() {
+    if (stato_.ospite == nullptr || !stato_.ospite->StatusBar())
+        return;
+    const auto nome = [](const Lato& lato) {
+        return (*lato.dati)["QZ02_CLIFOR_CG44"].text() + " " + (*lato.dati)["RagioneSociale"].text();
+    };
+    const auto& orig = stato_.origine;
+    const auto& dest = stato_.destinazione;
+    std::string testo;
+    if (orig.senzaRecord())
+        testo = "Scegliere un nodo nella distinta di origine.";
+    else if (dest.senzaRecord())
+        testo = "Scegliere un nodo nella distinta di destinazione.";
+    else if (orig.TipoCF != dest.TipoCF)
+        testo = "Le due distinte sono di tipologia diversa: non si può spostare.";
+    else {
+        const auto nodi = orig.albero->descendants(orig.albero->focused()) + 1;
+        testo = "Sposta: " + nome(orig) + " (" + std::to_string(nodi) + (nodi == 1 ? " nodo" : " nodi") +
+                ")  →  sotto " + nome(dest);
+    }
+    stato_.ospite->StatusBar()->setText(testo);
+}
+
+bool FRMQZ_COPIADISTINTA::comandoMenu(std::string_view nome) {
+    if (nome != "mnuDettagli" || !stato_.form)
+        return false;
+    stato_.procedura("mnuDettagli_Click", [&](auto& passo) {
+        passo([&] {
+            if (stato_.dettagliNascosti)
+                VisualizzaDettagli();
+            else
+                NascondiDettagli();
+        });
+        passo([&] { Ridisponi(); });
+    });
+    return true;
+}
+
+std::vector<std::pair<std::string, contract::Value>> FRMQZ_COPIADISTINTA::valoriStato() const {
+    const auto data = [](const std::optional<contract::Date>& giorno) {
+        return giorno ? contract::Value(*giorno) : contract::Value::null();
+    };
+    const auto& orig = stato_.origine;
+    const auto& dest = stato_.destinazione;
+    contract::Value nodoStato = contract::Value::null();
+    if (stato_.NodoStatoDest && static_cast<std::size_t>(stato_.NodoStatoDest.position) < dest.albero->nodeCount())
+        nodoStato = dest.albero->key(stato_.NodoStatoDest);
+    return {{"IdDistintaOrig", orig.IdDistinta},
+            {"IdDistintaDest", dest.IdDistinta},
+            {"DivisioneOrig", orig.Divisione},
+            {"DivisioneDest", dest.Divisione},
+            {"GuidDistintaDest", dest.GuidDistinta},
+            {"DataFineLegame", stato_.DataFineLegame},
+            {"TipoCFOrig", orig.TipoCF},
+            {"TipoCFDest", dest.TipoCF},
+            {"LivelloMaxOrig", orig.LivelloMax},
+            {"LivelloCorrenteOrig", orig.LivelloCorrente},
+            {"LivelloMaxDest", dest.LivelloMax},
+            {"LivelloCorrenteDest", dest.LivelloCorrente},
+            {"CodiceAnagMenu", stato_.CodiceAnagMenu},
+            {"TipoAnagMenu", std::int32_t(stato_.TipoAnagMenu.integer().value_or(0))},
+            {"StatoLegame", stato_.parametri.StatoLegame},
+            {"TipoCaricaDATA", stato_.parametri.TipoCaricaDATA},
+            {"DataInizioNodoDest", data(stato_.DataInizioNodoDest)},
+            {"DataFineNodoDest", data(stato_.DataFineNodoDest)},
+            {"DataFissaINIZIO", data(stato_.parametri.DataFissaINIZIO)},
+            {"DataFissaFINE", data(stato_.parametri.DataFissaFINE)},
+            {"flg_Anagrafica", stato_.parametri.flg_Anagrafica},
+            {"flg_CondVendita", stato_.parametri.flg_CondVendita},
+            {"flg_Classificazioni", stato_.parametri.flg_Classificazioni},
+            {"flg_Provvigioni", stato_.parametri.flg_Provvigioni},
+            {"NodoStatoDest", nodoStato},
+            {"MessaggioSpostamento", stato_.MessaggioSpostamento}};
+}
+
+} // namespace qz

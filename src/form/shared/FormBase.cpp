@@ -1,0 +1,44 @@
+#include "form/shared/FormBase.h"
+
+#include "form/shared/MODQZ_DISTINTA.h"
+
+namespace qz {
+
+int FormBase::VisualizzaErrore(std::string_view procedura, const contract::RuntimeError& errore) noexcept {
+    int risposta = contract::message::answerAbort;
+    try {
+        mostra(procedura, errore, risposta);
+    } catch (const std::exception&) {
+        // Showing failed as well, which is so when there is no log class: the answer stays what it was.
+        return risposta;
+    }
+    return risposta;
+}
+
+void FormBase::mostra(std::string_view procedura, const contract::RuntimeError& errore, int& risposta) {
+    if (!classeLog) {
+        risposta = contract::message::answerAbort;
+        messaggio("Classe Log non settata", contract::message::ok);
+        return;
+    }
+    classeLog->vbError(errore);
+    if (connessione)
+        classeLog->ADOError(connessione->Errors());
+    risposta = classeLog->ShowError(nomeApplicazione, didascalia(), procedura, contract::message::errorDisplay);
+}
+
+contract::Value FormBase::ValoreODefault(const contract::Value& valore, const contract::Value& predefinito) {
+    if (valore.isMissing())
+        return predefinito;
+    if (const auto* testo = valore.as<std::string>(); testo && senzaBlanks(*testo).empty())
+        return predefinito;
+    return valore;
+}
+
+int FormBase::messaggio(std::string_view testo, int stile) {
+    if (!classeLog)
+        throw contract::RuntimeError(contract::RuntimeError::objectNotSet, "Variabile oggetto non impostata.");
+    return classeLog->ShowMessage(didascalia(), testo, stile);
+}
+
+} // namespace qz

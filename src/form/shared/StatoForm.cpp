@@ -1,0 +1,37 @@
+#include "form/shared/StatoForm.h"
+
+namespace qz {
+
+namespace {
+
+template <class Oggetto> Oggetto& presente(const std::shared_ptr<Oggetto>& oggetto) {
+    if (!oggetto)
+        throw contract::RuntimeError(contract::RuntimeError::objectNotSet, "Variabile oggetto non impostata.");
+    return *oggetto;
+}
+
+} // namespace
+
+std::int64_t StatoForm::ditta() const {
+    const auto numero = dittaDiLavoro.integer();
+    if (!numero)
+        throw contract::RuntimeError(contract::RuntimeError::typeMismatch, "Azienda di lavoro non impostata.");
+    return *numero;
+}
+
+contract::ClsGlobal& StatoForm::globale() const {
+    if (ospite == nullptr)
+        throw contract::RuntimeError(contract::RuntimeError::objectNotSet, "Interfaccia dell'ospite non impostata.");
+    // The host interface shares the object, so it outlives the reference.
+    return presente(ospite->ClsGlobal());
+}
+
+std::string StatoForm::utente() const {
+    return presente(globale().userService()).UserCode();
+}
+
+std::string StatoForm::gruppo() const {
+    return presente(globale().userService()).GroupCode();
+}
+
+} // namespace qz

@@ -1,0 +1,96 @@
+#include "interaction/FRMQZ_DATAFINELEGAME.h"
+
+#include "form/shared/MODQZ_DISTINTA.h"
+
+namespace qz {
+
+namespace {
+
+// Measures for 8 points.
+constexpr contract::Twips larghezza = 4800;
+constexpr contract::Twips altezza = 2250;
+constexpr contract::Twips margine = 180;
+constexpr contract::Twips altezzaGruppo = 1050;
+constexpr contract::Twips altezzaCampo = 360;
+constexpr contract::Twips larghezzaPulsante = 1350;
+constexpr contract::Twips altezzaPulsante = 420;
+
+} // namespace
+
+FRMQZ_DATAFINELEGAME::FRMQZ_DATAFINELEGAME(StatoForm& FormChiamante)
+    : formChiamante_(FormChiamante), form_(FormChiamante.globale().controls()->newDialog("FRMQZ_DATAFINELEGAME")) {
+    classeLog = FormChiamante.classeLog;
+    connessione = FormChiamante.connessione;
+    form_->setCaption("Data fine legame");
+    CMD_ANNULLA = &form_->addButton("CMD_ANNULLA", nullptr);
+    KVT_RESIZEFORM = &form_->addResizeControl("KVT_RESIZEFORM");
+    GRB_DATAFINELEGAME = &form_->addGroupBox("GRB_DATAFINELEGAME", nullptr);
+    TXT_DATACHIUSURALEGAME = &form_->addDateField("TXT_DATACHIUSURALEGAME", GRB_DATAFINELEGAME);
+    CMD_ESEGUI = &form_->addButton("CMD_ESEGUI", nullptr);
+    KVT_LABEL1 = &form_->addLabel("KVT_LABEL1", GRB_DATAFINELEGAME);
+
+    CMD_ANNULLA->setCaption("&Annulla");
+    CMD_ANNULLA->setToolTip("Chiude senza spostare la data (Esc)");
+    CMD_ESEGUI->setCaption("&Esegui");
+    CMD_ESEGUI->setToolTip("Conferma la data di fine legame (Invio)");
+    CMD_ESEGUI->setPrimary(true);
+    KVT_LABEL1->setCaption("Data fine legame");
+    TXT_DATACHIUSURALEGAME->setToolTip("Ultimo giorno dei legami attuali (gg/mm/aaaa)");
+    form_->setDefaultButtons(CMD_ESEGUI, CMD_ANNULLA);
+
+    form_->Load = [this] { Form_Load(); };
+    KVT_RESIZEFORM->AfterResize = [this] { disponi(); };
+    CMD_ESEGUI->ButtonClick = [this] { CMD_ESEGUI_ButtonClick(); };
+    CMD_ANNULLA->ButtonClick = [this] { CMD_ANNULLA_ButtonClick(); };
+}
+
+void FRMQZ_DATAFINELEGAME::mostra() {
+    form_->show(true);
+}
+
+void FRMQZ_DATAFINELEGAME::Form_Load() {
+    procedura("Form_Load", [&](auto& passo) {
+        passo([&] { KVT_RESIZEFORM->setZoom(formChiamante_.ridimensionamento->zoom()); });
+        passo([&] {
+            form_->setBounds({0, 0, KVT_RESIZEFORM->scaled(larghezza), KVT_RESIZEFORM->scaled(altezza)});
+            KVT_RESIZEFORM->setUp();
+            disponi();
+        });
+        passo([&] { TXT_DATACHIUSURALEGAME->setFocus(); });
+    });
+}
+
+void FRMQZ_DATAFINELEGAME::disponi() {
+    const auto scala = [this](contract::Twips misura) { return KVT_RESIZEFORM->scaled(misura); };
+    const auto bordo = scala(margine);
+    const auto largo = form_->clientWidth() - 2 * bordo;
+    GRB_DATAFINELEGAME->setBounds({bordo, bordo / 2, largo, scala(altezzaGruppo)});
+    const auto riga = scala(altezzaGruppo) / 2 - scala(altezzaCampo) / 2 + bordo / 2;
+    KVT_LABEL1->setBounds({bordo, riga, largo / 2 - bordo, scala(altezzaCampo)});
+    TXT_DATACHIUSURALEGAME->setBounds({largo / 2, riga, largo / 2 - bordo, scala(altezzaCampo)});
+    const auto pulsanti = form_->clientHeight() - scala(altezzaPulsante) - bordo;
+    const auto largoPulsante = scala(larghezzaPulsante);
+    CMD_ANNULLA->setBounds(
+        {form_->clientWidth() - bordo - largoPulsante, pulsanti, largoPulsante, scala(altezzaPulsante)});
+    CMD_ESEGUI->setBounds({form_->clientWidth() - bordo - 2 * largoPulsante - bordo / 2, pulsanti, largoPulsante,
+                           scala(altezzaPulsante)});
+}
+
+void FRMQZ_DATAFINELEGAME::CMD_ESEGUI_ButtonClick() {
+    procedura("CMD_ESEGUI_ButtonClick", [&](auto& passo) {
+        if (!TXT_DATACHIUSURALEGAME->hasValidDate())
+            return;
+        passo([&] { DataFineLegame = TestoDaValore(contract::Value(TXT_DATACHIUSURALEGAME->text())); });
+        formChiamante_.DataFineLegame = DataFineLegame;
+        passo([&] { form_->unload(); });
+    });
+}
+
+void FRMQZ_DATAFINELEGAME::CMD_ANNULLA_ButtonClick() {
+    procedura("CMD_ANNULLA_ButtonClick", [&](auto& passo) {
+        DataFineLegame.clear();
+        passo([&] { form_->unload(); });
+    });
+}
+
+} // namespace qz

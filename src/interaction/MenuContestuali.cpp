@@ -1,0 +1,185 @@
+#include "interaction/MenuContestuali.h"
+
+namespace qz {
+
+namespace {
+
+constexpr std::string_view colonnaStato = "Stato";
+constexpr std::string_view elencoStati = "^{F1}";
+
+/// Row heights of the trees for the zoom font sizes, in twips.
+contract::Twips altezzaRiga(int zoom) {
+    switch (zoom) {
+    case 8:
+        return 285;
+    case 10:
+        return 360;
+    case 12:
+        return 435;
+    case 14:
+        return 510;
+    default:
+        return zoom * 36;
+    }
+}
+
+/// Clears the suppression of node changes however the command ends.
+class SospensioneCambioNodo {
+public:
+    explicit SospensioneCambioNodo(bool& flag) : flag_(flag) { flag_ = true; }
+    SospensioneCambioNodo(const SospensioneCambioNodo&) = delete;
+    SospensioneCambioNodo& operator=(const SospensioneCambioNodo&) = delete;
+    ~SospensioneCambioNodo() { flag_ = false; }
+
+private:
+    bool& flag_;
+};
+
+} // namespace
+
+void MenuContestuali::mnuSchedaCF_Click(Lato& lato) {
+    stato_.procedura(lato.descrizione.destinazione ? "mnuSchedaCFDest_Click" : "mnuSchedaCFOrig_Click",
+                     [&](auto& passo) {
+                         stato_.TipoAnagMenu = lato.TipoCF;
+                         passo([&] { CollegamentoSchedaAnag(); });
+                     });
+}
+
+void MenuContestuali::mnuAnagCF_Click(Lato& lato) {
+    stato_.procedura(lato.descrizione.destinazione ? "mnuAnagCFDest_Click" : "mnuAnagCFOrig_Click", [&](auto& passo) {
+        stato_.TipoAnagMenu = lato.TipoCF;
+        passo([&] { CollegaAnag(); });
+    });
+}
+
+void MenuContestuali::CollegamentoSchedaAnag() {
+    stato_.procedura("CollegamentoSchedaAnag", [&](auto& passo) {
+        passo([&] {
+            const auto tipo = FormBase::ValoreODefault(stato_.TipoAnagMenu, contract::Value()).integer();
+            if (tipo == 0)
+                RichiamaScheda("RichiamaSchedaClienti", "SchedaClienti");
+            else if (tipo == 1)
+                RichiamaScheda("RichiamaSchedaFornitori", "SchedaFornitori");
+        });
+    });
+}
+
+void MenuContestuali::RichiamaScheda(std::string_view procedura, std::string_view programma) {
+    stato_.procedura(procedura, [&](auto& passo) {
+        std::shared_ptr<contract::ParameterObject> parametri;
+        passo([&] { parametri = stato_.globale().newParameterObject(); });
+        if (!parametri)
+            return;
+        passo([&] {
+            parametri->flag = true;
+            parametri->accountKind = static_cast<std::int16_t>(stato_.TipoAnagMenu.integer().value_or(0));
+            parametri->accountCode = stato_.CodiceAnagMenu;
+            parametri->company = stato_.ditta();
+        });
+        passo([&] { stato_.globale().openProgram(programma, *parametri); });
+    });
+}
+
+void MenuContestuali::CollegaAnag() {
+    stato_.procedura("CollegaAnag", [&](auto& passo) {
+        std::shared_ptr<contract::AccountLink> collegamento;
+        passo([&] {
+            collegamento = stato_.globale().newAccountLink();
+            collegamento->setInterface(stato_.ospite);
+            collegamento->setAccountCode(stato_.CodiceAnagMenu);
+        });
+        if (!collegamento)
+            return;
+        passo([&] {
+            const auto tipo = FormBase::ValoreODefault(stato_.TipoAnagMenu, contract::Value()).integer();
+            if (tipo == 0)
+                collegamento->linkCustomer();
+            else if (tipo == 1)
+                collegamento->linkSupplier();
+        });
+    });
+}
+
+void MenuContestuali::mnuStatoLegame_Click() {
+    stato_.procedura("mnuStatoLegame_Click",
+                     [&](auto& passo) { passo([&] { apriEditorStato(stato_.NodoStatoDest); }); });
+}
+
+contract::Rect MenuContestuali::postoEditor(contract::Node nodo) const {
+    const auto& albero = *stato_.destinazione.albero;
+    const auto posto = albero.bounds();
+    const auto cella = albero.cell(nodo, colonnaStato).value_or(contract::Rect{0, 0, 1500, 0});
+    return {posto.left + cella.left, posto.top + cella.top, cella.width, altezzaRiga(stato_.ridimensionamento->zoom())};
+}
+
+contract::Value MenuContestuali::guidCorrente() const {
+    return (*stato_.destinazione.dati)["qz02_guid"];
+}
+
+void MenuContestuali::apriEditorStato(contract::Node nodo) {
+    if (!nodo || stato_.destinazione.senzaRecord())
+        return;
+    auto& albero = *stato_.destinazione.albero;
+    if (albero.focused() != nodo)
+        albero.setFocused(nodo);
+    albero.makeVisible(nodo);
+    auto& editor = *stato_.campoStato;
+    editor.setBounds(postoEditor(nodo));
+    editor.setValue(guidCorrente().text());
+    editor.setVisible(true);
+    editor.setFocus();
+    editor.sendKeys(elencoStati);
+}
+
+void MenuContestuali::mnuRilasciaFigli_Click() {
+    const SospensioneCambioNodo sospensione(stato_.sospendiCambioNodo);
+    stato_.procedura("mnuRilasciaFigli_Click", [&](auto& passo) {
+        auto& albero = *stato_.destinazione.albero;
+        if (!stato_.NodoStatoDest)
+            return;
+        std::string origine;
+        std::shared_ptr<contract::WorkflowState> flusso;
+        passo([&] { albero.setFocused(stato_.NodoStatoDest); });
+        passo([&] { flusso = stato_.campoStato->object(); });
+        if (!flusso)
+            return;
+        if (!stato_.destinazione.senzaRecord())
+            passo([&] {
+                origine = guidCorrente().text();
+                if (flusso->GetDescrizioneStatoFromGUID(origine).empty()) {
+                    flusso->GetDefaultFlussoStato();
+                    flusso->ConfermaStato();
+                }
+            });
+        stato_.NodoStatoDest = albero.next(stato_.NodoStatoDest);
+        while (stato_.NodoStatoDest) {
+            // The bound is the level last clicked in the origin tree, not the destination's.
+            if (stato_.origine.livelloCliccato >= albero.level(stato_.NodoStatoDest))
+                break;
+            passo([&] {
+                albero.setFocused(stato_.NodoStatoDest);
+                flusso->DuplicaStato(origine, guidCorrente().text());
+            });
+            stato_.NodoStatoDest = albero.next(stato_.NodoStatoDest);
+        }
+        passo([&] { albero.setFocused(contract::Node{stato_.posizioneNodoStato}); });
+        passo([&] {
+            albero.refreshColumn(colonnaStato);
+            albero.update();
+        });
+    });
+}
+
+void MenuContestuali::TXT_QZ02_STATO_AfterItem() {
+    stato_.procedura("TXT_QZ02_STATO_AfterItem", [&](auto& passo) {
+        passo([&] {
+            if (!stato_.campoStato->stateChosen())
+                return;
+            if (const auto flusso = stato_.campoStato->object())
+                flusso->ConfermaStato();
+            stato_.destinazione.albero->refreshColumn(colonnaStato);
+        });
+    });
+}
+
+} // namespace qz

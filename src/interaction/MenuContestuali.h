@@ -1,0 +1,37 @@
+#pragma once
+
+#include "form/shared/StatoForm.h"
+
+#include <string_view>
+
+namespace qz {
+
+/// The commands of the trees' context menus, and the state editor.
+class MenuContestuali {
+public:
+    explicit MenuContestuali(StatoForm& stato) : stato_(stato) {}
+
+    void mnuSchedaCF_Click(Lato& lato);
+    void mnuAnagCF_Click(Lato& lato);
+    void mnuStatoLegame_Click();
+    void mnuRilasciaFigli_Click();
+
+    /// Opens the customer or supplier card of the account and kind remembered; other kinds open none.
+    void CollegamentoSchedaAnag();
+    /// Hands the account remembered to the host's account link; kinds other than customer and supplier call nothing.
+    void CollegaAnag();
+
+    /// Places the state editor over the "Stato" cell of a destination node and opens its list of states.
+    void apriEditorStato(contract::Node nodo);
+    /// The user left the state editor: a state chosen there is confirmed.
+    void TXT_QZ02_STATO_AfterItem();
+
+private:
+    void RichiamaScheda(std::string_view procedura, std::string_view programma);
+    contract::Rect postoEditor(contract::Node nodo) const;
+    contract::Value guidCorrente() const;
+
+    StatoForm& stato_;
+};
+
+} // namespace qz

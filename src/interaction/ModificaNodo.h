@@ -1,0 +1,63 @@
+#pragma once
+
+#include "form/shared/StatoForm.h"
+#include "maintenance/Controlli.h"
+#include "plugin/contract/Statement.h"
+
+#include <cstdint>
+#include <functional>
+#include <string_view>
+
+namespace qz {
+
+struct Autore;
+
+/// A pair of validity dates as a record holds them; null where it has none.
+struct DateLegame {
+    contract::Value inizio;
+    contract::Value fine;
+};
+
+/// Writes a node's dates and the audit columns of the change, only where the row still holds the dates that were read;
+/// null equals null.
+contract::Statement istruzioneDateLegame(std::int64_t idNodo, const DateLegame& lette, contract::Date inizio,
+                                         contract::Date fine, const Autore& autore);
+
+/// Dates of a node as the database holds them.
+contract::Statement istruzioneLeggiDate(std::int64_t idNodo);
+
+/// What happens when the focused node changes, and when a date of the destination tree is edited in place.
+class ModificaNodo {
+public:
+    explicit ModificaNodo(StatoForm& stato) : stato_(stato), controlli_(stato) {}
+
+    void TRW_ELEMDISTINTAORIG_OnChangeNode();
+    void TRW_ELEMDISTINTAORIG_OnChangeNodeEx();
+    void TRW_ELEMDISTINTADEST_OnChangeNode();
+    void TRW_ELEMDISTINTADEST_OnChangeNodeEx();
+
+    /// The user left a cell of the destination tree: validates both dates, and writes or restores them.
+    void TRW_ELEMDISTINTADEST_OnEdited(contract::Node nodo);
+    /// The focused column of the destination tree changed: over "Stato" the state editor opens.
+    void TRW_ELEMDISTINTADEST_OnChangedColumn(contract::Node nodo);
+
+    /// Places the state editor over a node's cell and opens it.
+    std::function<void(contract::Node)> apriEditorStato;
+
+private:
+    void cambioOrigine(std::string_view nome, bool conParametri);
+    void cambioDestinazione(std::string_view nome, bool conDate);
+    void ricordaDate();
+    void bloccaColonna();
+    template <class Passo> void convalida(Passo& passo, contract::Node nodo);
+    void scrivi(contract::Node nodo, const LegameDaControllare& legame);
+    void ripristina(contract::Node nodo, bool inizio, bool fine);
+    void mostraDateDelDatabase(contract::Node nodo, std::int64_t idNodo);
+
+    StatoForm& stato_;
+    Controlli controlli_;
+    DateLegame lette_;
+    bool superate_ = false; ///< the database held other dates than those read
+};
+
+} // namespace qz

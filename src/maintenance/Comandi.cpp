@@ -1,0 +1,87 @@
+#include "maintenance/Comandi.h"
+
+#include "data/CaricaDistinta.h"
+
+#include <string>
+
+namespace qz {
+
+namespace {
+
+namespace message = contract::message;
+
+} // namespace
+
+bool Comandi::confermato() {
+    const auto account = (*stato_.origine.dati)["QZ02_CLIFOR_CG44"].text();
+    return stato_.messaggio("Spostare il nodo " + account + " e tutti i suoi figli?", message::yesNo) ==
+           message::answerYes;
+}
+
+template <class Corpo> void Comandi::comando(std::string_view nome, Corpo&& corpo) {
+    spostamentoFallito_ = false;
+    stato_.procedura(nome, corpo);
+    // Whatever the answer to the error was, the screen shows the database as it stands.
+    if (spostamentoFallito_)
+        RicaricaAlberi(stato_);
+}
+
+void Comandi::sposta(bool validita) {
+    spostamentoFallito_ = true;
+    spostamento_.EseguiSpostamento(validita);
+    spostamentoFallito_ = false;
+}
+
+void Comandi::CMD_SPOSTASTRU_ButtonClick() {
+    comando("CMD_SPOSTASTRU_ButtonClick", [&](auto& passo) {
+        if (stato_.origine.senzaRecord())
+            return;
+        if (stato_.origine.TipoCF != stato_.destinazione.TipoCF) {
+            passo([&] {
+                stato_.messaggio("Non è consentito effettuare la manutenzione tra distinte di tipologia "
+                                 "diversa(cliente/fornitore).",
+                                 message::exclamation);
+            });
+            return;
+        }
+        bool si = false;
+        passo([&] { si = confermato(); });
+        if (si)
+            passo([&] { sposta(false); });
+    });
+}
+
+void Comandi::CMD_SPOSTAVALID_ButtonClick() {
+    comando("CMD_SPOSTAVALID_ButtonClick", [&](auto& passo) {
+        passo([&] { chiediDataFine(); });
+        if (FormBase::ValoreODefault(contract::Value(stato_.DataFineLegame), contract::Value()).isEmpty()) {
+            passo([&] { stato_.messaggio("Data fine legame non impostata!", message::exclamation); });
+            return;
+        }
+        bool prima = false;
+        passo([&] {
+            const auto fine = contract::Date::parse(stato_.DataFineLegame);
+            const auto inizio =
+                stato_.origine.senzaRecord() ? std::nullopt : (*stato_.origine.dati)["QZ02_DATAINIZIOVAL"].date();
+            prima = fine && inizio && *fine < *inizio;
+        });
+        if (prima) {
+            passo([&] {
+                stato_.messaggio("Attenzione la data di fine legame inserita è minore della data inizio legame del "
+                                 "nodo di origine.",
+                                 message::exclamation);
+            });
+            return;
+        }
+        // Differing kinds end this command without a message, unlike the structural move.
+        if (stato_.origine.senzaRecord() || stato_.destinazione.senzaRecord() ||
+            stato_.origine.TipoCF != stato_.destinazione.TipoCF)
+            return;
+        bool si = false;
+        passo([&] { si = confermato(); });
+        if (si)
+            passo([&] { sposta(true); });
+    });
+}
+
+} // namespace qz

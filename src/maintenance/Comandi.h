@@ -1,0 +1,32 @@
+#pragma once
+
+#include "form/shared/StatoForm.h"
+#include "maintenance/Spostamento.h"
+
+#include <functional>
+#include <string_view>
+
+namespace qz {
+
+/// The two move commands of the form.
+class Comandi {
+public:
+    explicit Comandi(StatoForm& stato) : stato_(stato), spostamento_(stato) {}
+
+    void CMD_SPOSTASTRU_ButtonClick();
+    void CMD_SPOSTAVALID_ButtonClick();
+
+    /// Shows the end-of-link date dialog, which leaves its date in the form's end-of-link text.
+    std::function<void()> chiediDataFine;
+
+private:
+    bool confermato();
+    template <class Corpo> void comando(std::string_view nome, Corpo&& corpo);
+    void sposta(bool validita);
+
+    StatoForm& stato_;
+    Spostamento spostamento_;
+    bool spostamentoFallito_ = false;
+};
+
+} // namespace qz

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+namespace qz {
+
+/// The host's per-user component registry: where it stands, from the environment. Empty when the user has no folder.
+std::filesystem::path fileRegistro();
+
+/// Adds or replaces a class's line in a registry file, replacing the file as a whole. Throws std::exception when it can
+/// not be written; it is then as it was.
+void registraClasse(const std::filesystem::path& registro, std::string_view classe, std::string_view libreria);
+
+/// Removes a class's line; harmless when there is none. Throws as registraClasse().
+void annullaRegistrazione(const std::filesystem::path& registro, std::string_view classe);
+
+} // namespace qz
