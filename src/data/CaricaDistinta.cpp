@@ -14,7 +14,7 @@ constexpr std::string_view campoPadre = "QZ02_IDPARENT_QZ02";
 
 void leggiDivisione(StatoForm& stato, Lato& lato, std::string_view idTipo) {
     contract::Recordset tipo;
-    tipo.Open(istruzioneDivisione(lato.descrizione, idTipo), *stato.connessione);
+    tipo.Open(istruzioneDivisione(lato.descrizione, idTipo), stato.database());
     if (tipo.Bof() || tipo.Eof()) {
         lato.Divisione.clear();
         if (lato.descrizione.leggeGuid)
@@ -62,7 +62,7 @@ void CaricaDistinta(StatoForm& stato, Lato& lato, std::string_view idTipo) {
             lato.IdDistinta = id;
             lato.istruzione = istruzioneNodi(lato.descrizione, stato.ditta(), lato.TipoCF, id);
         });
-        passo([&] { righe->Open(lato.istruzione, *stato.connessione); });
+        passo([&] { righe->Open(lato.istruzione, stato.database()); });
         if (righe->Empty()) {
             // The empty record set becomes the side's: a command must not act on a row that is no longer shown.
             lato.dati = righe;

@@ -35,7 +35,7 @@ void CaricaDatiAnagrafici(StatoForm& stato, const contract::Value& codice, contr
     // The report's name is shared with the load of the form.
     stato.procedura("Form_Load", [&](auto& passo) {
         contract::Recordset dati;
-        passo([&] { dati.Open(componi(stato, codice, divisione), *stato.connessione); });
+        passo([&] { dati.Open(componi(stato, codice, divisione), stato.database()); });
         passo([&] { griglia.setColumnWidth(0, stato.ridimensionamento->scaled(larghezzaNomi)); });
         if (dati.Empty()) {
             passo([&] { griglia.setRowCount(0); });

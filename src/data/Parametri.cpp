@@ -45,7 +45,7 @@ void CaricaParametri(StatoForm& stato) {
         contract::Recordset riga;
         bool letta = false;
         passo([&] {
-            riga.Open(istruzioneParametri(stato.ditta()), *stato.connessione);
+            riga.Open(istruzioneParametri(stato.ditta()), stato.database());
             letta = true;
         });
         if (!letta)

@@ -54,7 +54,7 @@ void aggiungi(StatoForm& stato, const contract::TypeEntry& voce) {
 
 void aggiungiTipi(StatoForm& stato, int tipoCF, std::string_view chiaveGruppo, char lettera) {
     contract::Recordset tipi;
-    tipi.Open(istruzioneTipi(stato.ditta(), tipoCF), *stato.connessione);
+    tipi.Open(istruzioneTipi(stato.ditta(), tipoCF), stato.database());
     for (; !tipi.Eof(); tipi.MoveNext())
         aggiungi(stato, {.key = lettera + tipi["QZ01_ID"].text(),
                          .text = tipi["QZ01_CODICE"].text() + "-" + tipi["QZ01_DESCR"].text(),

@@ -133,6 +133,8 @@ void FRMQZ_COPIADISTINTA::ImpostaVirtualFrame() {
             virtualFrame_ = stato_.globale().newVirtualFrame();
             recordOrig_ = virtualFrame_->newRecordset();
         });
+        if (!virtualFrame_ || !recordOrig_)
+            return; // the failure was reported; nothing below can do without them
         passo([&] {
             recordOrig_->SetActiveConnection(stato_.connessione);
             recordOrig_->SetSource(istruzione);
@@ -211,8 +213,8 @@ void FRMQZ_COPIADISTINTA::Form_UnLoad() {
             stato_.origine.frame->close();
             stato_.destinazione.frame->close();
         });
-        stato_.origine.dati.reset();
-        stato_.destinazione.dati.reset();
+        stato_.origine.dati = std::make_shared<contract::Recordset>();
+        stato_.destinazione.dati = std::make_shared<contract::Recordset>();
         recordOrig_.reset();
         recordDest_.reset();
         virtualFrame_.reset();

@@ -51,7 +51,7 @@ void FRMQZ_PARAMETRI::AttivaFrameworkParametri() {
         const auto istruzione = istruzioneRigaParametri(formChiamante_.ditta());
         passo([&] {
             riga_ = std::make_shared<contract::Recordset>();
-            riga_->Open(istruzione, *connessione);
+            riga_->Open(istruzione, database());
         });
         passo([&] {
             FME_Parametri->initialise(formChiamante_.ospite, connessione, riga_, istruzione, "QZ03_DITTA_CG18");
@@ -97,7 +97,7 @@ void FRMQZ_PARAMETRI::AttivaFrameworkParametri() {
 
 void FRMQZ_PARAMETRI::leggiValori() {
     contract::Recordset riga;
-    riga.Open(istruzioneValoriParametri(formChiamante_.ditta()), *connessione);
+    riga.Open(istruzioneValoriParametri(formChiamante_.ditta()), database());
     if (riga.Empty()) {
         valori_.DataFissaINIZIO = contract::Date::parse(inizioSenzaRiga);
         valori_.DataFissaFINE = contract::Date::parse(fineSenzaRiga);
@@ -162,7 +162,7 @@ void FRMQZ_PARAMETRI::lkp_Stati() {
     procedura("lkp_Stati", [&](auto& passo) {
         passo([&] {
             const auto scelto = formChiamante_.globale().IDLookup(
-                {"lkp_Stati", "Stati", istruzioneElencoStati(), {"Codice", "Descrizione"}}, *connessione);
+                {"lkp_Stati", "Stati", istruzioneElencoStati(), {"Codice", "Descrizione"}}, database());
             if (!scelto)
                 return;
             TXT_QZ03_ID_WF02->setText(std::to_string(*scelto));
@@ -177,7 +177,7 @@ void FRMQZ_PARAMETRI::decodificaStato() {
             const auto codice = contract::Value(TXT_QZ03_ID_WF02->text()).integer();
             contract::Recordset stato;
             if (codice)
-                stato.Open(istruzioneDescrizioneStato(*codice), *connessione);
+                stato.Open(istruzioneDescrizioneStato(*codice), database());
             TXT_WF02_DESCR->setText(stato.Empty() ? "" : stato["WF02_DESCR"].text());
         });
     });

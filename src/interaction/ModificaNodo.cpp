@@ -183,7 +183,7 @@ void ModificaNodo::scrivi(contract::Node nodo, const LegameDaControllare& legame
     const Autore autore{stato_.utente(), stato_.gruppo(), stato_.oggi()};
     std::int64_t scritte = 0;
     try {
-        scritte = stato_.connessione->Execute(
+        scritte = stato_.database().Execute(
             istruzioneDateLegame(*legame.nodo, lette_, legame.inizio, *nuove.fine.date(), autore));
     } catch (...) {
         ripristina(nodo, true, true);
@@ -209,7 +209,7 @@ void ModificaNodo::scrivi(contract::Node nodo, const LegameDaControllare& legame
 
 void ModificaNodo::mostraDateDelDatabase(contract::Node nodo, std::int64_t idNodo) {
     contract::Recordset riga;
-    riga.Open(istruzioneLeggiDate(idNodo), *stato_.connessione);
+    riga.Open(istruzioneLeggiDate(idNodo), stato_.database());
     if (riga.Empty()) {
         ripristina(nodo, true, true);
         return;

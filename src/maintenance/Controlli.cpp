@@ -21,7 +21,7 @@ std::string Controlli::etichetta(const contract::Value& account) const {
 std::int64_t Controlli::ContaNodiDitta() {
     contract::Recordset conta;
     // Counted on the origin, although the walk that it bounds runs in the destination.
-    conta.Open(istruzioneContaDitta(stato_.ditta(), stato_.origine.IdDistinta), *stato_.connessione);
+    conta.Open(istruzioneContaDitta(stato_.ditta(), stato_.origine.IdDistinta), stato_.database());
     return conta["Conta"].integer().value_or(0) + 1;
 }
 
@@ -47,7 +47,7 @@ void Controlli::ControllaRicorsione(const contract::Value& a, const contract::Va
             contract::Recordset padri;
             padri.Open(
                 istruzionePadri(stato_.ditta(), *account, stato_.destinazione.TipoCF, stato_.destinazione.IdDistinta),
-                *stato_.connessione);
+                stato_.database());
             if (!padri.Empty()) {
                 // Only the first row is compared; the others are looked at when their turn comes.
                 const auto padre = padri["Anagrafica"];
@@ -68,7 +68,7 @@ void Controlli::ControllaRicorsione(const contract::Value& a, const contract::Va
 
 PadreDecodificato Controlli::DecodificaPadre(std::int64_t idNodo, std::optional<contract::Date> inizio) {
     contract::Recordset nodo;
-    nodo.Open(istruzioneDecodificaPadre(idNodo, inizio), *stato_.connessione);
+    nodo.Open(istruzioneDecodificaPadre(idNodo, inizio), stato_.database());
     if (nodo.Eof() || nodo.Bof())
         return {};
     return {nodo["ID"].integer().value_or(0), nodo["CODICE"]};
@@ -76,13 +76,13 @@ PadreDecodificato Controlli::DecodificaPadre(std::int64_t idNodo, std::optional<
 
 bool Controlli::ControllaLegami(const LegameDaControllare& legame) {
     contract::Recordset padre;
-    padre.Open(istruzioneNodo(stato_.ditta(), legame.idPadre.integer().value_or(0)), *stato_.connessione);
+    padre.Open(istruzioneNodo(stato_.ditta(), legame.idPadre.integer().value_or(0)), stato_.database());
     const auto accountPadre = padre.Empty() ? contract::Value::null() : padre["QZ02_CLIFOR_CG44"];
 
     contract::Recordset sovrapposti;
     sovrapposti.Open(
         istruzioneSovrapposti({legame.ditta, legame.tipoCF, legame.account, legame.inizio, legame.fine, legame.nodo}),
-        *stato_.connessione);
+        stato_.database());
     // An overlapping root link hangs under no parent, so it has no distinta here, and is not reported.
     if (!sovrapposti.Empty() && !sovrapposti["CodDistinta"].isNull()) {
         stato_.MessaggioSpostamento += etichetta(legame.account) + " già legato alla distinta " +
@@ -103,7 +103,7 @@ bool Controlli::ControllaLegami(const LegameDaControllare& legame) {
 bool Controlli::PremioDefinitivo(std::int64_t idNodo, bool dataFine, std::string_view data) {
     contract::Recordset premio;
     premio.Open(istruzionePremio(stato_.ditta(), idNodo, dataFine ? std::optional(data) : std::nullopt),
-                *stato_.connessione);
+                stato_.database());
     if (premio.Empty())
         return false;
     stato_.MessaggioSpostamento = dataFine ? "La data fine è inferiore alla data scadenza di un premio definitivo"

@@ -60,7 +60,7 @@ void Spostamento::EseguiSpostamento(bool validita) {
     if (orig.senzaRecord() || orig.TipoCF != dest.TipoCF)
         return;
 
-    contract::Transaction transazione(*stato_.connessione);
+    contract::Transaction transazione(stato_.database());
     stato_.MessaggioSpostamento.clear();
     rileggiNodi();
 
@@ -86,7 +86,7 @@ void Spostamento::EseguiSpostamento(bool validita) {
         transazione.rollback();
     } else {
         if (!validita)
-            stato_.connessione->Execute(istruzioneSpostaNodo(
+            stato_.database().Execute(istruzioneSpostaNodo(
                 {(*orig.dati)["QZ02_ID"], (*dest.dati)["QZ02_ID"], orig.IdDistinta, dest.IdDistinta}, autore_));
         transazione.commit();
     }
@@ -105,7 +105,7 @@ void Spostamento::rileggiNodi() {
     const auto idDest = dest.senzaRecord() ? contract::Value::null() : (*dest.dati)["QZ02_ID"];
 
     contract::Recordset nodi;
-    nodi.Open(istruzioneRilettura(idOrig, idDest), *stato_.connessione);
+    nodi.Open(istruzioneRilettura(idOrig, idDest), stato_.database());
     const auto uscito = [this](const Lato& lato, std::string_view nome) {
         stato_.MessaggioSpostamento += "Il nodo " + (*lato.dati)["QZ02_CLIFOR_CG44"].text() +
                                        " non appartiene più alla " + std::string(nome) +
@@ -157,7 +157,7 @@ bool Spostamento::lavoraFigli(std::int64_t idPadre, bool validita, CodaLimitata<
     if (decodificato.id == 0)
         return true;
     contract::Recordset figli;
-    figli.Open(istruzioneFigli(idPadre, stato_.origine.IdDistinta), *stato_.connessione);
+    figli.Open(istruzioneFigli(idPadre, stato_.origine.IdDistinta), stato_.database());
     for (; !figli.Eof(); figli.MoveNext()) {
         if (coda.piena())
             return false;
@@ -208,35 +208,35 @@ void Spostamento::copiaNodoSpostato() {
 }
 
 void Spostamento::CopiaNodo(const NodoDaCopiare& nodo) {
-    stato_.connessione->Execute(istruzioneChiudiLegame({nodo.idNodo, stato_.origine.IdDistinta, dataFine_}, autore_));
+    stato_.database().Execute(istruzioneChiudiLegame({nodo.idNodo, stato_.origine.IdDistinta, dataFine_}, autore_));
     if (!controlli_.ControllaLegami(
             {nodo.idNuovoPadre, nodo.ditta, nodo.tipoCF, nodo.account, dataInizio_, stato_.DataFineLegame}))
         return;
-    const std::string guid = stato_.campoStato->object()->GetNewGUID();
-    stato_.connessione->Execute(istruzioneInserisciLegame(
+    const std::string guid = stato_.flusso().GetNewGUID();
+    stato_.database().Execute(istruzioneInserisciLegame(
         nodo, {stato_.destinazione.IdDistinta, stato_.parametri.StatoLegame, dataInizio_, stato_.DataFineLegame, guid},
         autore_));
     riportaStato(guid);
 }
 
 void Spostamento::riportaStato(const std::string& guid) {
-    const auto flusso = stato_.campoStato->object();
+    auto& flusso = stato_.flusso();
     if (!guidOrigine_.isMissing()) {
-        flusso->DuplicaStato(guidOrigine_.text(), guid);
+        flusso.DuplicaStato(guidOrigine_.text(), guid);
         return;
     }
-    flusso->GetDefaultFlussoStato();
-    flusso->ConfermaStato();
+    flusso.GetDefaultFlussoStato();
+    flusso.ConfermaStato();
 }
 
 std::int64_t Spostamento::ContaNodiDistinta() {
     contract::Recordset conta;
-    conta.Open(istruzioneContaNodi(stato_.origine.IdDistinta), *stato_.connessione);
+    conta.Open(istruzioneContaNodi(stato_.origine.IdDistinta), stato_.database());
     return conta["Conta"].integer().value_or(0) + 1;
 }
 
 void Spostamento::AggiornaDistintaNodo(std::int64_t idNodo) {
-    stato_.connessione->Execute(
+    stato_.database().Execute(
         istruzioneAggiornaDistinta(idNodo, stato_.origine.IdDistinta, stato_.destinazione.IdDistinta));
 }
 

@@ -35,6 +35,12 @@ contract::Value FormBase::ValoreODefault(const contract::Value& valore, const co
     return valore;
 }
 
+contract::Connection& FormBase::database() const {
+    if (!connessione)
+        throw contract::RuntimeError(contract::RuntimeError::objectNotSet, "Connessione non impostata.");
+    return *connessione;
+}
+
 int FormBase::messaggio(std::string_view testo, int stile) {
     if (!classeLog)
         throw contract::RuntimeError(contract::RuntimeError::objectNotSet, "Variabile oggetto non impostata.");

@@ -37,6 +37,9 @@ public:
     /// Shows a message box; the code of the button pressed. Throws RuntimeError 91 without a log class.
     int messaggio(std::string_view testo, int stile);
 
+    /// The form's connection. Throws RuntimeError 91 when it could not be made.
+    contract::Connection& database() const;
+
     class Passo;
 
     /// Runs a procedure under the trap: a body of steps, each handed to the argument. A step that fails is reported

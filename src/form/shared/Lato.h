@@ -53,12 +53,13 @@ struct Lato {
     contract::PopupMenu* menu = nullptr;
 
     // What is loaded
-    std::string IdDistinta;                    ///< QZ01_ID last loaded, as text; empty before
-    std::int32_t TipoCF = 0;                   ///< 0 customers, 1 suppliers
-    std::string Divisione;                     ///< empty for none
-    std::string GuidDistinta;                  ///< destination only
-    contract::Statement istruzione;            ///< statement of the nodes loaded
-    std::shared_ptr<contract::Recordset> dati; ///< nodes loaded; never empty, but the record set may be
+    std::string IdDistinta;         ///< QZ01_ID last loaded, as text; empty before
+    std::int32_t TipoCF = 0;        ///< 0 customers, 1 suppliers
+    std::string Divisione;          ///< empty for none
+    std::string GuidDistinta;       ///< destination only
+    contract::Statement istruzione; ///< statement of the nodes loaded
+    /// Nodes loaded; there is always an object, but the record set may be empty.
+    std::shared_ptr<contract::Recordset> dati = std::make_shared<contract::Recordset>();
 
     // Levels, 0 for the top-level nodes
     std::int16_t LivelloMax = 0;

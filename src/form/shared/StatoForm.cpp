@@ -26,6 +26,11 @@ contract::ClsGlobal& StatoForm::globale() const {
     return presente(ospite->ClsGlobal());
 }
 
+contract::WorkflowState& StatoForm::flusso() const {
+    // The field shares the object, so it outlives the reference.
+    return presente(campoStato->object());
+}
+
 std::string StatoForm::utente() const {
     return presente(globale().userService()).UserCode();
 }

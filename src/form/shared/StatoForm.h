@@ -36,6 +36,8 @@ public:
     std::string utente() const;
     std::string gruppo() const;
     contract::ClsGlobal& globale() const;
+    /// The workflow of the links' states. Throws RuntimeError 91 when it could not be made.
+    contract::WorkflowState& flusso() const;
 
     std::unique_ptr<contract::Form> form;
     contract::Cinterface* ospite = nullptr;

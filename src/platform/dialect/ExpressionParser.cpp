@@ -20,8 +20,15 @@ struct FunctionRule {
     std::string_view name;
     std::size_t operands;
 };
-constexpr std::array<FunctionRule, 9> functions = {
-    {{"ISNULL", 2}, {"RTRIM", 1}, {"LTRIM", 1}, {"UPPER", 1}, {"LOWER", 1}, {"COUNT", 1}, {"MIN", 1}, {"MAX", 1}, {"SUM", 1}}};
+constexpr std::array<FunctionRule, 9> functions = {{{"ISNULL", 2},
+                                                    {"RTRIM", 1},
+                                                    {"LTRIM", 1},
+                                                    {"UPPER", 1},
+                                                    {"LOWER", 1},
+                                                    {"COUNT", 1},
+                                                    {"MIN", 1},
+                                                    {"MAX", 1},
+                                                    {"SUM", 1}}};
 
 ExpressionPtr make(Expression::Kind kind, Place place) {
     auto expression = std::make_unique<Expression>();
@@ -116,6 +123,8 @@ ExpressionPtr Parser::parsePredicate() {
         test->operands.push_back(asValue(parseSum()));
         return test;
     }
+    if (isWord("LIKE") || isWord("NOT"))
+        fail();
     return left;
 }
 

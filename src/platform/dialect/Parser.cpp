@@ -11,11 +11,11 @@ constexpr int deepest = 200; // nested parentheses, joins and selects
 
 // Words that the server reserves and that therefore never name a column or a table without brackets.
 constexpr std::array<std::string_view, 54> reserved = {
-    "ALL",    "AND",     "ANY",  "AS",     "ASC",   "BETWEEN", "BY",     "CASE",    "CAST",   "CONVERT", "CREATE",
-    "CROSS",  "DELETE",  "DESC", "DISTINCT", "DROP", "ELSE",   "END",    "EXCEPT",  "EXEC",   "EXISTS",  "FROM",
-    "FULL",   "GROUP",   "HAVING", "IN",   "INNER", "INSERT",  "INTERSECT", "INTO", "IS",     "JOIN",    "LEFT",
-    "LIKE",   "MERGE",   "NOT",  "NULL",   "ON",    "OR",      "ORDER",  "OUTER",   "RIGHT",  "SELECT",  "SET",
-    "SOME",   "TABLE",   "THEN", "TOP",    "TRUNCATE", "UNION", "UPDATE", "VALUES", "WHEN",   "WHERE"};
+    "ALL",   "AND",    "ANY",    "AS",       "ASC",      "BETWEEN", "BY",        "CASE",   "CAST",  "CONVERT", "CREATE",
+    "CROSS", "DELETE", "DESC",   "DISTINCT", "DROP",     "ELSE",    "END",       "EXCEPT", "EXEC",  "EXISTS",  "FROM",
+    "FULL",  "GROUP",  "HAVING", "IN",       "INNER",    "INSERT",  "INTERSECT", "INTO",   "IS",    "JOIN",    "LEFT",
+    "LIKE",  "MERGE",  "NOT",    "NULL",     "ON",       "OR",      "ORDER",     "OUTER",  "RIGHT", "SELECT",  "SET",
+    "SOME",  "TABLE",  "THEN",   "TOP",      "TRUNCATE", "UNION",   "UPDATE",    "VALUES", "WHEN",  "WHERE"};
 
 bool isReserved(std::string_view word) {
     return std::any_of(reserved.begin(), reserved.end(), [word](std::string_view r) { return sameName(r, word); });
@@ -212,7 +212,7 @@ TableReference Parser::parseTable(bool withAlias) {
     TableReference table;
     table.place = peek().place;
     table.name = expectName().text;
-    if (isSymbol(".") || isSymbol("("))
+    if (isSymbol(".") || (withAlias && isSymbol("(")))
         fail();
     if (withAlias)
         table.alias = parseAlias();

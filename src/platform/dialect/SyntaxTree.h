@@ -107,10 +107,10 @@ struct Assignment {
 struct SyntaxTree {
     enum class Kind { select, update, insert, remove };
     Kind kind = Kind::select;
-    Select select;                       ///< Kind::select
-    TableReference table;                ///< the others
-    std::vector<Assignment> assignments; ///< Kind::update
-    std::vector<std::string> columns;    ///< Kind::insert; empty: all the table's columns
+    Select select;                                ///< Kind::select
+    TableReference table;                         ///< the others
+    std::vector<Assignment> assignments;          ///< Kind::update
+    std::vector<std::string> columns;             ///< Kind::insert; empty: all the table's columns
     std::vector<std::vector<ExpressionPtr>> rows; ///< Kind::insert
     ExpressionPtr where;                          ///< Kind::update, remove; may be null
 };

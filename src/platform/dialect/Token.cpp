@@ -9,6 +9,8 @@ namespace {
 
 using Kind = contract::Statement::Kind;
 
+constexpr std::size_t longest = 8000; // words: the trees built of them are walked by descent
+
 bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }
@@ -42,6 +44,8 @@ public:
             tokens_.push_back(std::move(token));
             if (tokens_.back().kind == Token::Kind::end)
                 return std::move(tokens_);
+            if (tokens_.size() > longest)
+                refuse(source_, tokens_.back().place, "l'istruzione è troppo lunga");
         }
     }
 

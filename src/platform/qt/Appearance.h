@@ -20,6 +20,7 @@ struct ThemeColors {
     QColor accent, accentText, accentSoft, accentSoftText; ///< soft: the focused row of a tree without the keyboard
     QColor selection, selectionText;                       ///< the focused row of a tree
     QColor header, headerText, field, fieldText, locked, lockedText, link, danger, dangerText, focusRing;
+    QColor fieldFocus; ///< the field that has the keyboard, under fieldText
 };
 
 /// The look of the whole program: theme, zoom and what follows from them.

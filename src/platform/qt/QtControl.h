@@ -20,6 +20,8 @@ class QtControl : public Interface, public Scriptable {
 public:
     QtControl(std::string_view name, QWidget* widget) : name_(name), widget_(widget) {
         widget->setObjectName(QString::fromStdString(name_));
+        // Until a caption or a tool tip says more.
+        widget->setAccessibleName(QString::fromStdString(name_));
     }
 
     const std::string& name() const override { return name_; }
@@ -30,28 +32,44 @@ public:
         // Edges are rounded, not sizes, so that neighbours that meet in twips meet in pixels.
         const int left = Appearance::pixels(bounds_.left);
         const int top = Appearance::pixels(bounds_.top);
-        widget_->setGeometry(left, top, Appearance::pixels(bounds_.left + bounds_.width) - left,
-                             Appearance::pixels(bounds_.top + bounds_.height) - top);
+        // None when its window is gone.
+        if (QWidget* placed = widget_.data())
+            placed->setGeometry(left, top, Appearance::pixels(bounds_.left + bounds_.width) - left,
+                                Appearance::pixels(bounds_.top + bounds_.height) - top);
     }
 
     bool visible() const override { return visible_; }
     void setVisible(bool visible) override {
         visible_ = visible;
-        widget_->setVisible(visible);
+        if (QWidget* shown = widget_.data())
+            shown->setVisible(visible);
     }
     bool enabled() const override { return enabled_; }
     void setEnabled(bool enabled) override {
         enabled_ = enabled;
-        widget_->setEnabled(enabled);
+        if (QWidget* used = widget_.data())
+            used->setEnabled(enabled);
     }
 
     std::string toolTip() const override { return toolTip_; }
     void setToolTip(std::string_view text) override {
+        const QString before = QString::fromStdString(toolTip_);
         toolTip_ = text;
-        widget_->setToolTip(QString::fromStdString(toolTip_));
+        QWidget* explained = widget_.data();
+        if (explained == nullptr)
+            return;
+        const QString now = QString::fromStdString(toolTip_);
+        explained->setToolTip(now);
+        explained->setAccessibleDescription(now);
+        const QString spoken = explained->accessibleName();
+        if (!now.isEmpty() && (spoken == explained->objectName() || (!before.isEmpty() && spoken == before)))
+            explained->setAccessibleName(now);
     }
 
-    void setFocus() override { widget_->setFocus(Qt::OtherFocusReason); }
+    void setFocus() override {
+        if (QWidget* wanted = widget_.data())
+            wanted->setFocus(Qt::OtherFocusReason);
+    }
 
     QWidget* widget() override { return widget_; }
 

@@ -123,7 +123,8 @@ public:
     virtual std::size_t descendants(Node node) const = 0;
 
     virtual Node focused() const = 0;
-    /// Ancestors are expanded, the row is brought into view, the cursor moves, the focus events are raised.
+    /// Ancestors are expanded, the row is brought into view, the cursor moves, the focus events are raised. For the node
+    /// that is focused already only the cursor comes back; no node leaves the focus where it is.
     virtual void setFocused(Node node) = 0;
     virtual void makeVisible(Node node) = 0;
     /// Column of the focused cell, empty for none.
@@ -137,7 +138,9 @@ public:
     /// Field to which a column is bound. Throws as value().
     virtual std::string fieldOf(std::string_view column) const = 0;
 
+    /// False for a node from which nothing hangs.
     virtual bool expanded(Node node) const = 0;
+    /// Closing a node that hides the focused one moves the focus to the node that is still shown.
     virtual void setExpanded(Node node, bool expanded) = 0;
     /// Expansions between the two are laid out once, at the last endUpdate. They nest.
     virtual void beginUpdate() = 0;

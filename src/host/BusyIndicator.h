@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QString>
+
+#include <cstdint>
+#include <functional>
+
+namespace host {
+
+/// Tells the user of a command that runs longer than a second: for how long, and how many statements it has run.
+///
+/// The program has one thread, so nothing can tick while a command works; the command's own statements are the clock.
+/// What the user types or clicks meanwhile is dropped, lest it land on what the command leaves behind.
+class BusyIndicator : public QObject {
+    Q_OBJECT
+public:
+    static constexpr int patience = 1000;       ///< milliseconds before anything is shown
+    static constexpr int repaintInterval = 200; ///< milliseconds between two repaints at least
+
+    /// show paints a text at once, without handling events; an empty text ends the display.
+    BusyIndicator(std::function<void(const QString&)> show, QObject* parent);
+
+    /// A statement has run; statements: so far in the session.
+    void statementDone(std::uint64_t statements);
+    bool showing() const { return showing_; }
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void atRest();
+
+    std::function<void(const QString&)> show_;
+    QElapsedTimer command_; ///< since the event loop last woke up from rest
+    QElapsedTimer painted_;
+    bool working_ = false;
+    bool showing_ = false;
+    std::uint64_t statements_ = 0; ///< of the session
+    std::uint64_t before_ = 0;     ///< of the session when the command began
+};
+
+} // namespace host

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "host/ErrorLog.h"
+#include "host/ServiceJournal.h"
+#include "host/StateStore.h"
+#include "host/TraceLog.h"
+#include "host/UserDialogs.h"
+#include "plugin/contract/Connection.h"
+
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace host {
+
+/// Who refuses the next close of the component's form.
+enum class RefuseClose : std::uint8_t { nobody, frame, script };
+
+/// What the host's services share. Every service holds on to it, so that one which a component keeps longer than the
+/// session still stands on firm ground.
+struct HostContext {
+    // Connections refer to the trace, so it goes last.
+    TraceLog trace;
+    ServiceJournal journal;
+    UserDialogs dialogs;
+    ErrorLog errorLog;
+
+    std::string connectionString;
+    std::int64_t company = 0;
+    std::string user;
+    std::string group;
+    RefuseClose refuseClose = RefuseClose::nobody;
+
+    /// The host's own connection, open, for its own windows; nothing of it is traced.
+    std::shared_ptr<contract::Connection> connection;
+    std::unique_ptr<StateStore> states;
+    QPointer<QWidget> window;
+    std::function<void(const QString&)> statusText;
+};
+
+} // namespace host

@@ -1,0 +1,137 @@
+#include "host/LookupWindow.h"
+
+#include "host/Text.h"
+#include "host/WidgetControls.h"
+#include "plugin/contract/Snapshot.h"
+
+#include <QDialogButtonBox>
+#include <QHeaderView>
+#include <QVBoxLayout>
+
+namespace host {
+
+namespace {
+
+class ListControl : public TableControl {
+public:
+    ListControl(LookupWindow& window, QTableWidget* list) : TableControl(list), window_(window) {}
+    QString chooseItem(const QString& code) override { return window_.pick(code); }
+
+private:
+    LookupWindow& window_;
+};
+
+} // namespace
+
+std::optional<std::int64_t> LookupWindow::choose(HostContext& context, const contract::LookupRequest& request,
+                                                 contract::Connection& connection) {
+    contract::Snapshot rows;
+    connection.Read(request.statement, rows);
+    LookupWindow window(request, rows, context.window);
+    window.run();
+    return window.chosen();
+}
+
+LookupWindow::LookupWindow(const contract::LookupRequest& request, const contract::Snapshot& rows, QWidget* parent)
+    : HostWindow(toQt(request.name), toQt(request.title), parent), search_(new QLineEdit(this)),
+      list_(new QTableWidget(this)) {
+    search_->setPlaceholderText(QStringLiteral("Cerca nell'elenco"));
+    search_->setAccessibleName(QStringLiteral("Cerca nell'elenco"));
+    search_->setClearButtonEnabled(true);
+    list_->setAccessibleName(windowTitle());
+    list_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    list_->setSelectionMode(QAbstractItemView::SingleSelection);
+    list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    list_->setShowGrid(false);
+    list_->setTabKeyNavigation(false);
+    list_->verticalHeader()->hide();
+    list_->verticalHeader()->setDefaultSectionSize(platform::qt::Appearance::instance().rowHeight());
+    list_->horizontalHeader()->setStretchLastSection(true);
+    list_->horizontalHeader()->setHighlightSections(false);
+    const std::size_t columns = rows.columnCount();
+    list_->setColumnCount(static_cast<int>(columns));
+    QStringList titles;
+    for (std::size_t i = 0; i < columns; ++i)
+        titles.append(toQt(i < request.columnTitles.size() ? request.columnTitles[i] : rows.fields()[i].name));
+    list_->setHorizontalHeaderLabels(titles);
+    fill(rows, columns);
+
+    auto* buttons = new QDialogButtonBox(this);
+    accept_ = buttons->addButton(QStringLiteral("&Scegli"), QDialogButtonBox::AcceptRole);
+    auto* cancel = buttons->addButton(QStringLiteral("&Annulla"), QDialogButtonBox::RejectRole);
+    accept_->setDefault(true);
+    accept_->setEnabled(list_->rowCount() > 0);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(search_);
+    layout->addWidget(list_);
+    layout->addWidget(buttons);
+    resize(440, 380);
+
+    connect(search_, &QLineEdit::textChanged, this, &LookupWindow::search);
+    connect(search_, &QLineEdit::returnPressed, this, &LookupWindow::confirm);
+    connect(list_, &QTableWidget::cellActivated, this, &LookupWindow::confirm);
+    connect(accept_, &QPushButton::clicked, this, &LookupWindow::confirm);
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    addControl(QStringLiteral("TXT_CERCA"), std::make_unique<FieldControl>(search_));
+    addControl(QStringLiteral("GRD_ELENCO"), std::make_unique<TableControl>(list_));
+    addControl(QStringLiteral("CMD_SCEGLI"), std::make_unique<ButtonControl>(accept_));
+    addControl(QStringLiteral("CMD_ANNULLA"), std::make_unique<ButtonControl>(cancel));
+    // A script's "choose" addresses the list by the window's name.
+    addControl(formName(), std::make_unique<ListControl>(*this, list_));
+    list_->setFocus();
+}
+
+void LookupWindow::fill(const contract::Snapshot& rows, std::size_t columns) {
+    list_->setRowCount(static_cast<int>(rows.rowCount()));
+    for (std::size_t row = 0; row < rows.rowCount(); ++row) {
+        for (std::size_t column = 0; column < columns; ++column) {
+            auto* item = new QTableWidgetItem(toQt(rows.column(column).value(row).text()));
+            if (column == 0)
+                item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+            list_->setItem(static_cast<int>(row), static_cast<int>(column), item);
+        }
+    }
+    if (list_->rowCount() > 0)
+        list_->setCurrentCell(0, 0);
+}
+
+void LookupWindow::search(const QString& text) {
+    int first = -1;
+    for (int row = 0; row < list_->rowCount(); ++row) {
+        bool found = text.trimmed().isEmpty();
+        for (int column = 0; column < list_->columnCount() && !found; ++column)
+            found = list_->item(row, column)->text().contains(text.trimmed(), Qt::CaseInsensitive);
+        list_->setRowHidden(row, !found);
+        if (found && first < 0)
+            first = row;
+    }
+    list_->setCurrentCell(first, first < 0 ? -1 : 0);
+    accept_->setEnabled(first >= 0);
+}
+
+QString LookupWindow::pick(const QString& code) {
+    for (int row = 0; row < list_->rowCount(); ++row) {
+        if (list_->item(row, 0)->text() != code)
+            continue;
+        search_->clear();
+        list_->setCurrentCell(row, 0);
+        confirm();
+        return {};
+    }
+    return QStringLiteral("l'elenco \"%1\" non ha il codice %2").arg(windowTitle(), code);
+}
+
+void LookupWindow::confirm() {
+    const int row = list_->currentRow();
+    if (row < 0 || list_->isRowHidden(row))
+        return;
+    bool whole = false;
+    const qint64 code = list_->item(row, 0)->text().toLongLong(&whole);
+    if (!whole)
+        return;
+    chosen_ = code;
+    accept();
+}
+
+} // namespace host

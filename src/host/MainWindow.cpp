@@ -1,0 +1,303 @@
+#include "host/MainWindow.h"
+
+#include "host/AppIcon.h"
+#include "host/BusyIndicator.h"
+#include "host/ErrorLogWindow.h"
+#include "host/HostSession.h"
+#include "host/UserChoice.h"
+#include "platform/qt/Appearance.h"
+
+#include <QActionGroup>
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QHBoxLayout>
+#include <QInputDialog>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QStatusBar>
+
+namespace host {
+
+using platform::qt::Appearance;
+using platform::qt::ThemeKind;
+
+namespace {
+
+constexpr const char* title = "Manutenzione distinte";
+constexpr QSize startSize(1280, 800);
+
+QString contextText(const HostSession& session) {
+    return QStringLiteral("Azienda %1 · %2 · %3").arg(session.company()).arg(session.user(), session.databaseName());
+}
+
+} // namespace
+
+MainWindow::MainWindow(UserSettings* settings) : settings_(settings), area_(new QMdiArea(this)) {
+    setWindowTitle(QString::fromUtf8(title));
+    setWindowIcon(applicationIcon());
+    area_->setFrameShape(QFrame::NoFrame);
+    area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
+    area_->setAccessibleName(QStringLiteral("Area dei programmi"));
+    setCentralWidget(area_);
+    hint_ = new QLabel(QStringLiteral("Nessun programma aperto.\nProgrammi › Manutenzione distinte (Ctrl+M)"), area_);
+    hint_->setAlignment(Qt::AlignCenter);
+    hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    hint_->hide();
+    makeMenus();
+    makeCorner();
+    makeStatusBar();
+    if (settings_ == nullptr || !settings_->restoreWindow(*this))
+        resize(startSize);
+    // A maximised document puts its own name behind the window's.
+    connect(this, &QWidget::windowTitleChanged, this, [this](const QString& text) {
+        if (text != QLatin1String(title))
+            setWindowTitle(QString::fromUtf8(title));
+    });
+}
+
+void MainWindow::makeMenus() {
+    auto* programs = menuBar()->addMenu(QStringLiteral("&Programmi"));
+    openAction_ = programs->addAction(QStringLiteral("&Manutenzione distinte"), this, &MainWindow::toggleForm);
+    openAction_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
+    closeAction_ = programs->addAction(QStringLiteral("&Chiudi il programma"), this, &MainWindow::toggleForm);
+    closeAction_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_W));
+    programs->addSeparator();
+    auto* quit = programs->addAction(QStringLiteral("&Esci"), this, &QWidget::close);
+    quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+
+    makeViewMenu();
+
+    auto* tools = menuBar()->addMenu(QStringLiteral("&Strumenti"));
+    tools->addAction(QStringLiteral("&Azienda di lavoro…"), this, &MainWindow::chooseCompany);
+    tools->addAction(QStringLiteral("&Utente e gruppo…"), this, &MainWindow::chooseUser);
+    tools->addAction(QStringLiteral("&Database all'avvio…"), this, &MainWindow::chooseDatabase);
+    tools->addSeparator();
+    tools->addAction(QStringLiteral("&Registro degli errori…"), this, &MainWindow::showErrors);
+
+    auto* help = menuBar()->addMenu(QStringLiteral("&?"));
+    help->addAction(QStringLiteral("&Informazioni…"), this, &MainWindow::showAbout);
+}
+
+void MainWindow::makeViewMenu() {
+    auto* view = menuBar()->addMenu(QStringLiteral("&Visualizza"));
+    detailsAction_ = view->addAction(QStringLiteral("&Dettagli"));
+    detailsAction_->setObjectName(QStringLiteral("mnuDettagli"));
+    detailsAction_->setShortcut(QKeySequence(Qt::Key_F8));
+    detailsAction_->setCheckable(true);
+    detailsAction_->setChecked(true);
+    connect(detailsAction_, &QAction::triggered, this, [this] {
+        // The entry is ticked by what the session then tells, not by the click.
+        detailsAction_->toggle();
+        session_->chooseMenuEntry(detailsAction_->objectName());
+    });
+    view->addSeparator();
+
+    auto* theme = view->addMenu(QStringLiteral("&Tema"));
+    auto* themes = new QActionGroup(theme);
+    const std::pair<QString, ThemeKind> kinds[] = {{QStringLiteral("&Chiaro"), ThemeKind::light},
+                                                   {QStringLiteral("&Scuro"), ThemeKind::dark}};
+    for (const auto& [caption, kind] : kinds) {
+        auto* action = theme->addAction(caption, this, [kind = kind] { Appearance::instance().setTheme(kind); });
+        action->setCheckable(true);
+        themes->addAction(action);
+        connect(theme, &QMenu::aboutToShow, action,
+                [action, kind = kind] { action->setChecked(Appearance::instance().theme() == kind); });
+    }
+    auto* zoom = view->addMenu(QStringLiteral("&Zoom"));
+    auto* zooms = new QActionGroup(zoom);
+    for (const int points : {8, 10, 12, 14}) {
+        auto* action = zoom->addAction(QStringLiteral("&%1 punti").arg(points), this,
+                                       [points] { Appearance::instance().setZoom(points); });
+        action->setCheckable(true);
+        zooms->addAction(action);
+        connect(zoom, &QMenu::aboutToShow, action,
+                [action, points] { action->setChecked(Appearance::instance().zoom() == points); });
+    }
+}
+
+void MainWindow::makeCorner() {
+    auto* corner = new QWidget(menuBar());
+    auto* row = new QHBoxLayout(corner);
+    row->setContentsMargins(8, 0, 8, 0);
+    context_ = new QLabel(corner);
+    context_->setTextFormat(Qt::PlainText);
+    themeButton_ = new QToolButton(corner);
+    themeButton_->setText(QStringLiteral("◐"));
+    themeButton_->setAutoRaise(true);
+    themeButton_->setToolTip(QStringLiteral("Cambia tema"));
+    themeButton_->setAccessibleName(QStringLiteral("Cambia tema"));
+    connect(themeButton_, &QToolButton::clicked, this, [] {
+        auto& appearance = Appearance::instance();
+        appearance.setTheme(appearance.theme() == ThemeKind::light ? ThemeKind::dark : ThemeKind::light);
+    });
+    row->addWidget(context_);
+    row->addWidget(themeButton_);
+    menuBar()->setCornerWidget(corner, Qt::TopRightCorner);
+}
+
+void MainWindow::makeStatusBar() {
+    statusText_ = new QLabel(this);
+    statusText_->setTextFormat(Qt::PlainText);
+    statusText_->setMinimumWidth(1);
+    statusText_->setContentsMargins(6, 0, 6, 0);
+    statusContext_ = new QLabel(this);
+    statusContext_->setTextFormat(Qt::PlainText);
+    statusContext_->setContentsMargins(6, 0, 6, 0);
+    statusBar()->addWidget(statusText_, 1);
+    statusBar()->addPermanentWidget(statusContext_);
+    statusBar()->setSizeGripEnabled(false);
+}
+
+void MainWindow::attach(HostSession& session) {
+    session_ = &session;
+    connect(session_, &HostSession::contextChanged, this, &MainWindow::showContext);
+    connect(session_, &HostSession::statusText, this, [this](const QString& text) {
+        lastStatus_ = text;
+        if (busy_ == nullptr || !busy_->showing())
+            statusText_->setText(text);
+    });
+    connect(session_, &HostSession::formOpened, this, [this] {
+        detailsAction_->setChecked(true);
+        if (settings_ != nullptr && session_->formWindow() != nullptr)
+            settings_->restoreSplitters(*session_->formWindow());
+        showFormState();
+    });
+    connect(session_, &HostSession::formClosed, this, &MainWindow::showFormState);
+    connect(session_, &HostSession::menuEntryChosen, this, [this](const QString& name) {
+        if (name == detailsAction_->objectName())
+            detailsAction_->toggle();
+    });
+    // A script answers line by line; there is nobody to wait, and nobody's input to drop.
+    if (settings_ != nullptr) {
+        busy_ = new BusyIndicator(
+            [this](const QString& text) {
+                statusText_->setText(text.isEmpty() ? lastStatus_ : text);
+                statusText_->repaint();
+            },
+            this);
+        session_->trace().afterFinished = [this] { busy_->statementDone(session_->trace().count()); };
+    }
+    showContext();
+    showFormState();
+}
+
+void MainWindow::showContext() {
+    const QString text = contextText(*session_);
+    context_->setText(text);
+    statusContext_->setText(QStringLiteral("Azienda %1  |  Utente %2  |  Gruppo %3  |  %4")
+                                .arg(session_->company())
+                                .arg(session_->user(), session_->group(), session_->databaseName()));
+    // The corner has the size of its first text unless the bar is told.
+    menuBar()->cornerWidget(Qt::TopRightCorner)->adjustSize();
+    menuBar()->updateGeometry();
+}
+
+void MainWindow::showFormState() {
+    const bool open = session_->formOpen();
+    openAction_->setEnabled(!open);
+    closeAction_->setEnabled(open);
+    detailsAction_->setEnabled(open);
+    if (!open) {
+        lastStatus_.clear();
+        statusText_->clear();
+    }
+    hint_->resize(hint_->sizeHint());
+    hint_->move(40, 40);
+    hint_->setVisible(!open);
+}
+
+void MainWindow::toggleForm() {
+    if (!session_->formOpen()) {
+        if (const QString refusal = session_->openForm(); !refusal.isEmpty())
+            QMessageBox::critical(this, windowTitle(), refusal);
+        return;
+    }
+    saveSplitters();
+    bool gone = false;
+    session_->closeForm(gone);
+}
+
+void MainWindow::saveSplitters() {
+    if (settings_ != nullptr && session_ != nullptr && session_->formWindow() != nullptr)
+        settings_->saveSplitters(*session_->formWindow());
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    saveSplitters();
+    if (session_ != nullptr && session_->formOpen()) {
+        bool gone = false;
+        session_->closeForm(gone);
+        if (!gone) {
+            event->ignore();
+            return;
+        }
+    }
+    if (settings_ != nullptr) {
+        settings_->saveWindow(*this);
+        settings_->saveAppearance();
+    }
+    event->accept();
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::FontChange && hint_ != nullptr)
+        hint_->adjustSize();
+}
+
+void MainWindow::chooseCompany() {
+    QStringList items;
+    int current = 0;
+    for (const auto company : session_->companies()) {
+        if (company == session_->company())
+            current = static_cast<int>(items.size());
+        items.append(QString::number(company));
+    }
+    bool chosen = false;
+    const QString item = QInputDialog::getItem(this, QStringLiteral("Azienda di lavoro"), QStringLiteral("Azienda:"),
+                                               items, current, true, &chosen);
+    bool number = false;
+    const qint64 company = item.trimmed().toLongLong(&number);
+    if (!chosen || company == session_->company())
+        return;
+    if (!number || company < 0) {
+        QMessageBox::warning(this, windowTitle(), QStringLiteral("\"%1\" non è un numero di azienda.").arg(item));
+        return;
+    }
+    saveSplitters();
+    session_->setCompany(company);
+}
+
+void MainWindow::chooseUser() {
+    UserChoice choice(session_->user(), session_->group(), this);
+    if (choice.exec() == QDialog::Accepted)
+        session_->setUser(choice.user(), choice.group());
+}
+
+void MainWindow::chooseDatabase() {
+    const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Database da aprire all'avvio"), QString(),
+                                                      QStringLiteral("Database (*.sqlite *.db);;Tutti i file (*)"));
+    if (path.isEmpty() || settings_ == nullptr)
+        return;
+    settings_->saveDatabase(path);
+    QMessageBox::information(this, windowTitle(), QStringLiteral("Dal prossimo avvio il programma apre\n%1").arg(path));
+}
+
+void MainWindow::showErrors() {
+    ErrorLogWindow(session_->logFile(), this).exec();
+}
+
+void MainWindow::showAbout() {
+    QMessageBox box(this);
+    box.setWindowTitle(QStringLiteral("Informazioni"));
+    box.setIconPixmap(applicationIcon().pixmap(64));
+    box.setTextFormat(Qt::PlainText);
+    box.setText(QStringLiteral("Manutenzione distinte %1").arg(QStringLiteral(DISTINTE_VERSION)));
+    box.setInformativeText(QStringLiteral("Sposta clienti e fornitori, con tutta la loro struttura, da una distinta "
+                                          "all'altra.\n\n%1\nRegistro degli errori: %2")
+                               .arg(contextText(*session_), session_->logFile()));
+    box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+    box.exec();
+}
+
+} // namespace host

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "host/UserSettings.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMdiArea>
+#include <QToolButton>
+
+namespace host {
+
+class BusyIndicator;
+class HostSession;
+
+/// The program's window: menu bar, document area and status bar around a session.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    /// Nothing is remembered, and nothing remembered is used, without settings.
+    explicit MainWindow(UserSettings* settings);
+
+    QMdiArea* area() const { return area_; }
+    /// The session that the menus work on; it must outlive the window.
+    void attach(HostSession& session);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void makeMenus();
+    void makeCorner();
+    void makeStatusBar();
+    void makeViewMenu();
+    void toggleForm();
+    void showContext();
+    void showFormState();
+    void saveSplitters();
+    void chooseCompany();
+    void chooseUser();
+    void chooseDatabase();
+    void showErrors();
+    void showAbout();
+
+    UserSettings* settings_;
+    HostSession* session_ = nullptr;
+    BusyIndicator* busy_ = nullptr;
+    QMdiArea* area_;
+    QAction* openAction_ = nullptr;
+    QAction* closeAction_ = nullptr;
+    QAction* detailsAction_ = nullptr;
+    QLabel* context_ = nullptr;
+    QToolButton* themeButton_ = nullptr;
+    QLabel* statusContext_ = nullptr;
+    QLabel* statusText_ = nullptr;
+    QLabel* hint_ = nullptr;
+    QString lastStatus_;
+};
+
+} // namespace host

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace host {
+
+/// Exit statuses of the program.
+enum class ExitStatus : int { success = 0, refused = 1, usage = 2, database = 3 };
+
+/// Why the program can not start: one line in the user's language that says what and where, and the exit status.
+class StartFailure : public std::runtime_error {
+public:
+    StartFailure(ExitStatus status, const std::string& message) : std::runtime_error(message), status_(status) {}
+    ExitStatus status() const { return status_; }
+
+private:
+    ExitStatus status_;
+};
+
+} // namespace host

@@ -1,0 +1,62 @@
+#include "host/TraceLog.h"
+
+#include "plugin/contract/RuntimeError.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <utility>
+
+namespace host {
+
+namespace {
+
+/// A text as a JSON string.
+QByteArray jsonString(const QString& text) {
+    // Only arrays and objects can be written as documents; the brackets around the one element go.
+    const QByteArray list = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
+    return list.mid(1, list.size() - 2);
+}
+
+} // namespace
+
+void TraceLog::openFile(const QString& path) {
+    file_.setFileName(path);
+    if (!file_.open(QIODevice::WriteOnly | QIODevice::Append))
+        throw contract::RuntimeError(contract::RuntimeError::invalidCall,
+                                     "Il file di traccia \"" + path.toStdString() +
+                                         "\" non si può scrivere: " + file_.errorString().toStdString());
+}
+
+void TraceLog::add(const contract::Statement& statement) {
+    ++count_;
+    if (wanted())
+        keep(statement.text());
+}
+
+void TraceLog::add(std::string_view word) {
+    if (wanted())
+        keep(word);
+}
+
+void TraceLog::keep(std::string_view text) {
+    const auto copy = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    if (recording_)
+        texts_.append(copy);
+    if (file_.isOpen()) {
+        file_.write(jsonString(copy) + '\n');
+        // Who watches the file, or finds it after a crash, sees the statement that is under way.
+        file_.flush();
+    }
+}
+
+void TraceLog::finished() {
+    if (afterFinished)
+        afterFinished();
+}
+
+QStringList TraceLog::take() {
+    return std::exchange(texts_, {});
+}
+
+} // namespace host

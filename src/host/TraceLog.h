@@ -1,0 +1,52 @@
+#pragma once
+
+#include "plugin/contract/Statement.h"
+
+#include <QFile>
+#include <QString>
+#include <QStringList>
+
+#include <cstdint>
+#include <functional>
+#include <string_view>
+
+namespace host {
+
+/// Receives every statement text that goes to the database, and BeginTrans, CommitTrans and RollbackTrans as those
+/// words.
+class TraceLog {
+public:
+    TraceLog() = default;
+    TraceLog(const TraceLog&) = delete;
+    TraceLog& operator=(const TraceLog&) = delete;
+
+    /// Appends from now on to a file, one JSON string a line. Throws RuntimeError when it can not be written.
+    void openFile(const QString& path);
+    /// Keeps the texts for take(); off at first.
+    void setRecording(bool recording) { recording_ = recording; }
+
+    void add(const contract::Statement& statement);
+    void add(std::string_view word);
+    /// Tells afterFinished() that the statement's work is done.
+    void finished();
+
+    /// The texts since the last call.
+    QStringList take();
+
+    /// Statements so far.
+    std::uint64_t count() const { return count_; }
+
+    /// Called after every statement; for the display of long work.
+    std::function<void()> afterFinished;
+
+private:
+    bool wanted() const { return recording_ || file_.isOpen(); }
+    void keep(std::string_view text);
+
+    QFile file_;
+    bool recording_ = false;
+    QStringList texts_;
+    std::uint64_t count_ = 0;
+};
+
+} // namespace host

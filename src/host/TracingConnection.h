@@ -1,0 +1,34 @@
+#pragma once
+
+#include "host/TraceLog.h"
+#include "plugin/contract/Connection.h"
+
+#include <memory>
+
+namespace host {
+
+/// A connection that tells a trace what goes through it.
+class TracingConnection : public contract::Connection {
+public:
+    /// The trace must outlive the connection.
+    TracingConnection(std::unique_ptr<contract::Connection> connection, TraceLog& trace);
+
+    std::string ConnectionString() const override;
+    void SetConnectionString(std::string_view text) override;
+    void Open() override;
+    void Close() noexcept override;
+    bool IsOpen() const override;
+    std::int64_t Execute(const contract::Statement& statement) override;
+    void Read(const contract::Statement& statement, contract::Snapshot& rows) override;
+    void BeginTrans() override;
+    void CommitTrans() override;
+    void RollbackTrans() override;
+    bool InTransaction() const override;
+    const contract::ErrorList& Errors() const override;
+
+private:
+    std::unique_ptr<contract::Connection> connection_;
+    TraceLog& trace_;
+};
+
+} // namespace host

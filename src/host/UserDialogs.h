@@ -1,0 +1,68 @@
+#pragma once
+
+#include "plugin/contract/Connection.h"
+#include "plugin/contract/RuntimeError.h"
+
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace host {
+
+/// One message box or error display that was shown to the user, with the answer it got.
+struct ShownMessage {
+    enum class Kind : std::uint8_t { message, error };
+
+    Kind kind = Kind::message;
+    QString title; ///< message boxes
+    QString text;  ///< message boxes
+    int style = 0;
+    int answer = 0;
+    QString procedure;   ///< error displays: the procedure that failed
+    QString caption;     ///< error displays: the form's caption
+    int number = 0;      ///< error displays: the run-time error's
+    QString description; ///< error displays: the run-time error's, in the user's language
+};
+
+/// The one place that shows message boxes and error displays.
+///
+/// With a person they are real boxes. Driven by a script nothing is shown: the answers come from a queue, and what
+/// would have been shown is kept until takeShown().
+class UserDialogs {
+public:
+    UserDialogs() = default;
+    UserDialogs(const UserDialogs&) = delete;
+    UserDialogs& operator=(const UserDialogs&) = delete;
+
+    /// The window over which boxes stand; none at first.
+    void setWindow(QWidget* window) { window_ = window; }
+    void setScripted(bool scripted) { scripted_ = scripted; }
+    bool scripted() const { return scripted_; }
+
+    /// Answers of the next boxes, in place of those an earlier call left over. Scripted only.
+    void queueAnswers(std::vector<int> answers);
+    std::size_t queuedAnswers() const { return answers_.size(); }
+    /// What was shown since the last call, in order. Scripted only.
+    std::vector<ShownMessage> takeShown();
+
+    /// Shows a message box; the code of the button pressed (contract::message), 7 for a yes/no box and 1 for any other
+    /// when nothing is queued for it.
+    int showMessage(std::string_view title, std::string_view text, int style);
+    /// Shows a failed procedure with the database's own records as details; 3, 4 or 5, scripted whatever is queued.
+    int showError(std::string_view caption, std::string_view procedure, const contract::RuntimeError& error,
+                  const contract::ErrorList& records, int style);
+
+private:
+    std::optional<int> nextAnswer();
+
+    QPointer<QWidget> window_;
+    bool scripted_ = false;
+    std::vector<int> answers_;
+    std::vector<ShownMessage> shown_;
+};
+
+} // namespace host

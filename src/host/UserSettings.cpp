@@ -1,0 +1,83 @@
+#include "host/UserSettings.h"
+
+#include "host/UserFolders.h"
+#include "platform/qt/Appearance.h"
+#include "platform/qt/Scriptable.h"
+#include "plugin/contract/Controls.h"
+
+namespace host {
+
+using platform::qt::Appearance;
+using platform::qt::ThemeKind;
+
+namespace {
+
+const QString themeKey = QStringLiteral("aspetto/tema");
+const QString zoomKey = QStringLiteral("aspetto/zoom");
+const QString geometryKey = QStringLiteral("finestra/geometria");
+const QString splitterGroup = QStringLiteral("divisori/");
+const QString databaseKey = QStringLiteral("connessione/database");
+
+/// Calls the action with every splitter of a form.
+template <class Action> void forEachSplitter(platform::qt::FormWindow& form, Action action) {
+    const QStringList names = form.controlNames();
+    for (const QString& name : names)
+        if (auto* splitter = dynamic_cast<contract::Splitter*>(form.control(name)))
+            action(splitterGroup + form.formName() + QLatin1Char('/') + name, *splitter);
+}
+
+} // namespace
+
+UserSettings::UserSettings() : settings_(QString::fromStdString(settingsFile().string()), QSettings::IniFormat) {
+}
+
+void UserSettings::restoreAppearance() {
+    auto& appearance = Appearance::instance();
+    if (settings_.value(themeKey).toString() == QLatin1String("scuro"))
+        appearance.setTheme(ThemeKind::dark);
+    if (settings_.contains(zoomKey))
+        appearance.setZoom(settings_.value(zoomKey).toInt());
+}
+
+void UserSettings::saveAppearance() {
+    const auto& appearance = Appearance::instance();
+    settings_.setValue(themeKey,
+                       appearance.theme() == ThemeKind::dark ? QStringLiteral("scuro") : QStringLiteral("chiaro"));
+    settings_.setValue(zoomKey, appearance.zoom());
+}
+
+bool UserSettings::restoreWindow(QMainWindow& window) {
+    return window.restoreGeometry(settings_.value(geometryKey).toByteArray());
+}
+
+void UserSettings::saveWindow(const QMainWindow& window) {
+    settings_.setValue(geometryKey, window.saveGeometry());
+}
+
+void UserSettings::restoreSplitters(platform::qt::FormWindow& form) {
+    forEachSplitter(form, [this](const QString& key, contract::Splitter& splitter) {
+        bool number = false;
+        const double share = settings_.value(key).toDouble(&number);
+        if (!number || share < 0 || share > 100)
+            return;
+        splitter.setShare(share);
+        contract::fire(splitter.Move);
+    });
+}
+
+void UserSettings::saveSplitters(platform::qt::FormWindow& form) {
+    forEachSplitter(form, [this](const QString& key, const contract::Splitter& splitter) {
+        settings_.setValue(key, splitter.share());
+    });
+}
+
+std::optional<std::string> UserSettings::savedDatabase() const {
+    const QString path = settings_.value(databaseKey).toString();
+    return path.isEmpty() ? std::nullopt : std::optional(path.toStdString());
+}
+
+void UserSettings::saveDatabase(const QString& path) {
+    settings_.setValue(databaseKey, path);
+}
+
+} // namespace host

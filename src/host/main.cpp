@@ -1,0 +1,165 @@
+#include "host/CommandLine.h"
+#include "host/ComponentLibrary.h"
+#include "host/DatabaseSetup.h"
+#include "host/HostSession.h"
+#include "host/MainWindow.h"
+#include "host/ScriptReader.h"
+#include "host/ScriptRunner.h"
+#include "host/StartFailure.h"
+#include "host/UserFolders.h"
+#include "host/UserSettings.h"
+#include "platform/qt/Appearance.h"
+
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace {
+
+using host::CommandLine;
+using host::ExitStatus;
+using host::StartFailure;
+
+/// One line on standard error, whatever line ends the reason holds.
+void report(std::string reason) {
+    std::replace(reason.begin(), reason.end(), '\n', ' ');
+    std::cerr << "distinte: " << reason << std::endl;
+}
+
+bool isSet(const char* variable) {
+    const char* value = std::getenv(variable);
+    return value != nullptr && value[0] != '\0';
+}
+
+void chooseDisplay(const CommandLine& line) {
+    if (isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM"))
+        return;
+    if (line.action != CommandLine::Action::script)
+        throw StartFailure(ExitStatus::usage, "nessuno schermo (DISPLAY o WAYLAND_DISPLAY): senza schermo il "
+                                              "programma esegue soltanto script, con --script");
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+}
+
+std::filesystem::path programFolder() {
+    std::error_code error;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+    return error ? std::filesystem::current_path() : program.parent_path();
+}
+
+host::ComponentLibrary loadComponent() {
+    return host::ComponentLibrary::load(programFolder(), host::componentRegistryFile());
+}
+
+std::string databaseOf(const CommandLine& line, const contract::Schema& schema) {
+    const auto wanted = host::wantedDatabase(line, host::UserSettings().savedDatabase());
+    return wanted ? *wanted : host::prepareDefaultDatabase(schema);
+}
+
+int create(const CommandLine& line) {
+    const auto component = loadComponent();
+    auto path = host::wantedDatabase(line, host::UserSettings().savedDatabase());
+    if (!path) {
+        std::error_code ignored;
+        std::filesystem::create_directories(host::dataFolder(), ignored);
+        path = host::defaultDatabase().string();
+    }
+    const bool demo = line.action == CommandLine::Action::createDemo;
+    host::createDatabaseFile(*path, component.schema(), demo ? std::optional(line.demoSize) : std::nullopt);
+    return static_cast<int>(ExitStatus::success);
+}
+
+void useItalian(QApplication& application) {
+    QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
+    // The texts of Qt's own dialogs, where the machine has them.
+    auto* translator = new QTranslator(&application);
+    if (translator->load(QStringLiteral("qtbase_it"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(translator);
+}
+
+int work(const CommandLine& line, int& argc, char** argv) {
+    const bool scripted = line.action == CommandLine::Action::script;
+    std::unique_ptr<host::ScriptReader> reader;
+    if (scripted) {
+        QString reason;
+        reader = host::ScriptReader::open(QString::fromLocal8Bit(line.script), reason);
+        if (!reader)
+            throw StartFailure(ExitStatus::usage, reason.toStdString());
+    }
+    chooseDisplay(line);
+    auto component = loadComponent();
+
+    host::SessionSettings settings;
+    settings.databasePath = databaseOf(line, component.schema());
+    settings.company = line.company;
+    settings.user = line.user;
+    settings.group = line.group;
+    settings.traceFile = QString::fromLocal8Bit(line.trace.value_or(""));
+    settings.logFile = QString::fromLocal8Bit(line.log.value_or(host::defaultErrorLog().string()));
+    settings.scripted = scripted;
+
+    if (scripted)
+        host::quietToolkit();
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("distinte"));
+    QApplication::setApplicationDisplayName(QString());
+    useItalian(application);
+    // What one person has set must not change what a script sees.
+    host::UserSettings remembered;
+    if (!scripted)
+        remembered.restoreAppearance();
+    platform::qt::Appearance::instance().apply();
+
+    host::MainWindow window(scripted ? nullptr : &remembered);
+    host::HostSession session(settings, component, window.area(), &window);
+    session.openDatabase();
+    window.attach(session);
+    window.show();
+    if (scripted)
+        return host::runScript(session, &window, *reader);
+    if (const QString refusal = session.openForm(); !refusal.isEmpty())
+        report(refusal.toStdString());
+    return QApplication::exec();
+}
+
+int run(int& argc, char** argv) {
+    const CommandLine line = host::readCommandLine(std::vector<std::string>(argv + 1, argv + argc));
+    switch (line.action) {
+    case CommandLine::Action::version:
+        std::cout << "distinte " DISTINTE_VERSION << std::endl;
+        return 0;
+    case CommandLine::Action::help:
+        std::cout << host::helpText() << std::flush;
+        return 0;
+    case CommandLine::Action::create:
+    case CommandLine::Action::createDemo:
+        return create(line);
+    case CommandLine::Action::script:
+    case CommandLine::Action::window:
+        break;
+    }
+    return work(line, argc, argv);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const StartFailure& failure) {
+        report(failure.what());
+        return static_cast<int>(failure.status());
+    } catch (const std::exception& error) {
+        report(error.what());
+        return static_cast<int>(ExitStatus::database);
+    }
+}

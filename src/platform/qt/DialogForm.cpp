@@ -1,0 +1,223 @@
+#include "platform/qt/DialogForm.h"
+
+#include "platform/qt/Appearance.h"
+#include "platform/qt/Buttons.h"
+#include "platform/qt/DataEntryHooks.h"
+#include "platform/qt/DataFrameControl.h"
+#include "platform/qt/InputEvents.h"
+#include "plugin/contract/Host.h"
+
+#include <QCloseEvent>
+#include <QShortcut>
+
+#include <algorithm>
+
+namespace platform::qt {
+
+using contract::Rect;
+using contract::Twips;
+namespace message = contract::message;
+
+namespace {
+
+constexpr Twips barHeight = 600;
+constexpr Twips buttonWidth = 1700;
+constexpr Twips margin = 120;
+constexpr int basePoints = 8;
+
+Twips keepExact(Twips exact, int given, int now) { return given == now ? exact : Appearance::twips(now); }
+
+} // namespace
+
+DialogWindow::DialogWindow(QWidget* parent) : QDialog(parent) {
+    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+}
+
+void DialogWindow::closeEvent(QCloseEvent* event) {
+    // The form hides the window itself when it goes.
+    event->ignore();
+    emit closePressed();
+}
+
+void DialogWindow::reject() { emit closePressed(); }
+
+void DialogWindow::moveEvent(QMoveEvent* event) {
+    QDialog::moveEvent(event);
+    emit geometryChanged();
+}
+
+void DialogWindow::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    emit geometryChanged();
+}
+
+DialogForm::DialogForm(std::string_view name, QWidget* mainWindow) : QtForm(name), mainWindow_(mainWindow) {
+    auto* dialog = new DialogWindow(mainWindow);
+    dialog_ = dialog;
+    adopt(dialog, new FormArea(dialog));
+    QObject::connect(dialog, &DialogWindow::closePressed, &context_, [this] { pressClose(); });
+    QObject::connect(dialog, &DialogWindow::geometryChanged, &context_, [this] { geometryChanged(); });
+    QObject::connect(&Appearance::instance(), &Appearance::changed, &context_, [this] { layOut(); });
+}
+
+void DialogForm::setBounds(const Rect& bounds) {
+    bounds_ = {bounds.left, bounds.top, std::max(bounds.width, 0), std::max(bounds.height, 0)};
+    applyBounds();
+}
+
+QPoint DialogForm::origin() const {
+    const QWidget* main = mainWindow_;
+    return main == nullptr ? QPoint(0, 0) : main->mapToGlobal(QPoint(0, 0));
+}
+
+void DialogForm::applyBounds() {
+    DialogWindow* dialog = dialog_;
+    if (dialog == nullptr)
+        return;
+    const int left = Appearance::pixels(bounds_.left);
+    const int top = Appearance::pixels(bounds_.top);
+    given_ = QRect(left, top, Appearance::pixels(bounds_.left + bounds_.width) - left,
+                   Appearance::pixels(bounds_.top + bounds_.height) - top);
+    dialog->setGeometry(given_.translated(origin()));
+    layOut();
+}
+
+void DialogForm::geometryChanged() {
+    layOut();
+    const DialogWindow* dialog = dialog_;
+    if (!visible() || dialog == nullptr || !dialog->isVisible())
+        return;
+    const QRect now = dialog->geometry().translated(-origin());
+    bounds_ = {keepExact(bounds_.left, given_.x(), now.x()), keepExact(bounds_.top, given_.y(), now.y()),
+               keepExact(bounds_.width, given_.width(), now.width()),
+               keepExact(bounds_.height, given_.height(), now.height())};
+    given_ = now;
+    // The area may have had its pixels before the exact size followed.
+    guarded([this] { areaResized(); });
+}
+
+void DialogForm::layOut() {
+    QWidget* window = dialog_;
+    QWidget* content = area();
+    QWidget* bar = bar_;
+    if (window == nullptr || content == nullptr)
+        return;
+    const int barPixels = bar != nullptr ? Appearance::pixels(barHeight) : 0;
+    content->setGeometry(0, 0, window->width(), std::max(window->height() - barPixels, 0));
+    if (bar == nullptr)
+        return;
+    bar->setGeometry(0, window->height() - barPixels, window->width(), barPixels);
+    // Wide enough for the type in use, and never wider than half the dialog.
+    const Twips room = Appearance::twips(window->width());
+    const Twips wide = std::min(buttonWidth * Appearance::instance().zoom() / basePoints, (room - 3 * margin) / 2);
+    const Twips top = margin / 2;
+    const Twips high = barHeight - margin;
+    restore_->setBounds({room - margin - wide, top, wide, high});
+    save_->setBounds({room - 2 * margin - 2 * wide, top, wide, high});
+}
+
+QtForm::Extent DialogForm::clientSize() const {
+    const Twips taken = bar_ ? barHeight : 0;
+    return {bounds_.width, std::max(bounds_.height - taken, 0)};
+}
+
+void DialogForm::showWindow() {
+    DialogWindow* dialog = dialog_;
+    if (dialog == nullptr)
+        return;
+    if (const QWidget* main = mainWindow_; main != nullptr && bounds_.left == 0 && bounds_.top == 0) {
+        // Nobody said where: in the middle of the main window.
+        bounds_.left = std::max((Appearance::twips(main->width()) - bounds_.width) / 2, 0);
+        bounds_.top = std::max((Appearance::twips(main->height()) - bounds_.height) / 2, 0);
+        applyBounds();
+    }
+    if (save_ != nullptr) {
+        // The row is reached after the dialog's own controls.
+        QWidget* last = restore_->button();
+        for (const QString& name : controlNames())
+            if (QWidget* widget = control(name)->widget();
+                widget != nullptr && widget != save_->button() && widget != restore_->button())
+                last = widget;
+        QWidget::setTabOrder(last, save_->button());
+        QWidget::setTabOrder(save_->button(), restore_->button());
+    }
+    dialog->show();
+    dialog->raise();
+    dialog->activateWindow();
+}
+
+void DialogForm::hideWindow() {
+    if (dialog_)
+        dialog_->hide();
+}
+
+void DialogForm::activateWindow() {
+    if (!dialog_)
+        return;
+    dialog_->raise();
+    dialog_->activateWindow();
+}
+
+void DialogForm::standModal(bool modal) {
+    if (dialog_ && modal)
+        dialog_->setWindowModality(Qt::ApplicationModal);
+}
+
+std::unique_ptr<ButtonControl> DialogForm::dataEntryButton(const char* name, const char* caption, const char* tip) {
+    auto button = std::make_unique<ButtonControl>(name, bar_);
+    button->setCaption(caption);
+    button->setToolTip(tip);
+    button->setVisible(true);
+    return button;
+}
+
+void DialogForm::dataFrameAdded(DataFrameControl& frame) {
+    if (frame_ != nullptr || !dialog_)
+        return;
+    frame_ = &frame;
+    QWidget* bar = new QWidget(dialog_);
+    bar_ = bar;
+    bar->setAutoFillBackground(true);
+    auto save = dataEntryButton("CMD_SALVA", "&Salva", "Salva le modifiche (Ctrl+S)");
+    auto restore = dataEntryButton("CMD_RIPRISTINA", "&Ripristina", "Annulla le modifiche non salvate");
+    save_ = save.get();
+    restore_ = restore.get();
+    save->setPrimary(true);
+    save->ButtonClick = [this] { trySave(); };
+    restore->ButtonClick = [this] { frame_->undo(); };
+    save->button()->setGlyph(Glyph::save);
+    restore->button()->setGlyph(Glyph::undo);
+    auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_S), dialog_);
+    QObject::connect(shortcut, &QShortcut::activated, save->button(), &QPushButton::click);
+    Scriptable& saveScript = *save;
+    Scriptable& restoreScript = *restore;
+    addOwn(std::move(save), saveScript);
+    addOwn(std::move(restore), restoreScript);
+    bar->show();
+    layOut();
+}
+
+bool DialogForm::trySave() {
+    try {
+        return frame_->save();
+    } catch (const contract::RuntimeError& error) {
+        DataEntryHooks::instance().report(error, frame_->errors());
+        return false;
+    }
+}
+
+bool DialogForm::mayLeave() {
+    if (frame_ == nullptr || !visible())
+        return true;
+    // A field that is still being typed into counts as it stands when it is left.
+    if (QWidget* focused = dialog_ ? dialog_->focusWidget() : nullptr)
+        focused->clearFocus();
+    if (!frame_->changed())
+        return true;
+    const int answer = DataEntryHooks::instance().askToSave(dialog_->windowTitle());
+    if (answer == message::answerYes)
+        return trySave();
+    return answer == message::answerNo;
+}
+
+} // namespace platform::qt

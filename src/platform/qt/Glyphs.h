@@ -1,0 +1,43 @@
+#pragma once
+
+#include "plugin/contract/Controls.h"
+
+#include <QColor>
+#include <QIcon>
+#include <QPainter>
+
+#include <cstdint>
+
+namespace platform::qt {
+
+/// The pictures of the program, drawn with one pen on a grid of 16 by 16.
+enum class Glyph : std::uint8_t {
+    none,
+    moveStructure,
+    moveValidity,
+    parameters,
+    panelLeft,
+    panelRight,
+    search,
+    levels,
+    chevronDown,
+    list,
+    first,
+    previous,
+    next,
+    last,
+    save,
+    undo,
+    add,
+    remove
+};
+
+Glyph glyphOf(contract::Icon icon);
+
+/// Draws the picture into the largest square in the middle of the rectangle.
+void paintGlyph(QPainter& painter, Glyph glyph, const QRectF& rect, const QColor& color);
+
+/// An icon that draws itself at any size in the theme's text colours of the moment.
+QIcon glyphIcon(Glyph glyph);
+
+} // namespace platform::qt

@@ -1,0 +1,260 @@
+#include "platform/qt/PlainStyle.h"
+
+#include "platform/qt/Appearance.h"
+
+#include <QFontInfo>
+#include <QFontMetrics>
+#include <QLineEdit>
+#include <QPainter>
+#include <QPainterPath>
+#include <QStyleFactory>
+#include <QStyleOption>
+
+#include <algorithm>
+
+namespace platform::qt {
+
+namespace {
+
+constexpr double fieldRadius = 3.0;
+
+const ThemeColors& theme() { return Appearance::instance().colors(); }
+
+/// Pixels.
+int typeHeight() { return QFontInfo(Appearance::instance().font()).pixelSize(); }
+
+enum class WindowButton { minimise, maximise, restore, close };
+
+void drawWindowButton(QPainter& painter, const QRect& rect, WindowButton button, bool hovered, bool pressed) {
+    if (!rect.isValid())
+        return;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    const bool warns = button == WindowButton::close && (hovered || pressed);
+    if (hovered || pressed) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(warns ? theme().danger : pressed ? theme().lineStrong : theme().line);
+        painter.drawRoundedRect(rect, fieldRadius, fieldRadius);
+    }
+    painter.setPen(QPen(warns ? theme().dangerText : theme().text, 1.2));
+    painter.setBrush(Qt::NoBrush);
+    const double half = std::min(rect.width(), rect.height()) * 0.24;
+    const QPointF c = QRectF(rect).center();
+    const QRectF square(c.x() - half, c.y() - half, 2 * half, 2 * half);
+    switch (button) {
+    case WindowButton::minimise:
+        painter.drawLine(square.bottomLeft(), square.bottomRight());
+        break;
+    case WindowButton::maximise:
+        painter.drawRect(square);
+        break;
+    case WindowButton::restore: {
+        painter.drawRect(square.adjusted(0, half * 0.6, -half * 0.6, 0));
+        QPainterPath behind(QPointF(square.left() + half * 0.6, square.top() + half * 0.6));
+        behind.lineTo(square.left() + half * 0.6, square.top());
+        behind.lineTo(square.right(), square.top());
+        behind.lineTo(square.right(), square.bottom() - half * 0.6);
+        behind.lineTo(square.right() - half * 0.6, square.bottom() - half * 0.6);
+        painter.drawPath(behind);
+        break;
+    }
+    case WindowButton::close:
+        painter.drawLine(square.topLeft(), square.bottomRight());
+        painter.drawLine(square.topRight(), square.bottomLeft());
+        break;
+    }
+    painter.restore();
+}
+
+} // namespace
+
+PlainStyle::PlainStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+int PlainStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+    switch (metric) {
+    case PM_MdiSubWindowFrameWidth:
+        return 4;
+    case PM_TitleBarHeight:
+        return QFontMetrics(Appearance::instance().font()).height() + 10;
+    case PM_IndicatorWidth:
+    case PM_IndicatorHeight:
+    case PM_LineEditIconSize:
+        return std::max(typeHeight() + 2, 14);
+    case PM_ButtonShiftHorizontal:
+    case PM_ButtonShiftVertical:
+        return 0;
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+int PlainStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                          QStyleHintReturn* returnData) const {
+    // One click on a field of dates or codes marks it; a person expects the list of a combo box below it, not over it.
+    if (hint == SH_ComboBox_Popup)
+        return 0;
+    // Document windows have square corners.
+    if (hint == SH_WindowFrame_Mask)
+        return 0;
+    return QProxyStyle::styleHint(hint, option, widget, returnData);
+}
+
+QRect PlainStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
+    const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+    const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+    constexpr int beside = 3;
+    if (element == SE_LineEditContents && frame != nullptr && frame->lineWidth > 0)
+        return rect.adjusted(beside, 0, -beside, 0);
+    return rect;
+}
+
+void PlainStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                               const QWidget* widget) const {
+    switch (element) {
+    case PE_PanelLineEdit: {
+        const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+        if (frame != nullptr && frame->lineWidth <= 0) {
+            painter->fillRect(option->rect, option->palette.brush(QPalette::Base));
+            return;
+        }
+        const auto* edit = qobject_cast<const QLineEdit*>(widget);
+        drawField(*option, *painter, edit != nullptr && edit->isReadOnly());
+        return;
+    }
+    case PE_FrameLineEdit:
+        return; // drawn with the panel
+    case PE_IndicatorCheckBox:
+    case PE_IndicatorItemViewItemCheck:
+        drawCheckBox(*option, *painter);
+        return;
+    case PE_FrameFocusRect: {
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(QPen(theme().focusRing, 1.6));
+        painter->setBrush(Qt::NoBrush);
+        painter->drawRoundedRect(QRectF(option->rect).adjusted(1, 1, -1, -1), fieldRadius, fieldRadius);
+        painter->restore();
+        return;
+    }
+    case PE_FrameWindow: {
+        const bool active = option->state.testFlag(State_Active);
+        painter->save();
+        painter->setPen(active ? theme().lineStrong : theme().line);
+        painter->setBrush(theme().window);
+        painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+        painter->restore();
+        return;
+    }
+    default:
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+}
+
+void PlainStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                                    const QWidget* widget) const {
+    if (control == CC_TitleBar) {
+        if (const auto* bar = qstyleoption_cast<const QStyleOptionTitleBar*>(option)) {
+            drawTitleBar(*bar, *painter, widget);
+            return;
+        }
+    }
+    if (control == CC_MdiControls) {
+        drawMdiControls(*option, *painter, widget);
+        return;
+    }
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+void PlainStyle::drawField(const QStyleOption& option, QPainter& painter, bool readOnly) const {
+    const ThemeColors& c = theme();
+    const bool enabled = option.state.testFlag(State_Enabled);
+    const bool focused = enabled && option.state.testFlag(State_HasFocus);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(focused ? c.focusRing : enabled && !readOnly ? c.lineStrong : c.line, focused ? 2.0 : 1.0));
+    painter.setBrush(!enabled || readOnly ? c.locked : focused ? c.fieldFocus : c.field);
+    const double inset = focused ? 1.0 : 0.5;
+    painter.drawRoundedRect(QRectF(option.rect).adjusted(inset, inset, -inset, -inset), fieldRadius, fieldRadius);
+    painter.restore();
+}
+
+void PlainStyle::drawCheckBox(const QStyleOption& option, QPainter& painter) const {
+    const ThemeColors& c = theme();
+    const bool enabled = option.state.testFlag(State_Enabled);
+    const bool on = option.state.testFlag(State_On);
+    const bool partly = option.state.testFlag(State_NoChange);
+    const double side = std::min(option.rect.width(), option.rect.height()) - 1.0;
+    const QPointF center = QRectF(option.rect).center();
+    const QRectF box(center.x() - side / 2.0, center.y() - side / 2.0, side, side);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    const bool filled = on || partly;
+    // The surface of a check box keeps its own colours on a selected row too, with a line that holds it apart.
+    painter.setPen(QPen(enabled ? (filled ? c.accentText : c.lineStrong) : c.lineStrong, 1.0));
+    painter.setBrush(!enabled ? c.locked : filled ? c.accent : c.field);
+    painter.drawRoundedRect(box, 2.5, 2.5);
+    painter.setPen(QPen(enabled ? c.accentText : c.textDisabled, side / 8.0, Qt::SolidLine, Qt::RoundCap,
+                        Qt::RoundJoin));
+    if (on) {
+        QPainterPath tick(box.topLeft() + QPointF(side * 0.24, side * 0.53));
+        tick.lineTo(box.topLeft() + QPointF(side * 0.43, side * 0.71));
+        tick.lineTo(box.topLeft() + QPointF(side * 0.77, side * 0.31));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawPath(tick);
+    } else if (partly) {
+        painter.drawLine(box.center() - QPointF(side * 0.24, 0), box.center() + QPointF(side * 0.24, 0));
+    }
+    painter.restore();
+}
+
+void PlainStyle::drawTitleBar(const QStyleOptionTitleBar& option, QPainter& painter, const QWidget* widget) const {
+    const ThemeColors& c = theme();
+    const bool active = (option.titleBarState & State_Active) != 0;
+    const bool minimised = (option.titleBarState & Qt::WindowMinimized) != 0;
+    const bool maximised = (option.titleBarState & Qt::WindowMaximized) != 0;
+    painter.save();
+    painter.setPen(active ? c.lineStrong : c.line);
+    painter.setBrush(active ? c.header : c.window);
+    painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
+
+    if (option.subControls.testFlag(SC_TitleBarLabel)) {
+        QRect label = subControlRect(CC_TitleBar, &option, SC_TitleBarLabel, widget);
+        label.setLeft(option.rect.left() + 10);
+        painter.setPen(active ? c.headerText : c.textMuted);
+        QFont font = painter.font();
+        font.setBold(true);
+        painter.setFont(font);
+        painter.drawText(label, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
+                         painter.fontMetrics().elidedText(option.text, Qt::ElideRight, label.width()));
+    }
+
+    const auto button = [&](SubControl part, WindowButton kind, bool offered) {
+        if (!offered || !option.subControls.testFlag(part))
+            return;
+        const bool here = option.activeSubControls.testFlag(part);
+        drawWindowButton(painter, subControlRect(CC_TitleBar, &option, part, widget), kind,
+                         here && option.state.testFlag(State_MouseOver), here && option.state.testFlag(State_Sunken));
+    };
+    const bool canMinimise = option.titleBarFlags.testFlag(Qt::WindowMinimizeButtonHint);
+    const bool canMaximise = option.titleBarFlags.testFlag(Qt::WindowMaximizeButtonHint);
+    button(SC_TitleBarMinButton, WindowButton::minimise, canMinimise && !minimised);
+    button(SC_TitleBarMaxButton, WindowButton::maximise, canMaximise && !maximised);
+    button(SC_TitleBarNormalButton, WindowButton::restore, (canMinimise && minimised) || (canMaximise && maximised));
+    button(SC_TitleBarCloseButton, WindowButton::close, option.titleBarFlags.testFlag(Qt::WindowSystemMenuHint));
+    painter.restore();
+}
+
+void PlainStyle::drawMdiControls(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const {
+    const auto button = [&](SubControl part, WindowButton kind) {
+        if (!option.subControls.testFlag(part))
+            return;
+        const bool here = option.activeSubControls.testFlag(part);
+        drawWindowButton(painter, subControlRect(CC_MdiControls, &option, part, widget), kind,
+                         here && option.state.testFlag(State_MouseOver), here && option.state.testFlag(State_Sunken));
+    };
+    button(SC_MdiMinButton, WindowButton::minimise);
+    button(SC_MdiNormalButton, WindowButton::restore);
+    button(SC_MdiCloseButton, WindowButton::close);
+}
+
+} // namespace platform::qt

@@ -1,0 +1,371 @@
+#include "platform/qt/TreeListControl.h"
+
+#include "platform/qt/TreeHeader.h"
+#include "plugin/contract/RuntimeError.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+namespace platform::qt {
+
+using contract::Node;
+using contract::RuntimeError;
+using contract::TreeColumnKind;
+using contract::Value;
+
+namespace {
+
+QString text(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+} // namespace
+
+TreeListControl::TreeListControl(std::string_view name, QWidget* parent)
+    : QtControl(name, new TreeView(parent)), view_(static_cast<TreeView*>(widget_.data())), model_(&view_->nodes()) {
+    view_->setListener(this);
+    QObject::connect(view_, &QObject::destroyed, &focus_, [this] { focus_.forget(); });
+    focus_.changed = [this] { contract::fire(OnChangeNode); };
+    focus_.rested = [this] { contract::fire(OnChangeNodeEx); };
+    focus_.columnChanged = [this] { contract::fire(OnChangedColumn, focused()); };
+}
+
+TreeListControl::~TreeListControl() {
+    if (widget_)
+        view_->setListener(nullptr);
+}
+
+// Set-up
+
+void TreeListControl::setBandCaption(std::string_view caption) {
+    view_->bands().setBandCaption(text(caption));
+    view_->setAccessibleName(text(caption));
+}
+
+void TreeListControl::addColumn(const contract::TreeColumn& column) {
+    model_->addColumn(column);
+    view_->columnAdded(model_->columnCount() - 1);
+}
+
+const std::vector<contract::TreeColumn>& TreeListControl::columns() const {
+    return model_->columns();
+}
+
+void TreeListControl::setScrollTipColumn(std::string_view column) {
+    view_->setScrollTipColumn(std::string(column));
+}
+
+void TreeListControl::setFontName(std::string_view name) {
+    view_->setFontName(text(name));
+}
+
+void TreeListControl::setColor(contract::TreeColor property, contract::Color color) {
+    view_->colors().set(property, color);
+    view_->refreshLook();
+}
+
+void TreeListControl::setHeaderColors(contract::Color background, contract::Color text) {
+    view_->colors().setHeader(background, text);
+    view_->refreshLook();
+}
+
+void TreeListControl::setColumnColors(contract::Color background, contract::Color text) {
+    view_->colors().setColumn(background, text);
+    view_->refreshLook();
+}
+
+void TreeListControl::setEmptyText(std::string_view value) {
+    view_->setEmptyText(text(value));
+}
+
+// Data
+
+void TreeListControl::bind(std::shared_ptr<contract::Recordset> records, std::string_view keyField,
+                           std::string_view parentField, std::optional<std::int64_t> focusKey) {
+    focus_.forget();
+    changed_.clear();
+    rebinding_ = true;
+    try {
+        model_->bind(std::move(records), keyField, parentField);
+    } catch (...) {
+        open_.clear();
+        rebinding_ = false;
+        throw;
+    }
+    const auto count = model_->count();
+    open_.assign(static_cast<std::size_t>(count), false);
+    int deepest = 0;
+    for (std::int32_t at = 0; at < count; ++at) {
+        open_[static_cast<std::size_t>(at)] = !model_->isLeaf(at);
+        deepest = std::max(deepest, model_->nodes().level(at));
+    }
+    view_->setDepth(deepest);
+    const bool blocked = view_->blockSignals(true); // one signal a node would only tell what is known
+    view_->expandAll();
+    view_->blockSignals(blocked);
+    if (count > 0) {
+        const Node wanted = focusKey ? byKey(*focusKey) : Node{};
+        view_->focusPosition(wanted ? wanted.position : 0);
+    }
+    rebinding_ = false;
+    moveRecordsToFocus();
+    view_->viewport()->update();
+    focus_.raiseAll();
+}
+
+void TreeListControl::clearNodes() {
+    focus_.forget();
+    changed_.clear();
+    rebinding_ = true;
+    model_->clearNodes();
+    open_.clear();
+    rebinding_ = false;
+    moveRecordsToFocus();
+    view_->viewport()->update();
+    focus_.raiseAll();
+}
+
+void TreeListControl::unbind() {
+    if (model_->count() > 0)
+        clearNodes(); // the focus goes, and is seen to go
+    focus_.forget();
+    changed_.clear();
+    rebinding_ = true;
+    model_->unbind();
+    open_.clear();
+    rebinding_ = false;
+    view_->viewport()->update();
+}
+
+std::shared_ptr<contract::Recordset> TreeListControl::records() const {
+    return model_->records();
+}
+
+void TreeListControl::moveRecordsToFocus() {
+    const auto& records = model_->records();
+    if (!records)
+        return;
+    if (const Node node = focused())
+        records->MoveTo(row(node));
+    else
+        records->MoveEnd();
+}
+
+// Nodes
+
+std::int32_t TreeListControl::checkedPosition(Node node) const {
+    if (!model_->hasPosition(node.position))
+        throw RuntimeError(RuntimeError::invalidCall, "L'albero \"" + name_ + "\" non ha il nodo indicato.");
+    return node.position;
+}
+
+int TreeListControl::columnNamed(std::string_view column) const {
+    const int position = model_->findColumn(column);
+    if (position < 0)
+        throw RuntimeError(RuntimeError::itemNotFound,
+                           "L'albero \"" + name_ + "\" non ha la colonna \"" + std::string(column) + "\".");
+    return position;
+}
+
+std::size_t TreeListControl::nodeCount() const {
+    return model_->nodes().size();
+}
+
+Node TreeListControl::firstNode() const {
+    return {model_->count() > 0 ? 0 : -1};
+}
+
+Node TreeListControl::next(Node node) const {
+    return {node && node.position + 1 < model_->count() ? node.position + 1 : -1};
+}
+
+int TreeListControl::level(Node node) const {
+    return model_->nodes().level(checkedPosition(node));
+}
+
+Node TreeListControl::parent(Node node) const {
+    return {model_->nodes().parent(checkedPosition(node))};
+}
+
+Node TreeListControl::byKey(std::int64_t key) const {
+    return {model_->nodes().find(key)};
+}
+
+std::int64_t TreeListControl::key(Node node) const {
+    return model_->key(checkedPosition(node));
+}
+
+std::size_t TreeListControl::row(Node node) const {
+    return static_cast<std::size_t>(model_->nodes().row(checkedPosition(node)));
+}
+
+std::size_t TreeListControl::descendants(Node node) const {
+    const auto position = checkedPosition(node);
+    return static_cast<std::size_t>(model_->nodes().subtreeEnd(position) - position - 1);
+}
+
+Node TreeListControl::focused() const {
+    return {TreeModel::position(view_->currentIndex())};
+}
+
+void TreeListControl::setFocused(Node node) {
+    if (!node)
+        return; // a tree with nodes always has a focused one
+    focusRow(checkedPosition(node));
+}
+
+void TreeListControl::focusRow(std::int32_t position, std::optional<int> column) {
+    openAncestors(position);
+    if (updates_ > 0)
+        applyExpansions();
+    focus_.hold();
+    if (column)
+        view_->setCurrentIndex(model_->at(position, *column));
+    else
+        view_->focusPosition(position);
+    view_->scrollTo(view_->currentIndex());
+    moveRecordsToFocus();
+    focus_.release(false);
+}
+
+void TreeListControl::makeVisible(Node node) {
+    const auto position = checkedPosition(node);
+    openAncestors(position);
+    if (updates_ > 0)
+        applyExpansions();
+    view_->scrollTo(model_->at(position, std::max(view_->treeColumn(), 0)));
+}
+
+std::string TreeListControl::focusedColumn() const {
+    const QModelIndex current = view_->currentIndex();
+    return current.isValid() ? model_->column(current.column()).name : std::string();
+}
+
+void TreeListControl::setFocusedColumn(std::string_view column) {
+    const int position = columnNamed(column);
+    if (const Node node = focused())
+        focusRow(node.position, position);
+}
+
+Value TreeListControl::value(Node node, std::string_view column) const {
+    const int at = columnNamed(column);
+    const auto position = checkedPosition(node);
+    if (model_->column(at).kind == TreeColumnKind::state)
+        model_->fetchTexts(at, {position});
+    return model_->value(position, at);
+}
+
+void TreeListControl::setValue(Node node, std::string_view column, const Value& value) {
+    const int at = columnNamed(column);
+    model_->setValue(checkedPosition(node), at, value);
+    view_->viewport()->update();
+}
+
+std::string TreeListControl::fieldOf(std::string_view column) const {
+    return model_->column(columnNamed(column)).field;
+}
+
+// Expansion
+
+bool TreeListControl::expanded(Node node) const {
+    return open_[static_cast<std::size_t>(checkedPosition(node))];
+}
+
+void TreeListControl::setExpanded(Node node, bool expanded) {
+    const auto position = checkedPosition(node);
+    if (model_->isLeaf(position) || open_[static_cast<std::size_t>(position)] == expanded)
+        return;
+    open_[static_cast<std::size_t>(position)] = expanded;
+    changed_.push_back(position);
+    if (updates_ == 0)
+        applyExpansions();
+}
+
+void TreeListControl::beginUpdate() {
+    ++updates_;
+}
+
+void TreeListControl::endUpdate() {
+    if (updates_ > 0 && --updates_ == 0)
+        applyExpansions();
+}
+
+void TreeListControl::applyExpansions() {
+    if (changed_.empty())
+        return;
+    // The row on which the user's eye rests stays at its height: the focused one if it is on screen, else the top one.
+    const auto shownAt = [this](std::int32_t position) {
+        return view_->cellRect(position, std::max(view_->treeColumn(), 0)).top();
+    };
+    const auto visible = view_->visiblePositions();
+    auto anchor = nearestShown(focused().position);
+    if (std::find(visible.begin(), visible.end(), focused().position) == visible.end())
+        anchor = visible.empty() ? -1 : nearestShown(visible.front());
+    const int rowHeight = std::max(1, Appearance::instance().rowHeight());
+    const int height = anchor < 0 ? 0 : shownAt(anchor) / rowHeight;
+    applying_ = true;
+    const auto apply = [this] {
+        for (const auto position : changed_)
+            view_->setExpanded(model_->at(position), open_[static_cast<std::size_t>(position)]);
+    };
+    if (changed_.size() == 1)
+        apply();
+    else
+        view_->relayout(apply);
+    changed_.clear();
+    applying_ = false;
+    if (anchor >= 0)
+        view_->scrollRowTo(nearestShown(anchor), height);
+    focusShown();
+}
+
+void TreeListControl::focusShown() {
+    const Node node = focused();
+    if (!node)
+        return;
+    if (const auto shown = nearestShown(node.position); shown != node.position)
+        focusRow(shown);
+}
+
+std::int32_t TreeListControl::nearestShown(std::int32_t position) const {
+    auto shown = position;
+    for (auto above = position < 0 ? -1 : model_->nodes().parent(position); above >= 0;
+         above = model_->nodes().parent(above))
+        if (!open_[static_cast<std::size_t>(above)])
+            shown = above;
+    return shown;
+}
+
+void TreeListControl::openAncestors(std::int32_t position) {
+    ++updates_;
+    for (auto above = model_->nodes().parent(position); above >= 0; above = model_->nodes().parent(above))
+        setExpanded({above}, true);
+    endUpdate();
+}
+
+// Columns
+
+void TreeListControl::setColumnLocked(std::size_t position, bool locked) {
+    columnLocked(position);
+    if (model_->locked(position) == locked)
+        return;
+    model_->setLocked(position, locked);
+    view_->viewport()->update();
+}
+
+bool TreeListControl::columnLocked(std::size_t position) const {
+    if (position >= model_->columns().size())
+        throw RuntimeError(RuntimeError::itemNotFound, "L'albero \"" + name_ + "\" non ha una colonna in posizione " +
+                                                           std::to_string(position) + ".");
+    return model_->locked(position);
+}
+
+void TreeListControl::refreshColumn(std::string_view column) {
+    model_->forgetTexts(columnNamed(column));
+    if (view_->isVisible())
+        view_->fetchVisibleTexts();
+    view_->viewport()->update();
+}
+
+} // namespace platform::qt

@@ -1,0 +1,273 @@
+#include "platform/qt/TreeModel.h"
+
+#include "plugin/contract/RuntimeError.h"
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+namespace platform::qt {
+
+using contract::RuntimeError;
+using contract::TreeColumnKind;
+using contract::Value;
+using shared::TreeIndex;
+
+void TreeModel::addColumn(const contract::TreeColumn& column) {
+    const int position = static_cast<int>(columns_.size());
+    beginInsertColumns({}, position, position);
+    columns_.push_back(column);
+    locked_.push_back(false);
+    texts_.emplace_back();
+    fields_.push_back(-1);
+    if (records_ && !column.field.empty())
+        fields_.back() = static_cast<int>(records_->rows().find(column.field).value_or(static_cast<std::size_t>(-1)));
+    endInsertColumns();
+}
+
+int TreeModel::findColumn(std::string_view name) const {
+    const auto found =
+        std::find_if(columns_.begin(), columns_.end(), [&](const auto& column) { return column.name == name; });
+    return found == columns_.end() ? -1 : static_cast<int>(found - columns_.begin());
+}
+
+int TreeModel::findKind(TreeColumnKind kind) const {
+    const auto found =
+        std::find_if(columns_.begin(), columns_.end(), [&](const auto& column) { return column.kind == kind; });
+    return found == columns_.end() ? -1 : static_cast<int>(found - columns_.begin());
+}
+
+void TreeModel::setLocked(std::size_t position, bool locked) {
+    locked_[position] = locked;
+}
+
+bool TreeModel::editable(int position) const {
+    const auto at = static_cast<std::size_t>(position);
+    return columns_[at].kind == TreeColumnKind::date && columns_[at].editable && !locked_[at] && fields_[at] >= 0;
+}
+
+void TreeModel::bind(std::shared_ptr<contract::Recordset> records, std::string_view keyField,
+                     std::string_view parentField) {
+    beginResetModel();
+    forgetBinding();
+    try {
+        if (!records)
+            throw RuntimeError(RuntimeError::objectNotSet, "Albero: manca il gruppo di record da mostrare.");
+        keyField_ = records->FieldIndex(keyField);
+        nodes_.build(*records, keyField, parentField);
+    } catch (...) {
+        nodes_.clear();
+        endResetModel();
+        throw;
+    }
+    records_ = std::move(records);
+    for (std::size_t at = 0; at < columns_.size(); ++at)
+        if (!columns_[at].field.empty())
+            if (const auto field = records_->rows().find(columns_[at].field))
+                fields_[at] = static_cast<int>(*field);
+    marks_.assign(records_->RecordCount(), false);
+    endResetModel();
+}
+
+void TreeModel::clearNodes() {
+    beginResetModel();
+    nodes_.clear();
+    endResetModel();
+}
+
+void TreeModel::unbind() {
+    beginResetModel();
+    forgetBinding();
+    endResetModel();
+}
+
+void TreeModel::forgetBinding() {
+    nodes_.clear();
+    records_.reset();
+    marks_.clear();
+    std::fill(fields_.begin(), fields_.end(), -1);
+    for (auto& texts : texts_)
+        texts.clear();
+}
+
+std::int64_t TreeModel::key(std::int32_t position) const {
+    return records_->rows().column(keyField_).integer(row(position)).value_or(0);
+}
+
+QModelIndex TreeModel::at(std::int32_t position, int column) const {
+    if (!hasPosition(position))
+        return {};
+    return createIndex(nodes_.placeAmongSiblings(position), column, static_cast<quintptr>(position));
+}
+
+Value TreeModel::value(std::int32_t position, int column) const {
+    if (const int field = fields_[static_cast<std::size_t>(column)]; field >= 0)
+        return records_->rows().column(static_cast<std::size_t>(field)).value(row(position));
+    if (this->column(column).kind == TreeColumnKind::check || this->column(column).kind == TreeColumnKind::state)
+        return Value(text(position, column).toStdString());
+    return {};
+}
+
+void TreeModel::setValue(std::int32_t position, int column, const Value& value) {
+    if (const int field = fields_[static_cast<std::size_t>(column)]; field >= 0)
+        records_->SetValue(row(position), static_cast<std::size_t>(field), value);
+    else if (this->column(column).kind == TreeColumnKind::check)
+        marks_[row(position)] = value.text() == this->column(column).checkedValue;
+}
+
+QString TreeModel::text(std::int32_t position, int column) const {
+    const auto at = static_cast<std::size_t>(column);
+    switch (columns_[at].kind) {
+    case TreeColumnKind::check:
+        return checked(position) ? QString::fromStdString(columns_[at].checkedValue) : QStringLiteral("False");
+    case TreeColumnKind::state:
+        return texts_[at].value(row(position));
+    default:
+        break;
+    }
+    if (fields_[at] < 0)
+        return {};
+    const auto& cells = records_->rows().column(static_cast<std::size_t>(fields_[at]));
+    if (cells.storage() == contract::Column::Storage::text) {
+        const auto characters = cells.text(row(position));
+        if (!characters.empty())
+            return QString::fromUtf8(characters.data(), static_cast<qsizetype>(characters.size()));
+    }
+    return QString::fromStdString(cells.value(row(position)).text());
+}
+
+bool TreeModel::checked(std::int32_t position) const {
+    return marks_[row(position)];
+}
+
+void TreeModel::fetchTexts(int column, const std::vector<std::int32_t>& positions) {
+    const auto& provider = this->column(column).texts;
+    auto& known = texts_[static_cast<std::size_t>(column)];
+    std::vector<std::size_t> missing;
+    for (const auto position : positions)
+        if (!known.contains(row(position)))
+            missing.push_back(row(position));
+    if (missing.empty() || !provider)
+        return;
+    // Marked as known first: a provider that fails is not asked again at every repaint.
+    for (const auto wanted : missing)
+        known.insert(wanted, {});
+    try {
+        const auto answers = provider(missing);
+        for (std::size_t at = 0; at < std::min(answers.size(), missing.size()); ++at)
+            known.insert(missing[at], QString::fromStdString(answers[at]));
+    } catch (const std::exception& error) {
+        qWarning("%s: %s", this->column(column).name.c_str(), error.what());
+    }
+}
+
+void TreeModel::forgetTexts(int column) {
+    texts_[static_cast<std::size_t>(column)].clear();
+}
+
+QModelIndex TreeModel::index(int row, int column, const QModelIndex& parent) const {
+    if (row < 0 || column < 0 || column >= columnCount() || (parent.isValid() && parent.column() != 0))
+        return {};
+    const auto siblings = nodes_.children(position(parent));
+    if (static_cast<std::size_t>(row) >= siblings.size())
+        return {};
+    return createIndex(row, column, static_cast<quintptr>(siblings[static_cast<std::size_t>(row)]));
+}
+
+QModelIndex TreeModel::parent(const QModelIndex& child) const {
+    if (!child.isValid())
+        return {};
+    return at(nodes_.parent(position(child)));
+}
+
+int TreeModel::rowCount(const QModelIndex& parent) const {
+    if (parent.isValid() && parent.column() != 0)
+        return 0;
+    return static_cast<int>(nodes_.children(position(parent)).size());
+}
+
+int TreeModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() && parent.column() != 0 ? 0 : static_cast<int>(columns_.size());
+}
+
+bool TreeModel::hasChildren(const QModelIndex& parent) const {
+    if (!parent.isValid())
+        return count() > 0;
+    return parent.column() == 0 && !isLeaf(position(parent));
+}
+
+QVariant TreeModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid())
+        return {};
+    const bool check = column(index.column()).kind == TreeColumnKind::check;
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::EditRole:
+        return check ? QVariant() : QVariant(text(position(index), index.column()));
+    case Qt::CheckStateRole:
+        return check ? QVariant(checked(position(index)) ? Qt::Checked : Qt::Unchecked) : QVariant();
+    case Qt::TextAlignmentRole:
+        return headerData(index.column(), Qt::Horizontal, role);
+    default:
+        return {};
+    }
+}
+
+bool TreeModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+    if (!index.isValid())
+        return false;
+    if (role == Qt::CheckStateRole)
+        return mark(position(index), index.column(), value.toInt() == Qt::Checked);
+    if (role != Qt::EditRole || !editable(index.column()))
+        return false;
+    const auto typed = value.toString().toStdString();
+    const auto date = contract::Date::parse(typed);
+    if (!date && !value.toString().isEmpty())
+        return false;
+    setValue(position(index), index.column(), date ? Value(*date) : Value::null());
+    emit dataChanged(index, index);
+    return true;
+}
+
+bool TreeModel::mark(std::int32_t position, int column, bool checked) {
+    if (this->column(column).kind != TreeColumnKind::check || locked_[static_cast<std::size_t>(column)])
+        return false;
+    marks_[row(position)] = checked;
+    const QModelIndex changed = at(position, column);
+    emit dataChanged(changed, changed);
+    return true;
+}
+
+QVariant TreeModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section < 0 || section >= columnCount())
+        return {};
+    if (role == Qt::DisplayRole)
+        return QString::fromStdString(column(section).caption);
+    if (role == Qt::TextAlignmentRole) {
+        switch (column(section).kind) {
+        case TreeColumnKind::code:
+            return QVariant(Qt::AlignRight | Qt::AlignVCenter);
+        case TreeColumnKind::date:
+        case TreeColumnKind::check:
+            return QVariant(Qt::AlignCenter);
+        default:
+            return QVariant(Qt::AlignLeft | Qt::AlignVCenter);
+        }
+    }
+    return {};
+}
+
+Qt::ItemFlags TreeModel::flags(const QModelIndex& index) const {
+    if (!index.isValid())
+        return Qt::NoItemFlags;
+    Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+    if (isLeaf(position(index)))
+        flags |= Qt::ItemNeverHasChildren;
+    if (editable(index.column()))
+        flags |= Qt::ItemIsEditable;
+    if (column(index.column()).kind == TreeColumnKind::check && !locked(static_cast<std::size_t>(index.column())))
+        flags |= Qt::ItemIsUserCheckable;
+    return flags;
+}
+
+} // namespace platform::qt

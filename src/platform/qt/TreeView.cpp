@@ -1,0 +1,266 @@
+#include "platform/qt/TreeView.h"
+
+#include "platform/qt/TreeDelegate.h"
+#include "platform/qt/TreeHeader.h"
+
+#include <QFontDatabase>
+#include <QScrollBar>
+#include <QStyle>
+#include <QToolTip>
+
+#include <algorithm>
+
+namespace platform::qt {
+
+using contract::TreeColumnKind;
+
+namespace {
+
+constexpr int margin = 6;
+constexpr int baseZoom = 8;
+/// Deeper levels scroll into view; the first column does not grow without end.
+constexpr int deepestRoom = 8;
+
+double zoomFactor() {
+    return static_cast<double>(Appearance::instance().zoom()) / baseZoom;
+}
+
+} // namespace
+
+TreeView::TreeView(QWidget* parent)
+    : QTreeView(parent), model_(*new TreeModel(this)), header_(new TreeHeader(*this)),
+      delegate_(new TreeDelegate(*this)) {
+    setHeader(header_);
+    setModel(&model_);
+    setItemDelegate(delegate_);
+    setUniformRowHeights(true);
+    setAnimated(false);
+    setRootIsDecorated(true);
+    setAllColumnsShowFocus(true);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+    setTabKeyNavigation(false);
+    setMouseTracking(true);
+    viewport()->setMouseTracking(true);
+    setFrameShape(QFrame::StyledPanel);
+    connect(header_, &QHeaderView::sectionResized, this, [this](int column, int, int width) {
+        if (fitting_ || width <= 0)
+            return;
+        userWidths_[static_cast<std::size_t>(column)] = width / zoomFactor();
+        layoutColumns();
+    });
+    connect(this, &QTreeView::expanded, this, [this](const QModelIndex& index) {
+        if (listener_ != nullptr)
+            listener_->nodeExpanded(TreeModel::position(index), true);
+    });
+    connect(this, &QTreeView::collapsed, this, [this](const QModelIndex& index) {
+        if (listener_ != nullptr)
+            listener_->nodeExpanded(TreeModel::position(index), false);
+    });
+    connect(verticalScrollBar(), &QScrollBar::sliderMoved, this, [this] { showScrollTip(); });
+    connect(verticalScrollBar(), &QScrollBar::sliderReleased, this, [] { QToolTip::hideText(); });
+    connect(&Appearance::instance(), &Appearance::changed, this, &TreeView::refreshLook);
+    refreshLook();
+}
+
+void TreeView::refreshLook() {
+    palette_ = colors_.palette();
+    QFont face = Appearance::instance().font();
+    if (!fontName_.isEmpty() && QFontDatabase::hasFamily(fontName_))
+        face.setFamily(fontName_);
+    setFont(face);
+    header_->setFont(face);
+    QPalette look = QTreeView::palette();
+    look.setColor(QPalette::Base, palette_.surface);
+    look.setColor(QPalette::Text, palette_.text);
+    look.setColor(QPalette::Highlight, palette_.selection);
+    look.setColor(QPalette::HighlightedText, palette_.selectionText);
+    setPalette(look);
+    setIndentation(std::max(14, Appearance::instance().rowHeight() * 7 / 10));
+    header_->updateGeometry();
+    updateGeometries();
+    scheduleDelayedItemsLayout();
+    layoutColumns();
+    header_->viewport()->update();
+    viewport()->update();
+}
+
+void TreeView::setFontName(const QString& name) {
+    fontName_ = name;
+    refreshLook();
+}
+
+void TreeView::setEmptyText(const QString& text) {
+    emptyText_ = text;
+    viewport()->update();
+}
+
+void TreeView::columnAdded(int column) {
+    userWidths_.resize(static_cast<std::size_t>(column) + 1, 0);
+    const auto& added = model_.column(column);
+    setColumnHidden(column, !added.visible);
+    if (added.visible && firstVisible_ < 0) {
+        firstVisible_ = column;
+        setTreePosition(column);
+    }
+    if (added.visible && added.kind == TreeColumnKind::text)
+        stretchColumn_ = column;
+    layoutColumns();
+}
+
+void TreeView::setDepth(int levels) {
+    depth_ = std::min(levels, deepestRoom);
+    layoutColumns();
+}
+
+int TreeView::preferredWidth(int column) const {
+    if (const double width = userWidths_[static_cast<std::size_t>(column)]; width > 0)
+        return static_cast<int>(width * zoomFactor() + 0.5);
+    const int width = static_cast<int>(Appearance::pixels(model_.column(column).width) * zoomFactor() + 0.5);
+    if (column != firstVisible_)
+        return width;
+    // The deepest code stands in full behind its branches.
+    const int code = fontMetrics().horizontalAdvance(QStringLiteral("0000000"));
+    return std::max(width, (depth_ + 1) * indentation() + code + 2 * margin);
+}
+
+void TreeView::layoutColumns() {
+    if (fitting_)
+        return;
+    fitting_ = true;
+    int others = 0;
+    for (int column = 0; column < model_.columnCount(); ++column) {
+        if (isColumnHidden(column) || column == stretchColumn_)
+            continue;
+        header_->resizeSection(column, preferredWidth(column));
+        others += header_->sectionSize(column);
+    }
+    if (stretchColumn_ >= 0) {
+        const bool byUser = userWidths_[static_cast<std::size_t>(stretchColumn_)] > 0;
+        const int wanted = preferredWidth(stretchColumn_);
+        header_->resizeSection(stretchColumn_, byUser ? wanted : std::max(wanted, viewport()->width() - others));
+    }
+    fitting_ = false;
+}
+
+std::int32_t TreeView::positionAt(int y) const {
+    if (firstVisible_ < 0)
+        return -1;
+    return TreeModel::position(indexAt(QPoint(columnViewportPosition(firstVisible_) + 1, y)));
+}
+
+QRect TreeView::cellRect(std::int32_t position, int column) const {
+    if (firstVisible_ < 0 || column < 0 || isColumnHidden(column))
+        return {};
+    const QRect row = visualRect(model_.at(position, firstVisible_));
+    if (row.height() <= 0)
+        return {};
+    return {columnViewportPosition(column), row.top(), columnWidth(column), row.height()};
+}
+
+int TreeView::indent(std::int32_t position) const {
+    return (model_.nodes().level(position) + 1) * indentation();
+}
+
+QRect TreeView::contentRect(std::int32_t position, int column) const {
+    QRect cell = cellRect(position, column);
+    if (cell.isEmpty())
+        return {};
+    if (column == firstVisible_)
+        cell.setLeft(cell.left() + indent(position) - margin + 2);
+    return cell.adjusted(margin, 0, -margin, -1);
+}
+
+QRect TreeView::buttonRect(std::int32_t position) const {
+    if (!model_.hasPosition(position) || model_.isLeaf(position))
+        return {};
+    const QRect cell = cellRect(position, firstVisible_);
+    return QRect(cell.left() + indent(position) - indentation(), cell.top(), indentation(), cell.height()) & cell;
+}
+
+QRect TreeView::checkRect(std::int32_t position, int column) const {
+    const QRect cell = cellRect(position, column);
+    const int side = std::min(cell.height() - 4, fontMetrics().height() + 2);
+    return {cell.center().x() - side / 2, cell.center().y() - side / 2, side, side};
+}
+
+QRect TreeView::linkRect(std::int32_t position, int column) const {
+    if (!model_.hasPosition(position) || column < 0 || !model_.column(column).link)
+        return {};
+    const QRect room = contentRect(position, column);
+    const int width = std::min(fontMetrics().horizontalAdvance(model_.text(position, column)), room.width());
+    if (width <= 0)
+        return {};
+    const auto alignment = model_.headerData(column, Qt::Horizontal, Qt::TextAlignmentRole).toInt();
+    return QStyle::alignedRect(Qt::LeftToRight, Qt::Alignment(alignment), QSize(width, room.height()), room);
+}
+
+int TreeView::rowsBottom() const {
+    if (model_.count() == 0)
+        return 0;
+    auto last = model_.nodes().children(-1).back();
+    while (!model_.isLeaf(last) && isOpen(last))
+        last = model_.nodes().children(last).back();
+    return visualRect(model_.at(last, firstVisible_)).bottom() + 1;
+}
+
+void TreeView::scrollRowTo(std::int32_t position, int rows) {
+    const QModelIndex index = model_.at(position, std::max(firstVisible_, 0));
+    if (!index.isValid())
+        return;
+    scrollTo(index, QAbstractItemView::PositionAtTop);
+    if (rows != 0)
+        verticalScrollBar()->setValue(verticalScrollBar()->value() - rows);
+}
+
+std::vector<std::int32_t> TreeView::visiblePositions() const {
+    std::vector<std::int32_t> shown;
+    const int step = Appearance::instance().rowHeight();
+    for (int y = 0; y < viewport()->height(); y += step) {
+        const auto position = positionAt(y);
+        if (position < 0)
+            break;
+        shown.push_back(position);
+    }
+    return shown;
+}
+
+void TreeView::fetchVisibleTexts() {
+    for (int column = 0; column < model_.columnCount(); ++column)
+        if (model_.column(column).kind == TreeColumnKind::state && !isColumnHidden(column))
+            model_.fetchTexts(column, visiblePositions());
+}
+
+void TreeView::resizeEvent(QResizeEvent* event) {
+    QTreeView::resizeEvent(event);
+    layoutColumns();
+}
+
+void TreeView::reset() {
+    hovered_ = pressed_ = {};
+    editing_ = edited_ = -1;
+    QTreeView::reset();
+}
+
+void TreeView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTreeView::currentChanged(current, previous);
+    if (listener_ != nullptr)
+        listener_->currentMoved(current, previous);
+    viewport()->update();
+}
+
+void TreeView::showScrollTip() {
+    const int column = model_.findColumn(scrollTipColumn_);
+    const auto position = positionAt(0);
+    if (column < 0 || position < 0)
+        return;
+    const auto* bar = verticalScrollBar();
+    const QPoint beside(-fontMetrics().horizontalAdvance(QStringLiteral("0000000000")),
+                        bar->height() * bar->sliderPosition() / std::max(1, bar->maximum() + bar->pageStep()));
+    QToolTip::showText(bar->mapToGlobal(beside), model_.text(position, column), verticalScrollBar());
+}
+
+} // namespace platform::qt

@@ -1,0 +1,183 @@
+#pragma once
+
+#include "platform/qt/TreeColors.h"
+#include "platform/qt/TreeModel.h"
+
+#include <QTreeView>
+
+#include <string>
+#include <vector>
+
+namespace platform::qt {
+
+class TreeDelegate;
+class TreeHeader;
+
+/// What a tree's widget tells of the user.
+class TreeViewListener {
+public:
+    TreeViewListener() = default;
+    TreeViewListener(const TreeViewListener&) = delete;
+    TreeViewListener& operator=(const TreeViewListener&) = delete;
+    virtual ~TreeViewListener() = default;
+
+    virtual void currentMoved(const QModelIndex& current, const QModelIndex& previous) = 0;
+    /// Between the two, moves of the focus wait to be told.
+    virtual void inputBegins() = 0;
+    virtual void inputEnds(bool byKey) = 0;
+    /// Tells what moved before.
+    virtual void flushFocus() = 0;
+    /// Point in the viewport.
+    virtual void pressed(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPoint point) = 0;
+    virtual void linkClicked(std::int32_t position, int column) = 0;
+    virtual void checkToggled(std::int32_t position, bool checked) = 0;
+    virtual void cellEdited(std::int32_t position) = 0;
+    virtual void toggleExpanded(std::int32_t position) = 0;
+    /// Plus opens, minus closes, an asterisk opens all that hangs below.
+    virtual void expandByKey(std::int32_t position, int key) = 0;
+    /// The view opened or closed a node by itself.
+    virtual void nodeExpanded(std::int32_t position, bool expanded) = 0;
+};
+
+/// The widget of a tree list: Qt's tree view, with the drawing, the mouse and the keys of this program's lists.
+class TreeView : public QTreeView {
+    Q_OBJECT
+public:
+    explicit TreeView(QWidget* parent);
+
+    void setListener(TreeViewListener* listener) { listener_ = listener; }
+    TreeModel& nodes() const { return model_; }
+
+    TreeColors& colors() { return colors_; }
+    const TreePalette& palette() const { return palette_; }
+    TreeHeader& bands() const { return *header_; }
+    /// Takes colours, fonts and measures from the program's look again.
+    void refreshLook();
+    void setFontName(const QString& name);
+    void setEmptyText(const QString& text);
+    void setScrollTipColumn(const std::string& column) { scrollTipColumn_ = column; }
+
+    // Columns
+
+    void columnAdded(int column);
+    /// Column in which the branches stand; the first visible one, -1 for none.
+    int treeColumn() const { return firstVisible_; }
+    /// Levels below the top one: the first column gets room for them.
+    void setDepth(int levels);
+    /// Fits the widths: those of the form at this zoom, those of the user, the rest to the last text column.
+    void layoutColumns();
+
+    // Geometry, in pixels of the viewport
+
+    /// The shown node of the row at that height; -1 for none.
+    std::int32_t positionAt(int y) const;
+    /// The whole cell, branches included; empty when the row is not laid out.
+    QRect cellRect(std::int32_t position, int column) const;
+    /// Without branches and margins.
+    QRect contentRect(std::int32_t position, int column) const;
+    QRect buttonRect(std::int32_t position) const;
+    QRect checkRect(std::int32_t position, int column) const;
+    /// Of the text that acts as a link; empty without one.
+    QRect linkRect(std::int32_t position, int column) const;
+    /// Lower edge of the last row; 0 without rows.
+    int rowsBottom() const;
+
+    bool isOpen(std::int32_t position) const { return isExpanded(model_.at(position)); }
+    /// Scrolls so that the row stands that many rows below the upper edge, as far as the tree reaches.
+    void scrollRowTo(std::int32_t position, int rows);
+    /// Lays out many changes of isOpen() once.
+    template <class Change> void relayout(Change change) {
+        scheduleDelayedItemsLayout();
+        const bool blocked = blockSignals(true);
+        change();
+        blockSignals(blocked);
+        executeDelayedItemsLayout();
+        updateGeometries();
+    }
+
+    /// Asks for the texts of unbound columns that the rows on screen lack.
+    void fetchVisibleTexts();
+    std::vector<std::int32_t> visiblePositions() const;
+
+    /// Opens the editor of the focused cell, if it has one.
+    bool editFocused();
+    /// Of a cell that is open; nothing when none is.
+    QWidget* openEditor() const;
+    /// Moves the focus to the row, in the column that has it.
+    void focusPosition(std::int32_t position);
+
+    bool rowFocused(std::int32_t position) const { return TreeModel::position(currentIndex()) == position; }
+    bool linkPointed(std::int32_t position, int column) const {
+        return hovered_.position == position && hovered_.column == column && hovered_.part == Part::link;
+    }
+
+    /// The cursor is the focused cell: a menu that the keyboard asks for opens there.
+    QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
+    void keyboardSearch(const QString& search) override;
+    /// New content: what was pointed at, pressed or edited in the old one is gone.
+    void reset() override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
+
+    bool viewportEvent(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void commitData(QWidget* editor) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+
+private:
+    enum class Part { none, row, button, check, link };
+    struct Place {
+        std::int32_t position = -1;
+        int column = -1;
+        Part part = Part::none;
+        friend bool operator==(const Place&, const Place&) = default;
+    };
+
+    Place placeAt(QPoint point) const;
+    void hover(const Place& place);
+    void toggleCheck(std::int32_t position);
+    void moveColumn(int step);
+    bool pressedKey(QKeyEvent* event);
+    void pressMenuKey(Qt::KeyboardModifiers modifiers);
+    std::int32_t findText(int column) const;
+    bool typeIntoCell(QKeyEvent* event);
+    void showScrollTip();
+    int indent(std::int32_t position) const;
+    int preferredWidth(int column) const;
+
+    TreeModel& model_;
+    TreeViewListener* listener_ = nullptr;
+    TreeHeader* header_;
+    TreeDelegate* delegate_;
+    TreeColors colors_;
+    TreePalette palette_;
+    QString fontName_;
+    QString emptyText_;
+    std::string scrollTipColumn_;
+    int depth_ = 0;
+    int firstVisible_ = -1;
+    int stretchColumn_ = -1;
+    std::vector<double> userWidths_; // pixels at 8 points; 0: as the form wants it
+    bool fitting_ = false;
+    Place hovered_;
+    Place pressed_;
+    QString searched_;
+    qint64 searchedAt_ = 0;
+    std::int32_t editing_ = -1;
+    std::int32_t edited_ = -1;
+};
+
+} // namespace platform::qt

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/sqlite/Connection.h"
+#include "plugin/contract/Schema.h"
+
+#include <functional>
+#include <string>
+
+namespace platform::sqlite {
+
+/// Makes the schema's tables in a database file, which is made when it is not there, and lets fill write its first rows
+/// (it may be empty), all in one transaction: whatever goes wrong, the process killed included, leaves a file without
+/// any of the tables, and no file where there was none unless the process was killed.
+///
+/// Throws RuntimeError (database) when one of the tables exists, when the file is no database or cannot be written, and
+/// whatever fill throws.
+void createDatabase(const std::string& path, const contract::Schema& schema,
+                    const std::function<void(Connection&)>& fill = {});
+
+/// Whether a file serves as a database of this schema: throws RuntimeError (database) that says which table or column
+/// is missing, or why the file is no database. Writes nothing.
+void checkDatabase(const std::string& path, const contract::Schema& schema);
+
+/// The same for a connection that is open.
+void checkDatabase(Connection& connection, const contract::Schema& schema);
+
+} // namespace platform::sqlite

@@ -1,0 +1,283 @@
+#include "e2e/Program.h"
+
+#include "e2e/Database.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QJsonDocument>
+#include <QProcessEnvironment>
+
+#include <gtest/gtest.h>
+
+namespace e2e {
+
+const QString origTree = QStringLiteral("TRW_ELEMDISTINTAORIG");
+const QString destTree = QStringLiteral("TRW_ELEMDISTINTADEST");
+const QString origList = QStringLiteral("TRW_DISTINTEORIG");
+const QString destList = QStringLiteral("TRW_DISTINTEDEST");
+
+namespace {
+
+constexpr int patience = 30000; // milliseconds
+
+/// Processes need an application object around them.
+class Application : public ::testing::Environment {
+public:
+    void SetUp() override { application_ = std::make_unique<QCoreApplication>(count_, arguments_); }
+    void TearDown() override { application_.reset(); }
+
+private:
+    int count_ = 1;
+    char name_[5] = "test";
+    char* arguments_[2] = {name_, nullptr};
+    std::unique_ptr<QCoreApplication> application_;
+};
+[[maybe_unused]] const auto* const application = ::testing::AddGlobalTestEnvironment(new Application);
+
+QJsonObject parsed(const QByteArray& line) {
+    QJsonParseError error;
+    const auto document = QJsonDocument::fromJson(line, &error);
+    EXPECT_TRUE(error.error == QJsonParseError::NoError && document.isObject()) << line.toStdString();
+    const QJsonObject reply = document.object();
+    // Every reply has these, whatever it answers.
+    EXPECT_TRUE(reply.value(QLatin1String("ok")).isBool()) << line.toStdString();
+    EXPECT_TRUE(reply.value(QLatin1String("messages")).isArray()) << line.toStdString();
+    EXPECT_TRUE(reply.value(QLatin1String("modal")).isArray()) << line.toStdString();
+    EXPECT_EQ(reply.value(QLatin1String("ok")).toBool(), !reply.contains(QLatin1String("error"))) << line.toStdString();
+    return reply;
+}
+
+QByteArray compact(const QJsonObject& object) {
+    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
+} // namespace
+
+Workplace::Workplace() {
+    EXPECT_TRUE(folder_.isValid());
+}
+
+void Workplace::prepare(QProcess& process) const {
+    auto environment = QProcessEnvironment::systemEnvironment();
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "DISTINTE_ODBC", "DISTINTE_REGISTRY"})
+        environment.remove(QLatin1String(name));
+    environment.insert(QStringLiteral("HOME"), folder_.path());
+    environment.insert(QStringLiteral("XDG_DATA_HOME"), path(QStringLiteral("data")));
+    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), path(QStringLiteral("config")));
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(folder_.path());
+    process.setProgram(QStringLiteral(DISTINTE_EXECUTABLE));
+}
+
+void Workplace::makeForest() {
+    const Outcome made = run({QStringLiteral("--database"), database(), QStringLiteral("--create")});
+    ASSERT_EQ(0, made.status) << made.err.toStdString();
+    Database filled(database());
+    fillForest(filled);
+}
+
+Outcome Workplace::run(const QStringList& arguments, const QByteArray& input) {
+    QProcess process;
+    prepare(process);
+    process.setArguments(arguments);
+    process.start();
+    EXPECT_TRUE(process.waitForStarted(patience));
+    process.write(input);
+    process.closeWriteChannel();
+    Outcome outcome;
+    if (process.waitForFinished(patience) && process.exitStatus() == QProcess::NormalExit)
+        outcome.status = process.exitCode();
+    outcome.out = process.readAllStandardOutput();
+    outcome.err = QString::fromUtf8(process.readAllStandardError());
+    return outcome;
+}
+
+QString Workplace::write(const QString& name, const QByteArray& content) {
+    QFile file(path(name));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(content);
+    return file.fileName();
+}
+
+Outcome Workplace::runScript(const QByteArray& script, const QStringList& arguments) {
+    const QString file = write(QStringLiteral("prova.jsonl"), script);
+    Outcome outcome =
+        run(QStringList{QStringLiteral("--database"), database(), QStringLiteral("--script"), file} + arguments);
+    for (const QByteArray& line : outcome.out.split('\n')) {
+        if (!line.isEmpty())
+            outcome.replies.push_back(parsed(line));
+    }
+    return outcome;
+}
+
+Dialogue::Dialogue(Workplace& place, const QStringList& arguments, bool openForm) {
+    place.prepare(process_);
+    process_.setArguments(
+        QStringList{QStringLiteral("--database"), place.database(), QStringLiteral("--script"), QStringLiteral("-")} +
+        arguments);
+    process_.start();
+    EXPECT_TRUE(process_.waitForStarted(patience));
+    if (openForm)
+        open();
+}
+
+Dialogue::~Dialogue() {
+    if (process_.state() != QProcess::NotRunning)
+        finish();
+}
+
+void Dialogue::send(const QByteArray& line) {
+    process_.write(line + '\n');
+    process_.waitForBytesWritten(patience);
+}
+
+QJsonObject Dialogue::ask(const QByteArray& line) {
+    send(line);
+    while (!process_.canReadLine()) {
+        if (!process_.waitForReadyRead(patience)) {
+            ADD_FAILURE() << "no reply to " << line.toStdString()
+                          << "; standard error: " << process_.readAllStandardError().toStdString();
+            return {};
+        }
+    }
+    return parsed(process_.readLine());
+}
+
+QJsonObject Dialogue::ask(const QJsonObject& request) {
+    return ask(compact(request));
+}
+
+QJsonObject Dialogue::must(const QByteArray& line) {
+    QJsonObject reply = ask(line);
+    EXPECT_TRUE(reply.value(QLatin1String("ok")).toBool()) << line.toStdString() << ": " << json(reply);
+    return reply;
+}
+
+std::string Dialogue::refusal(const QByteArray& line) {
+    const QJsonObject reply = ask(line);
+    EXPECT_FALSE(reply.value(QLatin1String("ok")).toBool(true)) << line.toStdString() << ": " << json(reply);
+    return text(reply.value(QLatin1String("error")));
+}
+
+QJsonObject Dialogue::open(const QJsonObject& context) {
+    QJsonObject request{{QStringLiteral("do"), QStringLiteral("open")}};
+    if (!context.isEmpty())
+        request.insert(QStringLiteral("context"), context);
+    return must(compact(request));
+}
+
+QJsonObject Dialogue::click(const QString& control) {
+    return must(compact({{QStringLiteral("do"), QStringLiteral("click")}, {QStringLiteral("control"), control}}));
+}
+
+QJsonObject Dialogue::select(const QString& control, const QString& key) {
+    return must(compact({{QStringLiteral("do"), QStringLiteral("select")},
+                         {QStringLiteral("control"), control},
+                         {QStringLiteral("key"), key}}));
+}
+
+QJsonObject Dialogue::focus(const QString& tree, int id) {
+    return must(compact({{QStringLiteral("do"), QStringLiteral("focus")},
+                         {QStringLiteral("control"), tree},
+                         {QStringLiteral("id"), id}}));
+}
+
+QJsonObject Dialogue::read(const QString& control) {
+    return must(compact({{QStringLiteral("do"), QStringLiteral("read")}, {QStringLiteral("control"), control}}));
+}
+
+QJsonObject Dialogue::state() {
+    return must(R"({"do":"state"})").value(QLatin1String("state")).toObject();
+}
+
+std::vector<std::string> Dialogue::trace() {
+    std::vector<std::string> statements;
+    const QJsonArray sent = must(R"({"do":"trace"})").value(QLatin1String("statements")).toArray();
+    for (const QJsonValue& statement : sent)
+        statements.push_back(text(statement));
+    return statements;
+}
+
+QJsonArray Dialogue::services() {
+    return must(R"({"do":"services"})").value(QLatin1String("calls")).toArray();
+}
+
+std::vector<int> Dialogue::ids(const QString& tree) {
+    std::vector<int> found;
+    const QJsonArray nodes = read(tree).value(QLatin1String("nodes")).toArray();
+    for (const QJsonValue& node : nodes)
+        found.push_back(node[QLatin1String("id")].toInt(-1));
+    return found;
+}
+
+QJsonObject Dialogue::node(const QString& tree, int id) {
+    const QJsonArray nodes = read(tree).value(QLatin1String("nodes")).toArray();
+    for (const QJsonValue& node : nodes) {
+        if (node[QLatin1String("id")].toInt(-1) == id)
+            return node.toObject();
+    }
+    return {};
+}
+
+std::string Dialogue::cell(const QString& tree, int id, const QString& column) {
+    return text(node(tree, id).value(QLatin1String("cells")).toObject().value(column));
+}
+
+std::string Dialogue::caption(const QString& control) {
+    return text(read(control).value(QLatin1String("caption")));
+}
+
+int Dialogue::finish() {
+    process_.closeWriteChannel();
+    const bool ended = process_.state() == QProcess::NotRunning || process_.waitForFinished(patience);
+    err_ = QString::fromUtf8(process_.readAllStandardError());
+    if (ended && process_.exitStatus() == QProcess::NormalExit)
+        return process_.exitCode();
+    ADD_FAILURE() << "the program did not end by itself; standard error: " << err_.toStdString();
+    process_.kill();
+    process_.waitForFinished(patience);
+    return -1;
+}
+
+std::vector<std::string> messages(const QJsonObject& reply) {
+    std::vector<std::string> texts;
+    const QJsonArray shown = reply.value(QLatin1String("messages")).toArray();
+    for (const QJsonValue& message : shown)
+        texts.push_back(text(
+            message[QLatin1String(message[QLatin1String("kind")] == QLatin1String("error") ? "description" : "text")]));
+    return texts;
+}
+
+QJsonObject onlyMessage(const QJsonObject& reply) {
+    const QJsonArray shown = reply.value(QLatin1String("messages")).toArray();
+    EXPECT_EQ(1, shown.size()) << json(reply);
+    return shown.at(0).toObject();
+}
+
+std::vector<std::string> modalForms(const QJsonObject& reply) {
+    std::vector<std::string> forms;
+    const QJsonArray modal = reply.value(QLatin1String("modal")).toArray();
+    for (const QJsonValue& opened : modal)
+        forms.push_back(text(opened[QLatin1String("form")]));
+    return forms;
+}
+
+std::string text(const QJsonValue& value) {
+    if (value.isString())
+        return value.toString().toStdString();
+    if (value.isNull())
+        return "null";
+    if (value.isUndefined())
+        return "missing";
+    if (value.isBool())
+        return value.toBool() ? "true" : "false";
+    if (value.isDouble())
+        return QString::number(value.toDouble(), 'g', 17).toStdString();
+    return QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact).toStdString();
+}
+
+std::string json(const QJsonObject& object) {
+    return compact(object).toStdString();
+}
+
+} // namespace e2e

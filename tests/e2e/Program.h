@@ -1,0 +1,105 @@
+#pragma once
+
+#include <QByteArray>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace e2e {
+
+/// What a run of the program left: its exit status and what it wrote.
+struct Outcome {
+    int status = -1; ///< -1: it did not end by itself
+    std::vector<QJsonObject> replies;
+    QByteArray out;
+    QString err;
+};
+
+/// A folder of its own for a user of the program, without a display, with nothing saved in it.
+class Workplace {
+public:
+    Workplace();
+
+    QString path(const QString& name) const { return folder_.filePath(name); }
+    QString database() const { return path(QStringLiteral("prova.sqlite")); }
+    /// A new database with the program's tables, filled by fillForest().
+    void makeForest();
+
+    /// Runs the program with these arguments to its end.
+    Outcome run(const QStringList& arguments, const QByteArray& input = {});
+    /// Runs a script file over the database.
+    Outcome runScript(const QByteArray& script, const QStringList& arguments = {});
+    /// Writes a file of this folder.
+    QString write(const QString& name, const QByteArray& content);
+
+    /// Prepares a process in this user's environment.
+    void prepare(QProcess& process) const;
+
+private:
+    QTemporaryDir folder_;
+};
+
+/// The program under way, asked line by line.
+class Dialogue {
+public:
+    /// Over the workplace's database; with open, the main form is opened first.
+    explicit Dialogue(Workplace& place, const QStringList& arguments = {}, bool open = true);
+    Dialogue(const Dialogue&) = delete;
+    Dialogue& operator=(const Dialogue&) = delete;
+    ~Dialogue();
+
+    /// Sends one line and waits for its one reply.
+    QJsonObject ask(const QByteArray& line);
+    QJsonObject ask(const QJsonObject& request);
+    /// The same, and the request must be carried out.
+    QJsonObject must(const QByteArray& line);
+    /// The same, and it must be refused; the reason.
+    std::string refusal(const QByteArray& line);
+    /// Sends what wants no answer.
+    void send(const QByteArray& line);
+
+    QJsonObject open(const QJsonObject& context = {});
+    QJsonObject click(const QString& control);
+    QJsonObject select(const QString& control, const QString& key);
+    QJsonObject focus(const QString& tree, int id);
+    QJsonObject read(const QString& control);
+    QJsonObject state();
+    /// Statements since the last trace.
+    std::vector<std::string> trace();
+    QJsonArray services();
+    /// Ids of a tree's nodes in display order.
+    std::vector<int> ids(const QString& tree);
+    /// The node of that id as `read` answers it; empty when the tree has none.
+    QJsonObject node(const QString& tree, int id);
+    std::string cell(const QString& tree, int id, const QString& column);
+    std::string caption(const QString& control);
+
+    /// Ends the input and waits for the end; the exit status.
+    int finish();
+    QString err() const { return err_; }
+
+private:
+    QProcess process_;
+    QString err_;
+};
+
+/// Texts of the message boxes of a reply, in order.
+std::vector<std::string> messages(const QJsonObject& reply);
+/// The one message box or error display of a reply; fails the test when there is not exactly one.
+QJsonObject onlyMessage(const QJsonObject& reply);
+std::string text(const QJsonValue& value);
+std::string json(const QJsonObject& object);
+/// Forms named in `modal` of a reply.
+std::vector<std::string> modalForms(const QJsonObject& reply);
+
+extern const QString origTree, destTree, origList, destList;
+
+} // namespace e2e

@@ -1,0 +1,109 @@
+#include "host/CommandLine.h"
+#include "host/StartFailure.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using host::CommandLine;
+using host::readCommandLine;
+
+std::string refusal(const std::vector<std::string>& arguments) {
+    try {
+        readCommandLine(arguments);
+    } catch (const host::StartFailure& failure) {
+        EXPECT_EQ(host::ExitStatus::usage, failure.status());
+        return failure.what();
+    }
+    ADD_FAILURE() << "not refused";
+    return {};
+}
+
+TEST(CommandLine, DefaultsWithoutArguments) {
+    const CommandLine line = readCommandLine({});
+    EXPECT_EQ(CommandLine::Action::window, line.action);
+    EXPECT_FALSE(line.database.has_value());
+    EXPECT_FALSE(line.odbc.has_value());
+    EXPECT_EQ(2000, line.demoSize);
+    EXPECT_FALSE(line.company.has_value());
+    EXPECT_EQ("ADMIN", line.user);
+    EXPECT_EQ("ADMIN", line.group);
+    EXPECT_FALSE(line.trace.has_value());
+    EXPECT_FALSE(line.log.has_value());
+}
+
+TEST(CommandLine, ReadsEveryOption) {
+    const CommandLine line = readCommandLine({"--database", "a.sqlite", "--company", "7", "--user", "ROSSI", "--group",
+                                              "VENDITE", "--trace", "t.jsonl", "--log", "e.log", "--script", "-"});
+    EXPECT_EQ(CommandLine::Action::script, line.action);
+    EXPECT_EQ("a.sqlite", line.database);
+    EXPECT_EQ(7, line.company);
+    EXPECT_EQ("ROSSI", line.user);
+    EXPECT_EQ("VENDITE", line.group);
+    EXPECT_EQ("t.jsonl", line.trace);
+    EXPECT_EQ("e.log", line.log);
+    EXPECT_EQ("-", line.script);
+    EXPECT_EQ("Driver=x;Server=y", readCommandLine({"--odbc", "Driver=x;Server=y"}).odbc);
+}
+
+TEST(CommandLine, TakesAValueAfterAnEqualsSign) {
+    const CommandLine line = readCommandLine({"--database=a=b.sqlite", "--create-demo", "--demo-size=12"});
+    EXPECT_EQ("a=b.sqlite", line.database);
+    EXPECT_EQ(CommandLine::Action::createDemo, line.action);
+    EXPECT_EQ(12, line.demoSize);
+}
+
+TEST(CommandLine, TellsTheActionsApart) {
+    EXPECT_EQ(CommandLine::Action::create, readCommandLine({"--create"}).action);
+    EXPECT_EQ(CommandLine::Action::createDemo, readCommandLine({"--create-demo"}).action);
+    EXPECT_EQ(CommandLine::Action::version, readCommandLine({"--version"}).action);
+    EXPECT_EQ(CommandLine::Action::help, readCommandLine({"--help"}).action);
+}
+
+TEST(CommandLine, RefusesWhatExcludesEachOther) {
+    EXPECT_NE(std::string::npos, refusal({"--database", "a", "--odbc", "b"}).find("--odbc"));
+    refusal({"--create", "--create-demo"});
+    refusal({"--script", "a", "--create"});
+    refusal({"--script", "a", "--create-demo"});
+    refusal({"--demo-size", "5"});
+    refusal({"--create", "--demo-size", "5"});
+}
+
+TEST(CommandLine, RefusesUnknownAndRepeatedOptionsAndStrayArguments) {
+    EXPECT_NE(std::string::npos, refusal({"--databse", "a"}).find("--databse"));
+    EXPECT_NE(std::string::npos, refusal({"a.sqlite"}).find("a.sqlite"));
+    refusal({"--user", "A", "--user", "B"});
+    refusal({"--create=yes"});
+}
+
+TEST(CommandLine, RefusesMissingAndEmptyValues) {
+    for (const std::string option :
+         {"--database", "--odbc", "--demo-size", "--company", "--user", "--group", "--trace", "--log", "--script"}) {
+        EXPECT_NE(std::string::npos, refusal({option}).find(option));
+        EXPECT_NE(std::string::npos, refusal({option, ""}).find(option));
+    }
+}
+
+TEST(CommandLine, RefusesNumbersThatAreNone) {
+    for (const std::string value : {"uno", "1.5", "5x", " 5", "99999999999999999999"})
+        EXPECT_NE(std::string::npos, refusal({"--company", value}).find(value)) << value;
+    refusal({"--create-demo", "--demo-size", "0"});
+    refusal({"--create-demo", "--demo-size", "-3"});
+    refusal({"--company", "-1"});
+}
+
+TEST(CommandLine, ReasonsStandOnOneLine) {
+    EXPECT_EQ(std::string::npos, refusal({"--x"}).find('\n'));
+}
+
+TEST(CommandLine, HelpNamesEveryOption) {
+    const std::string help = host::helpText();
+    for (const char* option : {"--database", "--odbc", "--demo-size", "--company", "--user", "--group", "--trace",
+                               "--log", "--script", "--create", "--create-demo", "--version", "--help"})
+        EXPECT_NE(std::string::npos, help.find(option)) << option;
+}
+
+} // namespace

@@ -1,0 +1,166 @@
+#include "host/DatabaseSetup.h"
+
+#include "TestFolder.h"
+#include "TestSchema.h"
+#include "host/DemoModel.h"
+#include "host/StartFailure.h"
+#include "host/StateStore.h"
+#include "host/UserFolders.h"
+#include "platform/sqlite/Connection.h"
+#include "platform/sqlite/DatabaseFile.h"
+#include "plugin/contract/Snapshot.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+namespace {
+
+using host::CommandLine;
+using host::ExitStatus;
+using host::StartFailure;
+using host_test::Environment;
+using host_test::Folder;
+
+const contract::Schema& schema() {
+    return host_test::component().schema();
+}
+
+template <class Action> std::pair<ExitStatus, std::string> failureOf(Action action) {
+    try {
+        action();
+    } catch (const StartFailure& failure) {
+        return {failure.status(), failure.what()};
+    }
+    return {ExitStatus::success, ""};
+}
+
+std::int64_t count(const std::string& file, contract::Statement statement) {
+    platform::sqlite::Connection connection("embedded:" + file);
+    connection.Open();
+    contract::Snapshot rows;
+    connection.Read(statement, rows);
+    return rows.column(0).integer(0).value_or(-1);
+}
+
+class DatabaseSetup : public testing::Test {
+protected:
+    Folder folder;
+    const std::string file = folder.file("prova.sqlite");
+};
+
+TEST_F(DatabaseSetup, MakesTheTablesInAFileThatIsNotThere) {
+    host::createDatabaseFile(file, schema(), std::nullopt);
+    EXPECT_NO_THROW(platform::sqlite::checkDatabase(file, schema()));
+    EXPECT_EQ(0, count(file, "SELECT COUNT(*) FROM QZ02_DISTINTA"));
+    EXPECT_EQ(1U, folder.entries());
+}
+
+TEST_F(DatabaseSetup, MakesTheTablesInAnEmptyFile) {
+    host_test::write(file, "");
+    host::createDatabaseFile(file, schema(), std::nullopt);
+    EXPECT_NO_THROW(platform::sqlite::checkDatabase(file, schema()));
+}
+
+TEST_F(DatabaseSetup, RefusesTablesThatExistAndLeavesThemAlone) {
+    host::createDatabaseFile(file, schema(), 20);
+    const std::string before = host_test::contentOf(file);
+    const std::string states = host_test::contentOf(host::StateStore::fileOf(file));
+    for (const auto demo : {std::optional<std::int64_t>(), std::optional<std::int64_t>(5)}) {
+        const auto [status, reason] = failureOf([&] { host::createDatabaseFile(file, schema(), demo); });
+        EXPECT_EQ(ExitStatus::refused, status);
+        EXPECT_NE(std::string::npos, reason.find(file));
+        EXPECT_EQ(before, host_test::contentOf(file));
+        EXPECT_EQ(states, host_test::contentOf(host::StateStore::fileOf(file)));
+    }
+}
+
+TEST_F(DatabaseSetup, RefusesAFileThatIsNoDatabase) {
+    host_test::write(file, std::string(5000, 'x'));
+    const auto [status, reason] = failureOf([&] { host::createDatabaseFile(file, schema(), std::nullopt); });
+    EXPECT_EQ(ExitStatus::database, status);
+    EXPECT_NE(std::string::npos, reason.find(file));
+    EXPECT_EQ(std::string(5000, 'x'), host_test::contentOf(file));
+}
+
+TEST_F(DatabaseSetup, RefusesAFolderThatIsNotThere) {
+    const std::string lost = folder.file("manca/prova.sqlite");
+    const auto [status, reason] = failureOf([&] { host::createDatabaseFile(lost, schema(), 10); });
+    EXPECT_EQ(ExitStatus::database, status);
+    EXPECT_NE(std::string::npos, reason.find(lost));
+    EXPECT_EQ(0U, folder.entries());
+}
+
+TEST_F(DatabaseSetup, RefusesAFolderInThePlaceOfTheFile) {
+    EXPECT_EQ(ExitStatus::database,
+              failureOf([&] { host::createDatabaseFile(folder.path().string(), schema(), 10); }).first);
+    EXPECT_EQ(0U, folder.entries());
+}
+
+TEST_F(DatabaseSetup, WritesTheDemoDataAsTheyWereMade) {
+    host::createDatabaseFile(file, schema(), 300);
+    const auto data = host::makeDemoData(300);
+    EXPECT_EQ(static_cast<std::int64_t>(data.nodes.size()), count(file, "SELECT COUNT(*) FROM QZ02_DISTINTA"));
+    EXPECT_EQ(static_cast<std::int64_t>(data.types.size()), count(file, "SELECT COUNT(*) FROM QZ01_TIPODISTINTA"));
+    EXPECT_EQ(static_cast<std::int64_t>(data.accounts.size()), count(file, "SELECT COUNT(*) FROM CG44_CLIFOR"));
+    EXPECT_EQ(1, count(file, "SELECT COUNT(*) FROM QZ03_PARAMETRI"));
+    EXPECT_EQ(1, count(file, "SELECT QZ03_DITTA_CG18 FROM QZ03_PARAMETRI"));
+    EXPECT_GT(count(file, "SELECT COUNT(*) FROM VCO1C_CLIFOR"), 0);
+    host::StateStore states(file);
+    for (const auto& node : data.nodes)
+        EXPECT_EQ(node.state, states.state(node.guid).value_or(0)) << node.guid;
+    EXPECT_EQ(2U, folder.entries());
+}
+
+TEST_F(DatabaseSetup, GivesTheSameDatabaseEveryTime) {
+    const std::string other = folder.file("altra.sqlite");
+    host::createDatabaseFile(file, schema(), 100);
+    host::createDatabaseFile(other, schema(), 100);
+    EXPECT_EQ(host_test::contentOf(file), host_test::contentOf(other));
+}
+
+TEST_F(DatabaseSetup, MakesTheDefaultDatabaseOnce) {
+    const Environment data("XDG_DATA_HOME", folder.path().c_str());
+    const std::string path = host::prepareDefaultDatabase(schema());
+    EXPECT_EQ(folder.file("distinte/demo.sqlite"), path);
+    EXPECT_NO_THROW(platform::sqlite::checkDatabase(path, schema()));
+    const auto written = std::filesystem::last_write_time(path);
+    EXPECT_EQ(path, host::prepareDefaultDatabase(schema()));
+    EXPECT_EQ(written, std::filesystem::last_write_time(path));
+    EXPECT_EQ(2, std::distance(std::filesystem::directory_iterator(folder.file("distinte")),
+                               std::filesystem::directory_iterator()));
+}
+
+TEST_F(DatabaseSetup, SaysWhyTheDefaultDatabaseCanNotBeMade) {
+    host_test::write(folder.file("distinte"), "a file where the folder should be");
+    const Environment data("XDG_DATA_HOME", folder.path().c_str());
+    const auto [status, reason] = failureOf([] { host::prepareDefaultDatabase(schema()); });
+    EXPECT_EQ(ExitStatus::database, status);
+    EXPECT_NE(std::string::npos, reason.find(folder.file("distinte")));
+}
+
+TEST(WantedDatabase, TakesTheOrderOfTheOptions) {
+    const Environment none("DISTINTE_ODBC", nullptr);
+    CommandLine line;
+    EXPECT_FALSE(host::wantedDatabase(line, std::nullopt).has_value());
+    EXPECT_EQ("salvato", host::wantedDatabase(line, "salvato"));
+    line.database = "chiesto";
+    EXPECT_EQ("chiesto", host::wantedDatabase(line, "salvato"));
+}
+
+TEST(WantedDatabase, SaysThatThereIsNoOdbc) {
+    CommandLine line;
+    {
+        const Environment odbc("DISTINTE_ODBC", "DSN=erp");
+        EXPECT_EQ(ExitStatus::database, failureOf([&] { host::wantedDatabase(line, "salvato"); }).first);
+        line.database = "chiesto";
+        EXPECT_EQ("chiesto", host::wantedDatabase(line, std::nullopt));
+    }
+    line.database.reset();
+    line.odbc = "DSN=erp";
+    const auto [status, reason] = failureOf([&] { host::wantedDatabase(line, std::nullopt); });
+    EXPECT_EQ(ExitStatus::database, status);
+    EXPECT_NE(std::string::npos, reason.find("DSN=erp"));
+}
+
+} // namespace

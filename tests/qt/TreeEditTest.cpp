@@ -1,0 +1,155 @@
+#include "platform/qt/CalendarEdit.h"
+#include "qt/TreeFixture.h"
+
+#include <QImage>
+
+using platform::qt::CalendarEdit;
+using qt_tests::TreeFixture;
+
+class TreeEdit : public TreeFixture {
+protected:
+    void SetUp() override {
+        bindSmall(4);
+        tree_->setFocusedColumn("START");
+        start();
+    }
+
+    CalendarEdit* editor() { return qobject_cast<CalendarEdit*>(view().openEditor()); }
+    std::string start4() { return tree_->value(node(4), "START").text(); }
+};
+
+TEST_F(TreeEdit, F2EnterADoubleClickAndADigitOpenTheEditor) {
+    for (const auto key : {Qt::Key_F2, Qt::Key_Return, Qt::Key_Enter}) {
+        QTest::keyClick(&view(), key);
+        ASSERT_NE(editor(), nullptr) << key;
+        EXPECT_EQ(editor()->text(), QStringLiteral("05/01/2024"));
+        QTest::keyClick(editor(), Qt::Key_Escape);
+        EXPECT_EQ(editor(), nullptr);
+    }
+    QTest::mouseDClick(view().viewport(), Qt::LeftButton, Qt::NoModifier, middle(4, "START"));
+    ASSERT_NE(editor(), nullptr);
+    QTest::keyClick(editor(), Qt::Key_Escape);
+    QTest::keyClick(&view(), '3');
+    ASSERT_NE(editor(), nullptr);
+    EXPECT_EQ(editor()->text(), QStringLiteral("3")) << "what is typed takes the place of the date";
+}
+
+TEST_F(TreeEdit, OtherCellsOpenNone) {
+    tree_->setFocusedColumn("NAME");
+    QTest::keyClick(&view(), Qt::Key_F2);
+    EXPECT_EQ(editor(), nullptr);
+    QTest::mouseDClick(view().viewport(), Qt::LeftButton, Qt::NoModifier, middle(4, "NAME"));
+    EXPECT_EQ(editor(), nullptr);
+}
+
+TEST_F(TreeEdit, ALockedColumnOpensNoneUntilItIsUnlocked) {
+    tree_->setColumnLocked(3, true);
+    QTest::keyClick(&view(), Qt::Key_F2);
+    QTest::keyClick(&view(), '3');
+    QTest::mouseDClick(view().viewport(), Qt::LeftButton, Qt::NoModifier, middle(4, "START"));
+    EXPECT_EQ(editor(), nullptr);
+    tree_->setColumnLocked(3, false);
+    QTest::keyClick(&view(), Qt::Key_F2);
+    EXPECT_NE(editor(), nullptr);
+}
+
+TEST_F(TreeEdit, LockedCellsLookDifferent) {
+    const auto shot = [this] {
+        return view().viewport()->grab(view().cellRect(node(2).position, column("START"))).toImage();
+    };
+    const QImage before = shot();
+    tree_->setColumnLocked(3, true);
+    EXPECT_NE(before, shot());
+    tree_->setColumnLocked(3, false);
+    EXPECT_EQ(before, shot());
+}
+
+TEST_F(TreeEdit, EnterCommitsTheDateToItsRecordAndTellsOnce) {
+    QTest::keyClick(&view(), Qt::Key_F2);
+    QTest::keyClicks(editor(), QStringLiteral("31/12/2024"));
+    EXPECT_EQ(start4(), "05/01/2024") << "not before the cell is left";
+    QTest::keyClick(editor(), Qt::Key_Return);
+    EXPECT_EQ(told(), (Log{"edited 4 31/12/2024"}));
+    EXPECT_EQ(tree_->records()->rows().column(3).value(4), contract::Value(*contract::Date::of(2024, 12, 31)));
+    EXPECT_EQ(editor(), nullptr);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(told().empty());
+    EXPECT_TRUE(view().hasFocus());
+}
+
+TEST_F(TreeEdit, TabCommitsToo) {
+    QTest::keyClick(&view(), Qt::Key_F2);
+    QTest::keyClicks(editor(), QStringLiteral("01/02/2025"));
+    QTest::keyClick(editor(), Qt::Key_Tab);
+    EXPECT_EQ(told(), (Log{"edited 4 01/02/2025"}));
+}
+
+TEST_F(TreeEdit, APressOnAnotherRowCommitsFirst) {
+    QTest::keyClick(&view(), Qt::Key_F2);
+    QTest::keyClicks(editor(), QStringLiteral("01/02/2025"));
+    view().setFocus(Qt::MouseFocusReason); // as the press does
+    press(2, "START");
+    EXPECT_EQ(told(), (Log{"edited 4 01/02/2025", "change 2", "left"}));
+}
+
+TEST_F(TreeEdit, ACellLeftUnchangedIsToldAndKeepsItsValue) {
+    QTest::keyClick(&view(), Qt::Key_F2);
+    QTest::keyClick(editor(), Qt::Key_Return);
+    EXPECT_EQ(told(), (Log{"edited 4 05/01/2024"}));
+}
+
+TEST_F(TreeEdit, EscapeLeavesTheOldDateAndTellsNothing) {
+    QTest::keyClick(&view(), Qt::Key_F2);
+    QTest::keyClicks(editor(), QStringLiteral("31/12/2024"));
+    QTest::keyClick(editor(), Qt::Key_Escape);
+    EXPECT_TRUE(told().empty());
+    EXPECT_EQ(start4(), "05/01/2024");
+}
+
+TEST_F(TreeEdit, WhatIsNoDateIsRefused) {
+    for (const char* wrong : {"31/02/2024", "domani", "1", "   "}) {
+        QTest::keyClick(&view(), Qt::Key_F2);
+        editor()->selectAll();
+        QTest::keyClicks(editor(), QLatin1String(wrong));
+        QTest::keyClick(editor(), Qt::Key_Return);
+        EXPECT_EQ(told(), (Log{"edited 4 05/01/2024"})) << wrong;
+    }
+}
+
+TEST_F(TreeEdit, AnEmptiedCellIsNull) {
+    QTest::keyClick(&view(), Qt::Key_F2);
+    editor()->selectAll();
+    QTest::keyClick(editor(), Qt::Key_Delete);
+    QTest::keyClick(editor(), Qt::Key_Return);
+    EXPECT_EQ(told(), (Log{"edited 4 "}));
+    EXPECT_TRUE(tree_->value(node(4), "START").isNull());
+}
+
+TEST_F(TreeEdit, TheListenerMayPutTheOldDateBack) {
+    tree_->OnEdited = [this](contract::Node edited) {
+        tree_->setValue(edited, "START", contract::Value(*contract::Date::of(2024, 1, 5)));
+    };
+    QTest::keyClick(&view(), Qt::Key_F2);
+    QTest::keyClicks(editor(), QStringLiteral("31/12/2024"));
+    QTest::keyClick(editor(), Qt::Key_Return);
+    EXPECT_EQ(start4(), "05/01/2024");
+    EXPECT_EQ(view().nodes().text(node(4).position, column("START")), QStringLiteral("05/01/2024"));
+}
+
+TEST_F(TreeEdit, BindingClosesAnEditorWithoutWriting) {
+    QTest::keyClick(&view(), Qt::Key_F2);
+    QTest::keyClicks(editor(), QStringLiteral("31/12/2024"));
+    bindSmall();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(editor(), nullptr);
+    EXPECT_EQ(start4(), "05/01/2024");
+}
+
+TEST_F(TreeEdit, AMovedFocusCommitsTheOpenCell) {
+    QTest::keyClick(&view(), Qt::Key_F2);
+    QTest::keyClicks(editor(), QStringLiteral("31/12/2024"));
+    tree_->setFocused(node(2));
+    EXPECT_EQ(editor(), nullptr);
+    EXPECT_EQ(start4(), "31/12/2024");
+    EXPECT_EQ(tree_->value(node(2), "START").text(), "03/01/2024");
+}

@@ -1,0 +1,187 @@
+#include "platform/qt/TreeHeader.h"
+#include "qt/TreeFixture.h"
+
+#include <QHeaderView>
+#include <QImage>
+
+using platform::qt::Appearance;
+using platform::qt::ThemeKind;
+using qt_tests::TreeFixture;
+
+class TreeLayout : public TreeFixture {
+protected:
+    ~TreeLayout() override {
+        Appearance::instance().setZoom(10);
+        Appearance::instance().setTheme(ThemeKind::light);
+    }
+    int width(const char* name) { return view().columnWidth(column(name)); }
+    /// As the user's drag of the header's edge does.
+    void drag(const char* name, int by) {
+        auto* header = view().header();
+        const int edge = header->sectionViewportPosition(column(name)) + header->sectionSize(column(name)) - 1;
+        const int y = header->height() - 5;
+        QTest::mousePress(header->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(edge, y));
+        const QPoint to(edge + by, y);
+        QMouseEvent move(QEvent::MouseMove, QPointF(to), QPointF(header->viewport()->mapToGlobal(to)), Qt::NoButton,
+                         Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(header->viewport(), &move);
+        QTest::mouseRelease(header->viewport(), Qt::LeftButton, Qt::NoModifier, to);
+    }
+};
+
+TEST_F(TreeLayout, WidthsAreThoseOfEightPointsTimesTheZoom) {
+    Appearance::instance().setZoom(8);
+    EXPECT_EQ(width("START"), 80);
+    Appearance::instance().setZoom(12);
+    EXPECT_EQ(width("START"), 120);
+}
+
+TEST_F(TreeLayout, TheLastTextColumnTakesTheRoomThatIsLeft) {
+    bindSmall();
+    int all = 0;
+    for (const char* name : {"CODE", "NAME", "START", "MARK"})
+        all += width(name);
+    EXPECT_EQ(all, view().viewport()->width());
+}
+
+TEST_F(TreeLayout, AColumnThatTheUserWidenedStaysWideOverABinding) {
+    bindSmall();
+    const int before = width("START");
+    drag("START", 40);
+    EXPECT_EQ(width("START"), before + 40);
+    bindLong(50);
+    bindSmall();
+    EXPECT_EQ(width("START"), before + 40);
+    Appearance::instance().setZoom(14);
+    Appearance::instance().setZoom(10);
+    EXPECT_EQ(width("START"), before + 40);
+}
+
+TEST_F(TreeLayout, TheHiddenColumnStaysHidden) {
+    bindSmall();
+    EXPECT_TRUE(view().isColumnHidden(0));
+    Appearance::instance().setZoom(14);
+    EXPECT_TRUE(view().isColumnHidden(0));
+    EXPECT_EQ(view().treeColumn(), 1);
+}
+
+TEST_F(TreeLayout, RowsAndFontFollowTheZoom) {
+    bindSmall();
+    for (const int zoom : {8, 10, 12, 14}) {
+        Appearance::instance().setZoom(zoom);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(view().cellRect(0, column("NAME")).height(), Appearance::instance().rowHeight());
+        EXPECT_EQ(view().font().pointSize(), zoom);
+    }
+}
+
+TEST_F(TreeLayout, AClosedLevelLeavesTheFocusedRowAtItsHeight) {
+    std::vector<contract_suites::TreeRow> rows;
+    for (std::int64_t root = 1; root <= 60; ++root) {
+        rows.push_back({root, std::nullopt, "radice"});
+        for (std::int64_t child = 1; child <= 3; ++child)
+            rows.push_back({root * 100 + child, root, "figlio"});
+    }
+    tree_->bind(contract_suites::treeRecords(rows), "ID", "PARENT", 30);
+    tree_->setTopRow(node(28).position);
+    const int before = view().cellRect(node(30).position, column("NAME")).top();
+    ASSERT_GT(before, 0);
+    tree_->beginUpdate();
+    for (std::int64_t root = 1; root <= 60; ++root)
+        tree_->setExpanded(node(root), false);
+    tree_->endUpdate();
+    EXPECT_EQ(view().cellRect(node(30).position, column("NAME")).top(), before);
+    EXPECT_EQ(focusedId(), 30);
+}
+
+TEST_F(TreeLayout, ReloadingKeepsTheRowsWhereTheTopRowIsPutBack) {
+    bindLong(300);
+    tree_->setFocused(node(150));
+    const auto top = tree_->topRow();
+    const auto before = tree_->cell(node(150), "NAME");
+    std::vector<contract_suites::TreeRow> rows;
+    for (std::int64_t id = 1; id <= 300; ++id)
+        rows.push_back({id, std::nullopt, "riga"});
+    tree_->bind(contract_suites::treeRecords(rows), "ID", "PARENT", 150);
+    tree_->setTopRow(top);
+    EXPECT_EQ(tree_->cell(node(150), "NAME"), before);
+}
+
+TEST_F(TreeLayout, TheBandStandsOverTheHeadersAndIsHitAsOne) {
+    bindSmall();
+    EXPECT_GT(view().bands().bandHeight(), 0);
+    const auto hit = tree_->hitTest(150, 60);
+    EXPECT_EQ(hit.code, contract::HitCode::header);
+    EXPECT_EQ(hit.band, "Dettaglio");
+    EXPECT_EQ(view().accessibleName(), QStringLiteral("Dettaglio"));
+}
+
+TEST_F(TreeLayout, RightOfTheColumnsNoColumnIsHit) {
+    bindSmall();
+    drag("NAME", -80);
+    const auto row = tree_->cell(node(2), "MARK");
+    ASSERT_TRUE(row);
+    const auto hit = tree_->hitTest(row->left + row->width + 300, row->top + 60);
+    EXPECT_EQ(hit.code, contract::HitCode::right);
+    EXPECT_EQ(hit.node, node(2));
+    EXPECT_EQ(hit.column, "");
+    EXPECT_EQ(tree_->hitTest(-100, 1500).code, contract::HitCode::nowhere);
+}
+
+TEST_F(TreeLayout, TheFocusedRowIsAsStrongWithoutTheKeyboard) {
+    bindSmall(4);
+    for (const auto theme : {ThemeKind::light, ThemeKind::dark}) {
+        Appearance::instance().setTheme(theme);
+        const QColor strong = Appearance::colorsOf(theme).selection;
+        const QPoint edge(view().cellRect(node(4).position, column("NAME")).right() - 3,
+                          view().cellRect(node(4).position, column("NAME")).top() + 3);
+        view().setFocus();
+        EXPECT_EQ(view().viewport()->grab().toImage().pixelColor(edge), strong);
+        view().clearFocus();
+        EXPECT_EQ(view().viewport()->grab().toImage().pixelColor(edge), strong);
+    }
+}
+
+TEST_F(TreeLayout, TheFocusedCellIsMarkedInTheRow) {
+    bindSmall(4);
+    const auto shot = [this](const char* name) {
+        return view().viewport()->grab(view().cellRect(node(4).position, column(name))).toImage();
+    };
+    tree_->setFocusedColumn("CODE");
+    const QImage without = shot("START");
+    tree_->setFocusedColumn("START");
+    EXPECT_NE(without, shot("START"));
+}
+
+TEST_F(TreeLayout, AnEmptyTreeSpeaks) {
+    tree_->bind(contract_suites::treeRecords({}), "ID", "PARENT");
+    const QImage silent = view().viewport()->grab().toImage();
+    tree_->setEmptyText("Nessun nodo");
+    EXPECT_NE(silent, view().viewport()->grab().toImage());
+    bindSmall();
+    const QImage withNodes = view().viewport()->grab().toImage();
+    tree_->setEmptyText("");
+    EXPECT_EQ(withNodes, view().viewport()->grab().toImage()) << "only without nodes";
+}
+
+TEST_F(TreeLayout, ColoursThatAreSetAreDrawn) {
+    bindSmall(1);
+    tree_->setColor(contract::TreeColor::highLight, 0x00332211);
+    tree_->setHeaderColors(0x00112233, 0x00FFFFFF);
+    const QPoint inRow(view().viewport()->width() - 2, view().cellRect(0, column("NAME")).top() + 2);
+    EXPECT_EQ(view().viewport()->grab().toImage().pixelColor(inRow), QColor(0x11, 0x22, 0x33));
+    const auto* header = view().header();
+    const QImage head = view().header()->viewport()->grab().toImage();
+    EXPECT_EQ(head.pixelColor(3, header->height() - 4), QColor(0x33, 0x22, 0x11));
+}
+
+TEST_F(TreeLayout, AColourOfTheThemeFollowsTheTheme) {
+    bindSmall(1);
+    Appearance::instance().setTheme(ThemeKind::light);
+    const auto color = Appearance::instance().gridColor("GridHeaderColor");
+    const auto text = Appearance::instance().gridColor("GridHeaderFontColor");
+    ASSERT_TRUE(color && text);
+    tree_->setHeaderColors(*color, *text);
+    Appearance::instance().setTheme(ThemeKind::dark);
+    EXPECT_EQ(view().palette().header, platform::qt::toQColor(*Appearance::instance().gridColor("GridHeaderColor")));
+}
