@@ -83,8 +83,9 @@ void CaricaDistinta(StatoForm& stato, Lato& lato, std::string_view idTipo) {
 }
 
 void RicaricaAlberi(StatoForm& stato) {
-    CaricaDistinta(stato, stato.origine, stato.origine.IdDistinta);
-    CaricaDistinta(stato, stato.destinazione, stato.destinazione.IdDistinta);
+    for (auto* lato : {&stato.origine, &stato.destinazione})
+        if (!lato->IdDistinta.empty())
+            CaricaDistinta(stato, *lato, lato->IdDistinta);
 }
 
 } // namespace qz

@@ -15,7 +15,7 @@ void CaricaDistinta(StatoForm& stato, Lato& lato, std::string_view idTipo);
 /// Caption of a level button: "Comprimi liv." or "Espandi liv." followed by the open level plus one.
 void scriviDidascaliaLivello(Lato& lato, bool comprimi);
 
-/// Loads both sides again, as the database stands: origin first.
+/// Loads both sides again, as the database stands: origin first. A side that was never loaded stays empty.
 void RicaricaAlberi(StatoForm& stato);
 
 } // namespace qz

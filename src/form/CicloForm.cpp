@@ -208,10 +208,13 @@ void FRMQZ_COPIADISTINTA::Form_UnLoad() {
         }
         classe_ = nullptr;
         passo([&] {
-            stato_.origine.albero->unbind();
-            stato_.destinazione.albero->unbind();
-            stato_.origine.frame->close();
-            stato_.destinazione.frame->close();
+            for (auto* lato : {&stato_.origine, &stato_.destinazione}) {
+                // What the focus does while the trees go concerns nobody any more.
+                lato->albero->OnChangeNode = nullptr;
+                lato->albero->OnChangeNodeEx = nullptr;
+                lato->albero->unbind();
+                lato->frame->close();
+            }
         });
         stato_.origine.dati = std::make_shared<contract::Recordset>();
         stato_.destinazione.dati = std::make_shared<contract::Recordset>();

@@ -181,7 +181,7 @@ void FRMQZ_COPIADISTINTA::descriviSpostamento() {
     const auto& orig = stato_.origine;
     const auto& dest = stato_.destinazione;
     std::string testo;
-    if (orig.senzaRecord())
+    if (orig.senzaRecord() || !orig.albero->focused())
         testo = "Scegliere un nodo nella distinta di origine.";
     else if (dest.senzaRecord())
         testo = "Scegliere un nodo nella distinta di destinazione.";

@@ -173,8 +173,9 @@ private:
                 return;
             chain.push_back(*parent);
         }
+        // Every company of the chain has a member, but the members of the last but one have no level below the last.
         for (std::size_t i = 0; i < chain.size() && distinta.room() > 0; ++i)
-            distinta.add(chain[i], members[i]);
+            distinta.add(chain[std::min(i, chain.size() - 2)], members[i]);
     }
 
     void makeSuppliers(Accounts& accounts, std::int64_t company, const std::vector<std::int64_t>& sellers) {

@@ -15,6 +15,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QStatusBar>
+#include <QTimer>
 
 namespace host {
 
@@ -116,12 +117,13 @@ void MainWindow::makeViewMenu() {
 }
 
 void MainWindow::makeCorner() {
-    auto* corner = new QWidget(menuBar());
-    auto* row = new QHBoxLayout(corner);
+    // The bar's own corner is where a maximised document puts its buttons; this stands before it.
+    corner_ = new QWidget(menuBar());
+    auto* row = new QHBoxLayout(corner_);
     row->setContentsMargins(8, 0, 8, 0);
-    context_ = new QLabel(corner);
+    context_ = new QLabel(corner_);
     context_->setTextFormat(Qt::PlainText);
-    themeButton_ = new QToolButton(corner);
+    themeButton_ = new QToolButton(corner_);
     themeButton_->setText(QStringLiteral("◐"));
     themeButton_->setAutoRaise(true);
     themeButton_->setToolTip(QStringLiteral("Cambia tema"));
@@ -132,7 +134,35 @@ void MainWindow::makeCorner() {
     });
     row->addWidget(context_);
     row->addWidget(themeButton_);
-    menuBar()->setCornerWidget(corner, Qt::TopRightCorner);
+    menuBar()->installEventFilter(this);
+}
+
+void MainWindow::placeCorner() {
+    const QWidget* buttons = menuBar()->cornerWidget(Qt::TopRightCorner);
+    const int right = buttons != nullptr && buttons->isVisible() ? buttons->x() : menuBar()->width();
+    const QSize size = corner_->sizeHint();
+    const QList<QAction*> menus = menuBar()->actions();
+    const int left = menus.isEmpty() ? 0 : menuBar()->actionGeometry(menus.last()).right();
+    corner_->setGeometry(right - size.width(), (menuBar()->height() - size.height()) / 2, size.width(), size.height());
+    // In a narrow window the menus go first.
+    corner_->setVisible(right - size.width() > left);
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::Resize:
+    case QEvent::Show:
+    case QEvent::LayoutRequest:
+    case QEvent::ChildAdded:
+    case QEvent::ChildRemoved:
+        // After the bar has laid its own corner out.
+        if (watched == menuBar())
+            QTimer::singleShot(0, this, &MainWindow::placeCorner);
+        break;
+    default:
+        break;
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void MainWindow::makeStatusBar() {
@@ -187,9 +217,7 @@ void MainWindow::showContext() {
     statusContext_->setText(QStringLiteral("Azienda %1  |  Utente %2  |  Gruppo %3  |  %4")
                                 .arg(session_->company())
                                 .arg(session_->user(), session_->group(), session_->databaseName()));
-    // The corner has the size of its first text unless the bar is told.
-    menuBar()->cornerWidget(Qt::TopRightCorner)->adjustSize();
-    menuBar()->updateGeometry();
+    placeCorner();
 }
 
 void MainWindow::showFormState() {
@@ -243,6 +271,8 @@ void MainWindow::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::FontChange && hint_ != nullptr)
         hint_->adjustSize();
+    if (event->type() == QEvent::FontChange && corner_ != nullptr)
+        QTimer::singleShot(0, this, &MainWindow::placeCorner);
 }
 
 void MainWindow::chooseCompany() {

@@ -27,10 +27,12 @@ public:
 protected:
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void makeMenus();
     void makeCorner();
+    void placeCorner();
     void makeStatusBar();
     void makeViewMenu();
     void toggleForm();
@@ -50,6 +52,7 @@ private:
     QAction* openAction_ = nullptr;
     QAction* closeAction_ = nullptr;
     QAction* detailsAction_ = nullptr;
+    QWidget* corner_ = nullptr; ///< at the menu bar's right
     QLabel* context_ = nullptr;
     QToolButton* themeButton_ = nullptr;
     QLabel* statusContext_ = nullptr;

@@ -167,7 +167,7 @@ void ScriptCommands::company(const ScriptRequest& request, QJsonObject&) {
 void ScriptCommands::answer(const ScriptRequest& request, QJsonObject&) {
     std::vector<int> answers;
     const QJsonArray values = request.array(QStringLiteral("values"));
-    for (const QJsonValue& value : values) {
+    for (const auto& value : values) {
         const auto whole = ScriptRequest::wholeNumber(value);
         if (!whole || !std::in_range<int>(*whole))
             throw ScriptRefusal(QStringLiteral("\"values\" deve essere un elenco di numeri interi"));

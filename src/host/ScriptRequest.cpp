@@ -117,7 +117,7 @@ QStringList ScriptRequest::optionalTexts(const QString& name) const {
     if (!has(name))
         return texts;
     const QJsonArray elements = array(name);
-    for (const QJsonValue& element : elements) {
+    for (const auto& element : elements) {
         if (!element.isString())
             refuseType(name, "un elenco di testi");
         texts.append(element.toString());

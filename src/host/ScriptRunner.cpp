@@ -189,7 +189,7 @@ void ScriptRunner::standModal(FormWindow& form) {
     if (!openings.isEmpty()) {
         const QJsonArray steps = openings.takeFirst();
         int number = 0;
-        for (const QJsonValue& step : steps) {
+        for (const auto& step : steps) {
             const QString place = QStringLiteral("%1, passo %2 in %3").arg(turn.place).arg(++number).arg(name);
             replies.append(runStep(step.toObject(), place));
         }

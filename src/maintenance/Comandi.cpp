@@ -79,8 +79,14 @@ void Comandi::CMD_SPOSTAVALID_ButtonClick() {
             return;
         bool si = false;
         passo([&] { si = confermato(); });
-        if (si)
-            passo([&] { sposta(true); });
+        if (!si)
+            return;
+        // A move that is run again after an error closes the links at the date typed, which the first run replaced.
+        const auto digitata = stato_.DataFineLegame;
+        passo([&] {
+            stato_.DataFineLegame = digitata;
+            sposta(true);
+        });
     });
 }
 

@@ -415,6 +415,14 @@ TEST(FormUnLoad, ReleasesInOrder) {
     EXPECT_FALSE(programma.db->IsOpen());
 }
 
+TEST(FormUnLoad, SendsNoStatementAnyMore) {
+    Programma programma;
+    programma.mostra();
+    programma.classe->CloseForm();
+    EXPECT_TRUE(programma.db->take().empty());
+    EXPECT_TRUE(programma.host->errors.empty());
+}
+
 TEST(FormUnLoad, GoesOnReleasingWhenAStepFailsAndIsIgnored) {
     Programma programma;
     programma.mostra();

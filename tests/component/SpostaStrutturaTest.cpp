@@ -180,6 +180,19 @@ TEST_F(SpostaStrutturaTest, RefusesADestinationWithoutNodes) {
     EXPECT_EQ(scena.db->statements("CommitTrans").size(), 0U);
 }
 
+TEST_F(SpostaStrutturaTest, RefusesADestinationThatWasNeverLoaded) {
+    Scena nuova;
+    nuova.tabelle.tipi = scena.tabelle.tipi;
+    nuova.tabelle.nodi = prima;
+    nuova.carica(nuova.stato.origine, "10", 2);
+    nuova.host->answers = {6};
+    qz::Comandi suoi(nuova.stato);
+    suoi.CMD_SPOSTASTRU_ButtonClick();
+    EXPECT_EQ(nuova.messaggi().back(), "La distinta di destinazione selezionata non contiene nodi capostipite!");
+    EXPECT_TRUE(nuova.host->errors.empty());
+    EXPECT_EQ(nuova.tabelle.nodi, prima);
+}
+
 TEST_F(SpostaStrutturaTest, ShowsTheMessageBeforeItRollsBack) {
     scena.carica(scena.stato.destinazione, "30");
     bool aperta = false;

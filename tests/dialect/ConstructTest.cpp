@@ -103,6 +103,13 @@ TEST_F(ConstructTest, Conditions) {
               "SELECT K FROM A WHERE K NOT IN (SELECT N FROM B WHERE B.K = A.K)");
 }
 
+TEST_F(ConstructTest, ATextBesideANumberIsComparedAsANumber) {
+    EXPECT_EQ(textOf("SELECT K FROM A WHERE T = 5034"), "SELECT K FROM A WHERE CAST(T AS NUMERIC) = 5034");
+    EXPECT_EQ(textOf("SELECT A.K FROM A INNER JOIN B ON A.N = B.T"),
+              "SELECT A.K FROM A JOIN B ON A.N = CAST(B.T AS NUMERIC)");
+    EXPECT_EQ(textOf("SELECT K FROM A WHERE T = '5034' AND T = X"), "SELECT K FROM A WHERE T = '5034' AND T = X");
+}
+
 TEST_F(ConstructTest, Cases) {
     EXPECT_EQ(textOf("SELECT (CASE WHEN N > 1 THEN T ELSE 'uno' END) AS X FROM A"),
               "SELECT CASE WHEN N > 1 THEN T ELSE 'uno' END AS X FROM A");

@@ -154,7 +154,7 @@ protected:
 
     static bool startLocked(Dialogue& program) {
         const auto columns = program.read(destTree).value(QLatin1String("columns")).toArray();
-        for (const QJsonValue& column : columns) {
+        for (const auto& column : columns) {
             if (column[QLatin1String("name")] == startColumn)
                 return column[QLatin1String("locked")].toBool();
         }

@@ -23,7 +23,7 @@ protected:
     static std::vector<std::string> items(const QJsonObject& reply) {
         std::vector<std::string> names;
         const auto listed = reply.value(QLatin1String("items")).toArray();
-        for (const QJsonValue& item : listed)
+        for (const auto& item : listed)
             names.push_back(text(item));
         return names;
     }
@@ -32,7 +32,7 @@ protected:
     static std::vector<int> marked(Dialogue& program) {
         std::vector<int> ids;
         const auto nodes = program.read(origTree).value(QLatin1String("nodes")).toArray();
-        for (const QJsonValue& node : nodes) {
+        for (const auto& node : nodes) {
             if (node[QLatin1String("cells")][QLatin1String("Seleziona")] == QLatin1String("True"))
                 ids.push_back(node[QLatin1String("id")].toInt());
         }
@@ -48,7 +48,7 @@ protected:
 
     static std::string operations(Dialogue& program) {
         std::string all;
-        for (const QJsonValue& call : program.services())
+        for (const auto& call : program.services())
             all += json(call.toObject()) + "\n";
         return all;
     }
@@ -157,7 +157,7 @@ TEST_F(Interaction, TheStateIsGivenToTheNodesBelow) {
     const auto calls = program.services();
     int copies = 0;
     bool confirmed = false;
-    for (const QJsonValue& call : calls) {
+    for (const auto& call : calls) {
         copies += call[QLatin1String("operation")] == QLatin1String("DuplicaStato") ? 1 : 0;
         confirmed = confirmed || call[QLatin1String("operation")] == QLatin1String("ConfermaStato");
     }

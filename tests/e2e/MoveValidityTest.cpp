@@ -130,7 +130,7 @@ TEST_F(MoveValidity, TheStateOfTheNewLinksIsAskedOfTheHost) {
     aim(program, 4, 25);
     moveAt(program, "30/06/2024");
     std::string calls;
-    for (const QJsonValue& call : program.services())
+    for (const auto& call : program.services())
         calls += text(call[QLatin1String("operation")]) + " ";
     EXPECT_TRUE(contains(calls, "GetNewGUID")) << calls;
     EXPECT_TRUE(contains(calls, "DuplicaStato") || contains(calls, "ConfermaStato")) << calls;
@@ -272,7 +272,7 @@ TEST_F(MoveValidity, TheDialogStaysOpenWithoutAValidDate) {
     EXPECT_EQ("Data fine legame", text(replies.at(5)[QLatin1String("caption")]));
     EXPECT_EQ("&Annulla", text(replies.at(6)[QLatin1String("caption")]));
     EXPECT_EQ("true", text(replies.at(7)[QLatin1String("ok")]));
-    for (const QJsonValue& reply : replies)
+    for (const auto& reply : replies)
         EXPECT_TRUE(reply[QLatin1String("messages")].toArray().isEmpty());
     EXPECT_EQ((std::vector<std::string>{"Data fine legame non impostata!"}), messages(clicked));
 }

@@ -56,7 +56,7 @@ TEST_F(Parameters, SavesTheRowAndTheMainFormReadsIt) {
                                          R"({"do":"set","control":"TXT_QZ03_DATAINIZIOVAL","value":"01/03/2024"},)"
                                          R"({"do":"set","control":"TXT_QZ03_DATAFINEVAL","value":"01/03/2024"},)"
                                          R"({"do":"click","control":"CMD_SALVA"})");
-    for (const QJsonValue& reply : replies) {
+    for (const auto& reply : replies) {
         EXPECT_EQ("true", text(reply[QLatin1String("ok")])) << json(reply.toObject());
         EXPECT_TRUE(reply[QLatin1String("messages")].toArray().isEmpty()) << json(reply.toObject());
     }

@@ -193,7 +193,7 @@ QJsonObject Dialogue::state() {
 std::vector<std::string> Dialogue::trace() {
     std::vector<std::string> statements;
     const QJsonArray sent = must(R"({"do":"trace"})").value(QLatin1String("statements")).toArray();
-    for (const QJsonValue& statement : sent)
+    for (const auto& statement : sent)
         statements.push_back(text(statement));
     return statements;
 }
@@ -205,14 +205,14 @@ QJsonArray Dialogue::services() {
 std::vector<int> Dialogue::ids(const QString& tree) {
     std::vector<int> found;
     const QJsonArray nodes = read(tree).value(QLatin1String("nodes")).toArray();
-    for (const QJsonValue& node : nodes)
+    for (const auto& node : nodes)
         found.push_back(node[QLatin1String("id")].toInt(-1));
     return found;
 }
 
 QJsonObject Dialogue::node(const QString& tree, int id) {
     const QJsonArray nodes = read(tree).value(QLatin1String("nodes")).toArray();
-    for (const QJsonValue& node : nodes) {
+    for (const auto& node : nodes) {
         if (node[QLatin1String("id")].toInt(-1) == id)
             return node.toObject();
     }
@@ -242,7 +242,7 @@ int Dialogue::finish() {
 std::vector<std::string> messages(const QJsonObject& reply) {
     std::vector<std::string> texts;
     const QJsonArray shown = reply.value(QLatin1String("messages")).toArray();
-    for (const QJsonValue& message : shown)
+    for (const auto& message : shown)
         texts.push_back(text(
             message[QLatin1String(message[QLatin1String("kind")] == QLatin1String("error") ? "description" : "text")]));
     return texts;
@@ -257,7 +257,7 @@ QJsonObject onlyMessage(const QJsonObject& reply) {
 std::vector<std::string> modalForms(const QJsonObject& reply) {
     std::vector<std::string> forms;
     const QJsonArray modal = reply.value(QLatin1String("modal")).toArray();
-    for (const QJsonValue& opened : modal)
+    for (const auto& opened : modal)
         forms.push_back(text(opened[QLatin1String("form")]));
     return forms;
 }

@@ -151,7 +151,7 @@ TEST_F(Start, RegistersItselfWithTheHostsModels) {
     Dialogue program(place_);
     const auto calls = program.services();
     std::string all;
-    for (const QJsonValue& call : calls) {
+    for (const auto& call : calls) {
         EXPECT_TRUE(call[QLatin1String("service")].isString()) << json(call.toObject());
         EXPECT_TRUE(call[QLatin1String("operation")].isString()) << json(call.toObject());
         all += json(call.toObject());
@@ -162,7 +162,7 @@ TEST_F(Start, RegistersItselfWithTheHostsModels) {
 
     program.must(R"({"do":"close"})");
     all.clear();
-    for (const QJsonValue& call : program.services())
+    for (const auto& call : program.services())
         all += json(call.toObject());
     EXPECT_TRUE(contains(all, "tsClose")) << all;
 }
@@ -171,7 +171,7 @@ TEST_F(Start, TheHooksDoNothingWhileTheClassIsNotActive) {
     Dialogue program(place_, {}, false);
     program.open({{QStringLiteral("IsActive"), false}});
     std::string all;
-    for (const QJsonValue& call : program.services())
+    for (const auto& call : program.services())
         all += json(call.toObject());
     EXPECT_FALSE(contains(all, "\"Distinta\"")) << all;
 }
@@ -226,7 +226,7 @@ TEST_F(Start, AModalFormRegistersWithTheModelsAsSoonAsItStands) {
     Dialogue program(place_, {}, false);
     program.open({{QStringLiteral("WindowModal"), true}});
     std::string all;
-    for (const QJsonValue& call : program.services())
+    for (const auto& call : program.services())
         all += json(call.toObject());
     EXPECT_TRUE(contains(all, "\"Distinta\"")) << all;
 }

@@ -38,7 +38,7 @@ TEST_F(Types, TheListsHoldTheTypesUnderTheirGroups) {
         const auto read = program.read(list);
         const auto entries = read.value(QLatin1String("entries")).toArray();
         std::vector<std::string> told;
-        for (const QJsonValue& entry : entries) {
+        for (const auto& entry : entries) {
             told.push_back(text(entry[QLatin1String("key")]) + "|" + text(entry[QLatin1String("text")]) + "|" +
                            text(entry[QLatin1String("parent")]) + "|" + text(entry[QLatin1String("image")]) + "|" +
                            text(entry[QLatin1String("selected_image")]));
@@ -66,7 +66,7 @@ TEST_F(Types, TheTreesHaveTheirColumns) {
     const auto columns = [&](const QString& tree) {
         std::vector<std::string> told;
         const auto read = program.read(tree).value(QLatin1String("columns")).toArray();
-        for (const QJsonValue& column : read) {
+        for (const auto& column : read) {
             if (column[QLatin1String("visible")].toBool())
                 told.push_back(text(column[QLatin1String("name")]) + "|" + text(column[QLatin1String("caption")]) +
                                "|" + text(column[QLatin1String("field")]));
@@ -163,7 +163,7 @@ TEST_F(Types, LevelsCloseAndOpenOneByOne) {
     const auto expanded = [&] {
         std::string told;
         const auto nodes = program.read(destTree).value(QLatin1String("nodes")).toArray();
-        for (const QJsonValue& node : nodes) {
+        for (const auto& node : nodes) {
             const int id = node[QLatin1String("id")].toInt();
             if (id == 1 || id == 2 || id == 5)
                 told += node[QLatin1String("expanded")].toBool() ? '+' : '-';

@@ -35,11 +35,11 @@ template <class Action> std::pair<ExitStatus, std::string> failureOf(Action acti
     return {ExitStatus::success, ""};
 }
 
-std::int64_t count(const std::string& file, contract::Statement statement) {
+std::int64_t firstNumber(const std::string& file, contract::Fragment text) {
     platform::sqlite::Connection connection("embedded:" + file);
     connection.Open();
     contract::Snapshot rows;
-    connection.Read(statement, rows);
+    connection.Read(contract::Statement(text), rows);
     return rows.column(0).integer(0).value_or(-1);
 }
 
@@ -52,7 +52,7 @@ protected:
 TEST_F(DatabaseSetup, MakesTheTablesInAFileThatIsNotThere) {
     host::createDatabaseFile(file, schema(), std::nullopt);
     EXPECT_NO_THROW(platform::sqlite::checkDatabase(file, schema()));
-    EXPECT_EQ(0, count(file, "SELECT COUNT(*) FROM QZ02_DISTINTA"));
+    EXPECT_EQ(0, firstNumber(file, "SELECT COUNT(*) FROM QZ02_DISTINTA"));
     EXPECT_EQ(1U, folder.entries());
 }
 
@@ -100,12 +100,13 @@ TEST_F(DatabaseSetup, RefusesAFolderInThePlaceOfTheFile) {
 TEST_F(DatabaseSetup, WritesTheDemoDataAsTheyWereMade) {
     host::createDatabaseFile(file, schema(), 300);
     const auto data = host::makeDemoData(300);
-    EXPECT_EQ(static_cast<std::int64_t>(data.nodes.size()), count(file, "SELECT COUNT(*) FROM QZ02_DISTINTA"));
-    EXPECT_EQ(static_cast<std::int64_t>(data.types.size()), count(file, "SELECT COUNT(*) FROM QZ01_TIPODISTINTA"));
-    EXPECT_EQ(static_cast<std::int64_t>(data.accounts.size()), count(file, "SELECT COUNT(*) FROM CG44_CLIFOR"));
-    EXPECT_EQ(1, count(file, "SELECT COUNT(*) FROM QZ03_PARAMETRI"));
-    EXPECT_EQ(1, count(file, "SELECT QZ03_DITTA_CG18 FROM QZ03_PARAMETRI"));
-    EXPECT_GT(count(file, "SELECT COUNT(*) FROM VCO1C_CLIFOR"), 0);
+    EXPECT_EQ(static_cast<std::int64_t>(data.nodes.size()), firstNumber(file, "SELECT COUNT(*) FROM QZ02_DISTINTA"));
+    EXPECT_EQ(static_cast<std::int64_t>(data.types.size()),
+              firstNumber(file, "SELECT COUNT(*) FROM QZ01_TIPODISTINTA"));
+    EXPECT_EQ(static_cast<std::int64_t>(data.accounts.size()), firstNumber(file, "SELECT COUNT(*) FROM CG44_CLIFOR"));
+    EXPECT_EQ(1, firstNumber(file, "SELECT COUNT(*) FROM QZ03_PARAMETRI"));
+    EXPECT_EQ(1, firstNumber(file, "SELECT QZ03_DITTA_CG18 FROM QZ03_PARAMETRI"));
+    EXPECT_GT(firstNumber(file, "SELECT COUNT(*) FROM VCO1C_CLIFOR"), 0);
     host::StateStore states(file);
     for (const auto& node : data.nodes)
         EXPECT_EQ(node.state, states.state(node.guid).value_or(0)) << node.guid;

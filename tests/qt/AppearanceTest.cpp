@@ -52,19 +52,17 @@ TEST_F(AppearanceTest, ContrastIsMeasuredAsItIsDefined) {
 TEST_F(AppearanceTest, EveryTextStandsOutFromItsGround) {
     for (const auto kind : {ThemeKind::light, ThemeKind::dark}) {
         const ThemeColors& c = Appearance::colorsOf(kind);
-        std::vector<std::pair<QColor, QColor>> pairs{{c.accentText, c.accent},        {c.accentSoftText, c.accentSoft},
-                                                     {c.selectionText, c.selection},  {c.headerText, c.header},
-                                                     {c.fieldText, c.field},          {c.fieldText, c.fieldFocus},
-                                                     {c.lockedText, c.locked},        {c.textDisabled, c.locked},
-                                                     {c.dangerText, c.danger},        {c.textMuted, c.field},
-                                                     {c.textMuted, c.fieldFocus},     {c.text, c.header}};
+        std::vector<std::pair<QColor, QColor>> pairs{
+            {c.accentText, c.accent}, {c.accentSoftText, c.accentSoft}, {c.selectionText, c.selection},
+            {c.headerText, c.header}, {c.fieldText, c.field},           {c.fieldText, c.fieldFocus},
+            {c.lockedText, c.locked}, {c.textDisabled, c.locked},       {c.dangerText, c.danger},
+            {c.textMuted, c.field},   {c.textMuted, c.fieldFocus},      {c.text, c.header}};
         for (const auto& ground : {c.window, c.surface, c.surfaceAlternate})
             for (const auto& ink : {c.text, c.textMuted, c.textDisabled, c.link, c.headerText, c.danger})
                 pairs.emplace_back(ink, ground);
         for (const auto& [ink, ground] : pairs)
-            EXPECT_GE(contrast(ink, ground), 4.5)
-                << ink.name().toStdString() << " on " << ground.name().toStdString() << ", theme "
-                << static_cast<int>(kind);
+            EXPECT_GE(contrast(ink, ground), 4.5) << ink.name().toStdString() << " on " << ground.name().toStdString()
+                                                  << ", theme " << static_cast<int>(kind);
     }
 }
 
@@ -81,10 +79,12 @@ TEST_F(AppearanceTest, FocusAndEdgesOfFieldsCanBeSeen) {
 TEST_F(AppearanceTest, GridColorsAreReadableInThePairsInWhichTreesAndGridsUseThem) {
     for (const auto kind : {ThemeKind::light, ThemeKind::dark}) {
         look.setTheme(kind);
-        for (const auto& [ink, ground] :
-             {std::pair{"GridFontColor", "GridHeaderColor"}, {"GridHeaderFontColor", "GridHeaderColor"},
-              {"GridHeaderFontColor", "GridFooterColor"}, {"GridFontColor", "GridHideSelectionColor"},
-              {"GridHighLightFontColor", "GridHighLightColor"}, {"GridFontColor", "GridFooterColor"}}) {
+        for (const auto& [ink, ground] : {std::pair{"GridFontColor", "GridHeaderColor"},
+                                          {"GridHeaderFontColor", "GridHeaderColor"},
+                                          {"GridHeaderFontColor", "GridFooterColor"},
+                                          {"GridFontColor", "GridHideSelectionColor"},
+                                          {"GridHighLightFontColor", "GridHighLightColor"},
+                                          {"GridFontColor", "GridFooterColor"}}) {
             ASSERT_TRUE(look.gridColor(ink) && look.gridColor(ground)) << ink << ground;
             EXPECT_GE(contrast(fromGrid(*look.gridColor(ink)), fromGrid(*look.gridColor(ground))), 4.5)
                 << ink << " on " << ground << ", theme " << static_cast<int>(kind);
@@ -93,9 +93,9 @@ TEST_F(AppearanceTest, GridColorsAreReadableInThePairsInWhichTreesAndGridsUseThe
 }
 
 TEST_F(AppearanceTest, GridColorsHaveEightNamesInTheirExactSpelling) {
-    for (const char* name : {"GridHeaderColor", "GridFontColor", "GridBorderColor", "GridFooterColor",
-                             "GridHeaderFontColor", "GridHideSelectionColor", "GridHighLightColor",
-                             "GridHighLightFontColor"})
+    for (const char* name :
+         {"GridHeaderColor", "GridFontColor", "GridBorderColor", "GridFooterColor", "GridHeaderFontColor",
+          "GridHideSelectionColor", "GridHighLightColor", "GridHighLightFontColor"})
         EXPECT_TRUE(look.gridColor(name)) << name;
     EXPECT_FALSE(look.gridColor("gridheadercolor"));
     EXPECT_FALSE(look.gridColor(""));
@@ -103,10 +103,10 @@ TEST_F(AppearanceTest, GridColorsHaveEightNamesInTheirExactSpelling) {
 
 TEST_F(AppearanceTest, TheFourClassicColorsFindTheirPlaceInTheLightTheme) {
     const ThemeColors& c = Appearance::colorsOf(ThemeKind::light);
-    const std::vector<QColor> all{c.window,        c.surface,       c.surfaceAlternate, c.text,       c.textMuted,
-                                  c.textDisabled,  c.line,          c.lineStrong,       c.accent,     c.accentText,
-                                  c.accentSoft,    c.selection,     c.selectionText,    c.header,     c.headerText,
-                                  c.field,         c.fieldFocus,    c.locked,           c.link,       c.focusRing};
+    const std::vector<QColor> all{c.window,       c.surface,    c.surfaceAlternate, c.text,   c.textMuted,
+                                  c.textDisabled, c.line,       c.lineStrong,       c.accent, c.accentText,
+                                  c.accentSoft,   c.selection,  c.selectionText,    c.header, c.headerText,
+                                  c.field,        c.fieldFocus, c.locked,           c.link,   c.focusRing};
     for (const contract::Color classic : {0xFEFAE2U, 0x80FFFFU, 0xC0FFFFU, 0x800000U})
         EXPECT_NE(std::find(all.begin(), all.end(), fromGrid(classic)), all.end()) << classic;
 }

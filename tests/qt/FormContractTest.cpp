@@ -51,7 +51,9 @@ private:
     std::deque<std::pair<std::string, std::function<void()>>> modal_;
 };
 
-std::unique_ptr<FormHarness> makeQtForms() { return std::make_unique<QtFormHarness>(); }
+std::unique_ptr<FormHarness> makeQtForms() {
+    return std::make_unique<QtFormHarness>();
+}
 
 } // namespace
 

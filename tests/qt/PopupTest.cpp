@@ -98,6 +98,29 @@ TEST_F(PopupTest, AClickOnAMenuButtonLeavesItsListOpen) {
     Session::instance().popup()->dismiss();
 }
 
+TEST_F(PopupTest, TheKeyboardOpensItAtTheFocusedField) {
+    form->addTextField("TXT", nullptr).setBounds({3000, 3000, 3000, 400});
+    QCoreApplication::processEvents();
+    auto* field = script("TXT").widget();
+    field->setFocus();
+    QTest::mouseClick(script("MenuCerca").widget(), Qt::RightButton);
+    field->setFocus();
+    QTest::keyClick(field, Qt::Key_Left);
+    popup->showAtMouse();
+    const auto* menu = QApplication::activePopupWidget();
+    ASSERT_NE(menu, nullptr);
+    const QRect around = QRect(field->mapToGlobal(QPoint(0, 0)), field->size()).adjusted(-5, -5, 5, 5);
+    EXPECT_TRUE(around.contains(menu->pos()));
+    Session::instance().popup()->dismiss();
+
+    QTest::mouseClick(field, Qt::RightButton, {}, QPoint(150, 10));
+    if (auto* own = QApplication::activePopupWidget())
+        own->close();
+    popup->showAtMouse();
+    EXPECT_EQ(QApplication::activePopupWidget()->pos(), field->mapToGlobal(QPoint(150, 10)));
+    Session::instance().popup()->dismiss();
+}
+
 TEST_F(PopupTest, AFormMayGoWithItsMenuOpen) {
     popup->showAtMouse();
     form.reset();

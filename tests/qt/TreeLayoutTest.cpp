@@ -3,6 +3,8 @@
 
 #include <QHeaderView>
 #include <QImage>
+#include <QScrollBar>
+#include <QToolTip>
 
 using platform::qt::Appearance;
 using platform::qt::ThemeKind;
@@ -151,6 +153,22 @@ TEST_F(TreeLayout, TheFocusedCellIsMarkedInTheRow) {
     const QImage without = shot("START");
     tree_->setFocusedColumn("START");
     EXPECT_NE(without, shot("START"));
+}
+
+TEST_F(TreeLayout, WhileTheScrollBarIsDraggedATipTellsTheTopRow) {
+    bindLong(300);
+    auto* bar = view().verticalScrollBar();
+    bar->setSliderDown(true);
+    bar->setSliderPosition(100);
+    EXPECT_FALSE(QToolTip::isVisible()) << "no column was chosen for it";
+    tree_->setScrollTipColumn("HIDDEN");
+    bar->setSliderPosition(120);
+    EXPECT_EQ(QToolTip::text(), QStringLiteral("121"));
+    bar->setSliderDown(false);
+    QTest::qWait(400); // a tip goes with a short delay
+    EXPECT_FALSE(QToolTip::isVisible());
+    bar->setValue(10);
+    EXPECT_FALSE(QToolTip::isVisible());
 }
 
 TEST_F(TreeLayout, AnEmptyTreeSpeaks) {

@@ -163,6 +163,18 @@ void Writer::writeConverted(const Expression& value, ValueKind kind, const Scope
         writeExpression(value, scope);
 }
 
+// Between a text and a number the server compares numbers; SQLite would compare texts, where '05034' is not 5034.
+void Writer::writeCompared(const Expression& value, ValueKind kind, const Scope& scope) {
+    const bool number = kind == ValueKind::whole || kind == ValueKind::amount;
+    if (!number || value.kind == Expression::Kind::text || scope.kindOf(value) != ValueKind::text) {
+        writeConverted(value, kind, scope);
+        return;
+    }
+    out_ += "CAST(";
+    writeExpression(value, scope);
+    out_ += " AS NUMERIC)";
+}
+
 void Writer::writeTextAsDate(const Expression& text) {
     if (text.segments.size() == 1 && text.segments[0].argument) {
         writeParameter(*text.segments[0].argument, Binding::date);
@@ -357,10 +369,11 @@ void Writer::writeCondition(const Expression& condition, const Scope& scope) {
     }
 }
 
+// The kind in which the server compares values of several kinds.
 ValueKind Writer::commonKind(const std::vector<const Expression*>& values, const Scope& scope) const {
-    for (const auto* value : values)
-        if (value->kind != Expression::Kind::text)
-            if (const ValueKind kind = scope.kindOf(*value); kind != ValueKind::unknown)
+    for (const ValueKind kind : {ValueKind::date, ValueKind::amount, ValueKind::whole})
+        for (const auto* value : values)
+            if (scope.kindOf(*value) == kind)
                 return kind;
     return ValueKind::unknown;
 }
@@ -369,21 +382,21 @@ void Writer::writeComparison(const Expression& condition, const Scope& scope) {
     const Expression& left = *condition.operands[0];
     const Expression& right = *condition.operands[1];
     const ValueKind kind = commonKind({&left, &right}, scope);
-    writeConverted(left, kind, scope);
+    writeCompared(left, kind, scope);
     out_ += ' ';
     out_ += condition.name;
     out_ += ' ';
-    writeConverted(right, kind, scope);
+    writeCompared(right, kind, scope);
 }
 
 void Writer::writeBetween(const Expression& condition, const Scope& scope) {
     const auto& operands = condition.operands;
     const ValueKind kind = commonKind({operands[0].get(), operands[1].get(), operands[2].get()}, scope);
-    writeConverted(*operands[0], kind, scope);
+    writeCompared(*operands[0], kind, scope);
     out_ += condition.negated ? " NOT BETWEEN " : " BETWEEN ";
-    writeConverted(*operands[1], kind, scope);
+    writeCompared(*operands[1], kind, scope);
     out_ += " AND ";
-    writeConverted(*operands[2], kind, scope);
+    writeCompared(*operands[2], kind, scope);
 }
 
 void Writer::writeIn(const Expression& condition, const Scope& scope) {

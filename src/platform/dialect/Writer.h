@@ -30,6 +30,7 @@ private:
     void writeColumn(const Expression& column);
     void writeText(const Expression& text, Binding binding);
     void writeConverted(const Expression& value, ValueKind kind, const Scope& scope);
+    void writeCompared(const Expression& value, ValueKind kind, const Scope& scope);
     void writeTextAsDate(const Expression& text);
     void writeTextAsWhole(const Expression& text);
     void writeArithmetic(const Expression& sum, const Scope& scope);

@@ -51,8 +51,13 @@ void HeadlessTree::bind(std::shared_ptr<contract::Recordset> records, std::strin
     syncCursor();
     if (focused_)
         makeVisible(focused_);
+    if (focusedColumn_.empty() && focused_) {
+        const auto first = std::find_if(columns_.begin(), columns_.end(), [](const auto& c) { return c.visible; });
+        if (first != columns_.end())
+            focusedColumn_ = first->name;
+    }
     laidOut();
-    focusChanged();
+    focusSettled();
 }
 
 void HeadlessTree::clearNodes() {
@@ -62,8 +67,9 @@ void HeadlessTree::clearNodes() {
     states_.clear();
     topRow_ = 0;
     focused_ = {};
+    syncCursor();
     laidOut();
-    focusChanged();
+    focusSettled();
 }
 
 void HeadlessTree::unbind() {
@@ -108,6 +114,11 @@ void HeadlessTree::syncCursor() {
 void HeadlessTree::focusChanged() {
     resting_ = false;
     contract::fire(OnChangeNode);
+}
+
+void HeadlessTree::focusSettled() {
+    focusChanged();
+    settle();
 }
 
 void HeadlessTree::moveFocus(Node node) {
@@ -212,16 +223,28 @@ std::vector<std::size_t> HeadlessTree::rowsOnScreen() const {
     return rows;
 }
 
+void HeadlessTree::askStates(std::size_t column) {
+    auto rows = rowsOnScreen();
+    auto& known = states_[column];
+    std::erase_if(rows, [&](std::size_t row) { return known.contains(row); });
+    if (rows.empty() || !columns_[column].texts)
+        return;
+    auto texts = columns_[column].texts(rows);
+    texts.resize(rows.size());
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        known[rows[i]] = texts[i];
+}
+
 void HeadlessTree::refreshColumn(std::string_view column) {
     const auto at = columnIndex(column);
     states_.erase(at);
-    const auto rows = rowsOnScreen();
-    if (rows.empty() || !columns_[at].texts)
-        return;
-    auto texts = columns_[at].texts(rows);
-    texts.resize(rows.size());
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        states_[at][rows[i]] = texts[i];
+    askStates(at);
+}
+
+void HeadlessTree::draw() {
+    for (std::size_t column = 0; column < columns_.size(); ++column)
+        if (columns_[column].kind == TreeColumnKind::state && columns_[column].visible)
+            askStates(column);
 }
 
 // Expansion

@@ -94,10 +94,12 @@ public:
     /// Positions of the nodes that the expansions show, in display order.
     std::vector<std::int32_t> shown() const;
 
+    /// What drawing does: asks for the texts of state columns for the rows on screen that were not asked for yet.
+    void draw();
+
     // User
 
-    /// Moves the focus as the arrow keys do. Of several moves before the events are processed only the last counts:
-    /// see `queued`.
+    /// Moves the focus as the arrow keys do.
     bool focusNode(contract::Node node);
     /// The same to a node of that key, and to a column; false when there is none.
     bool focusKey(std::int64_t key, std::string_view column = {});
@@ -122,6 +124,8 @@ private:
     const contract::TreeColumn& columnOf(std::string_view column) const { return columns_[columnIndex(column)]; }
     void moveFocus(contract::Node node);
     void focusChanged();
+    /// The focus changed together with what is shown, and has come to rest.
+    void focusSettled();
     void syncCursor();
     void expandAncestors(contract::Node node);
     void laidOut();
@@ -129,6 +133,7 @@ private:
     std::string checkText(std::size_t column, std::size_t row) const;
     const std::string& stateText(std::size_t column, std::size_t row) const;
     std::vector<std::size_t> rowsOnScreen() const;
+    void askStates(std::size_t column);
 
     std::string bandCaption_;
     std::string scrollTipColumn_;

@@ -121,7 +121,9 @@ void Appearance::setZoom(int points) {
     emit changed();
 }
 
-const ThemeColors& Appearance::colors() const { return colorsOf(theme_); }
+const ThemeColors& Appearance::colors() const {
+    return colorsOf(theme_);
+}
 
 QFont Appearance::font() const {
     // Named outright: a machine that has the classic face would show each row a little lower than the others do.
@@ -135,8 +137,12 @@ int Appearance::rowHeight() const {
     return static_cast<int>(std::lround(QFontInfo(font()).pixelSize() * rowsToType));
 }
 
-int Appearance::pixels(contract::Twips twips) { return static_cast<int>(std::lround(twips / twipsPerPixel)); }
+int Appearance::pixels(contract::Twips twips) {
+    return static_cast<int>(std::lround(twips / twipsPerPixel));
+}
 
-contract::Twips Appearance::twips(int pixels) { return pixels * 15; }
+contract::Twips Appearance::twips(int pixels) {
+    return pixels * 15;
+}
 
 } // namespace platform::qt

@@ -20,7 +20,8 @@ QString clickMiddle(QWidget* widget) {
 
 } // namespace
 
-ButtonControl::ButtonControl(std::string_view name, QWidget* parent) : ButtonControl(name, new FlatButton(parent)) {}
+ButtonControl::ButtonControl(std::string_view name, QWidget* parent) : ButtonControl(name, new FlatButton(parent)) {
+}
 
 ButtonControl::ButtonControl(std::string_view name, FlatButton* button)
     : CaptionedControl(name, button), button_(button) {
@@ -38,7 +39,9 @@ void ButtonControl::setPrimary(bool primary) {
         button_->setPrimary(primary);
 }
 
-void ButtonControl::showCaption(const QString& caption) { button_->setText(caption); }
+void ButtonControl::showCaption(const QString& caption) {
+    button_->setText(caption);
+}
 
 QJsonObject ButtonControl::read() const {
     QJsonObject members = CaptionedControl::read();
@@ -46,10 +49,13 @@ QJsonObject ButtonControl::read() const {
     return members;
 }
 
-QString ButtonControl::click() { return clickMiddle(widget_); }
+QString ButtonControl::click() {
+    return clickMiddle(widget_);
+}
 
 MenuButtonControl::MenuButtonControl(std::string_view name, QWidget* parent)
-    : MenuButtonControl(name, new FlatButton(parent)) {}
+    : MenuButtonControl(name, new FlatButton(parent)) {
+}
 
 MenuButtonControl::MenuButtonControl(std::string_view name, FlatButton* button)
     : CaptionedControl(name, button), button_(button),
@@ -69,7 +75,9 @@ void MenuButtonControl::addItem(std::string_view key, std::string_view caption) 
     popup_.addItem(text(key), text(caption));
 }
 
-void MenuButtonControl::showCaption(const QString& caption) { button_->setText(caption); }
+void MenuButtonControl::showCaption(const QString& caption) {
+    button_->setText(caption);
+}
 
 QJsonObject MenuButtonControl::read() const {
     QJsonObject members = CaptionedControl::read();
@@ -77,7 +85,9 @@ QJsonObject MenuButtonControl::read() const {
     return members;
 }
 
-QString MenuButtonControl::click() { return clickMiddle(widget_); }
+QString MenuButtonControl::click() {
+    return clickMiddle(widget_);
+}
 
 QString MenuButtonControl::chooseItem(const QString& key) {
     if (popup_.item(key) == nullptr)
@@ -104,6 +114,8 @@ void PopupMenuControl::setItemEnabled(std::string_view item, bool enabled) {
         action->setEnabled(enabled);
 }
 
-void PopupMenuControl::showAtMouse() { popup_.open(LastInput::instance().popupPoint()); }
+void PopupMenuControl::showAtMouse() {
+    popup_.open(LastInput::instance().popupPoint());
+}
 
 } // namespace platform::qt

@@ -16,8 +16,7 @@ QString text(std::string_view utf8);
 QString spoken(const QString& caption);
 
 /// What the controls with a caption share.
-template <class Interface>
-class CaptionedControl : public QtControl<Interface> {
+template <class Interface> class CaptionedControl : public QtControl<Interface> {
 public:
     using QtControl<Interface>::QtControl;
 
@@ -27,9 +26,9 @@ public:
         if (!this->widget_)
             return;
         const QString name = spoken(text(caption));
-        this->widget_->setAccessibleName(!name.isEmpty()            ? name
+        this->widget_->setAccessibleName(!name.isEmpty()           ? name
                                          : !this->toolTip_.empty() ? text(this->toolTip_)
-                                                                    : text(this->name_));
+                                                                   : text(this->name_));
         showCaption(text(caption));
     }
 

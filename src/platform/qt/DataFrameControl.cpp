@@ -60,7 +60,8 @@ std::string dateText(const Value& value) {
 
 } // namespace
 
-DataFrameControl::DataFrameControl(std::string_view name, QWidget* parent) : FrameBase(name, new QWidget(parent)) {}
+DataFrameControl::DataFrameControl(std::string_view name, QWidget* parent) : FrameBase(name, new QWidget(parent)) {
+}
 
 DataFrameControl::~DataFrameControl() = default;
 
@@ -95,9 +96,12 @@ void DataFrameControl::addBinding(const contract::Control& control, EditSource* 
 void DataFrameControl::bindField(contract::DateField& control, std::string_view field) {
     const std::string column(field);
     addBinding(control, dynamic_cast<EditSource*>(&control),
-               {column, nullptr, [&control] { return control.text(); },
+               {column,
+                nullptr,
+                [&control] { return control.text(); },
                 [&control, column] { return dateValue(column, control.text()); },
-                [&control](const Value& value) { control.setText(dateText(value)); }, {}});
+                [&control](const Value& value) { control.setText(dateText(value)); },
+                {}});
 }
 
 void DataFrameControl::bindField(contract::ComboBox& control, std::string_view field) {
@@ -105,7 +109,10 @@ void DataFrameControl::bindField(contract::ComboBox& control, std::string_view f
         return control.position() < 0 ? Value::null() : Value(static_cast<std::int64_t>(control.position()));
     };
     addBinding(control, dynamic_cast<EditSource*>(&control),
-               {std::string(field), nullptr, [&control] { return std::to_string(control.position()); }, value,
+               {std::string(field),
+                nullptr,
+                [&control] { return std::to_string(control.position()); },
+                value,
                 [&control](const Value& shown) {
                     const auto position = shown.integer();
                     control.setPosition(position && *position >= 0 && *position < control.itemCount()
@@ -117,7 +124,9 @@ void DataFrameControl::bindField(contract::ComboBox& control, std::string_view f
 
 void DataFrameControl::bindField(contract::CheckBox& control, std::string_view field) {
     addBinding(control, dynamic_cast<EditSource*>(&control),
-               {std::string(field), nullptr, [&control] { return std::string(control.checked() ? "1" : "0"); },
+               {std::string(field),
+                nullptr,
+                [&control] { return std::string(control.checked() ? "1" : "0"); },
                 [&control] { return Value(static_cast<std::int64_t>(control.checked() ? 1 : 0)); },
                 [&control](const Value& value) { control.setChecked(value.integer().value_or(0) != 0); },
                 {}});
@@ -126,7 +135,9 @@ void DataFrameControl::bindField(contract::CheckBox& control, std::string_view f
 void DataFrameControl::bindField(contract::TextField& control, std::string_view field) {
     const std::string column(field);
     addBinding(control, dynamic_cast<EditSource*>(&control),
-               {column, nullptr, [&control] { return control.text(); },
+               {column,
+                nullptr,
+                [&control] { return control.text(); },
                 [this, &control, column] { return textValue(column, control.text()); },
                 [&control](const Value& value) { control.setText(value.text()); },
                 {}});
@@ -277,7 +288,8 @@ void DataFrameControl::keepWritten(const ColumnValues& values) {
 
 void DataFrameControl::appendRecord(const ColumnValues& values) {
     const auto written = [&values](std::string_view field) {
-        const auto found = std::find_if(values.begin(), values.end(), [&](const auto& entry) { return entry.first == field; });
+        const auto found =
+            std::find_if(values.begin(), values.end(), [&](const auto& entry) { return entry.first == field; });
         return found == values.end() ? Value::null() : found->second;
     };
     key_.clear();

@@ -25,7 +25,9 @@ constexpr Twips buttonWidth = 1700;
 constexpr Twips margin = 120;
 constexpr int basePoints = 8;
 
-Twips keepExact(Twips exact, int given, int now) { return given == now ? exact : Appearance::twips(now); }
+Twips keepExact(Twips exact, int given, int now) {
+    return given == now ? exact : Appearance::twips(now);
+}
 
 } // namespace
 
@@ -39,7 +41,9 @@ void DialogWindow::closeEvent(QCloseEvent* event) {
     emit closePressed();
 }
 
-void DialogWindow::reject() { emit closePressed(); }
+void DialogWindow::reject() {
+    emit closePressed();
+}
 
 void DialogWindow::moveEvent(QMoveEvent* event) {
     QDialog::moveEvent(event);
@@ -55,9 +59,13 @@ DialogForm::DialogForm(std::string_view name, QWidget* mainWindow) : QtForm(name
     auto* dialog = new DialogWindow(mainWindow);
     dialog_ = dialog;
     adopt(dialog, new FormArea(dialog));
-    QObject::connect(dialog, &DialogWindow::closePressed, &context_, [this] { pressClose(); });
-    QObject::connect(dialog, &DialogWindow::geometryChanged, &context_, [this] { geometryChanged(); });
-    QObject::connect(&Appearance::instance(), &Appearance::changed, &context_, [this] { layOut(); });
+    QObject::connect(dialog, &DialogWindow::closePressed, context(), [this] { pressClose(); });
+    QObject::connect(dialog, &DialogWindow::geometryChanged, context(), [this] { geometryChanged(); });
+    QObject::connect(&Appearance::instance(), &Appearance::changed, context(), [this] { layOut(); });
+}
+
+DialogForm::~DialogForm() {
+    retire();
 }
 
 void DialogForm::setBounds(const Rect& bounds) {

@@ -30,6 +30,7 @@ protected:
 class DialogForm : public QtForm {
 public:
     DialogForm(std::string_view name, QWidget* mainWindow);
+    ~DialogForm() override;
 
     contract::Rect bounds() const override { return bounds_; }
     void setBounds(const contract::Rect& bounds) override;

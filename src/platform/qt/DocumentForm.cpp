@@ -33,7 +33,9 @@ QRect pixelsOf(const Rect& bounds) {
 }
 
 /// The exact measure as long as the pixels are those that it was rounded to.
-Twips keepExact(Twips exact, int given, int now) { return given == now ? exact : Appearance::twips(now); }
+Twips keepExact(Twips exact, int given, int now) {
+    return given == now ? exact : Appearance::twips(now);
+}
 
 /// The document that was in front last, per area: coming back from another program is no activation.
 QMdiSubWindow* lastInFront(const QMdiArea* area) {
@@ -42,7 +44,9 @@ QMdiSubWindow* lastInFront(const QMdiArea* area) {
 
 } // namespace
 
-DocumentWindow::DocumentWindow() { setAttribute(Qt::WA_DeleteOnClose, false); }
+DocumentWindow::DocumentWindow() {
+    setAttribute(Qt::WA_DeleteOnClose, false);
+}
 
 QMargins DocumentWindow::frameMargins() const {
     if (isMaximized() || isMinimized())
@@ -83,14 +87,19 @@ DocumentForm::DocumentForm(std::string_view name, QMdiArea* documents) : QtForm(
     sub->setMinimumSize(200, 120);
     sub_ = sub;
     adopt(sub, content);
-    QObject::connect(sub, &DocumentWindow::closePressed, &context_, [this] { pressClose(); });
-    QObject::connect(sub, &DocumentWindow::geometryChanged, &context_, [this] { geometryChanged(); });
-    QObject::connect(sub, &QMdiSubWindow::windowStateChanged, &context_, [this] {
+    QObject::connect(sub, &DocumentWindow::closePressed, context(), [this] { pressClose(); });
+    QObject::connect(sub, &DocumentWindow::geometryChanged, context(), [this] { geometryChanged(); });
+    QObject::connect(sub, &QMdiSubWindow::windowStateChanged, context(), [this] {
         if (visible() && sub_)
             state_ = sub_->isMaximized() ? maximised : sub_->isMinimized() ? minimised : 0;
     });
-    QObject::connect(documents, &QMdiArea::subWindowActivated, &context_,
+    QObject::connect(documents, &QMdiArea::subWindowActivated, context(),
                      [this](QMdiSubWindow* window) { activatedInArea(window); });
+}
+
+DocumentForm::~DocumentForm() {
+    releaseOthers();
+    retire();
 }
 
 Rect DocumentForm::bounds() const {
@@ -212,14 +221,18 @@ void DocumentForm::activatedInArea(QMdiSubWindow* window) {
     guarded([this] { contract::fire(Activate); });
 }
 
+void DocumentForm::releaseOthers() {
+    for (const auto& widget : kept_)
+        if (widget)
+            widget->setEnabled(true);
+    kept_.clear();
+}
+
 void DocumentForm::standModal(bool modal) {
     if (!documents_ || !isModal())
         return;
     if (!modal) {
-        for (const auto& widget : kept_)
-            if (widget)
-                widget->setEnabled(true);
-        kept_.clear();
+        releaseOthers();
         return;
     }
     const auto keep = [this](QWidget* widget) {

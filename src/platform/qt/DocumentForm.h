@@ -30,6 +30,7 @@ protected:
 class DocumentForm : public QtForm {
 public:
     DocumentForm(std::string_view name, QMdiArea* documents);
+    ~DocumentForm() override;
 
     /// The whole window's, title bar and frame included.
     contract::Rect bounds() const override;
@@ -47,12 +48,13 @@ protected:
 private:
     void applyBounds();
     void applyState();
+    /// Ends what standModal() did to the other widgets.
+    void releaseOthers();
     void geometryChanged();
     void activatedInArea(QMdiSubWindow* window);
 
     QPointer<QMdiArea> documents_;
     QPointer<DocumentWindow> sub_;
-    QMetaObject::Connection activation_;
     contract::Rect bounds_;
     QRect given_; ///< in pixels, what bounds_ became
     int state_ = 0;

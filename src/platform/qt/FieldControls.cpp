@@ -65,10 +65,12 @@ template <class Interface> QString TextFieldBase<Interface>::set(const QJsonValu
 template class TextFieldBase<contract::TextField>;
 template class TextFieldBase<contract::LookupField>;
 
-TextFieldControl::TextFieldControl(std::string_view name, QWidget* parent) : TextFieldBase(name, new TextEdit(parent)) {}
+TextFieldControl::TextFieldControl(std::string_view name, QWidget* parent) : TextFieldBase(name, new TextEdit(parent)) {
+}
 
 LookupFieldControl::LookupFieldControl(std::string_view name, QWidget* parent)
-    : LookupFieldControl(name, new LookupEdit(parent)) {}
+    : LookupFieldControl(name, new LookupEdit(parent)) {
+}
 
 LookupFieldControl::LookupFieldControl(std::string_view name, LookupEdit* lookup) : TextFieldBase(name, lookup) {
     QObject::connect(lookup, &LookupEdit::listWanted, &context_,
@@ -115,22 +117,29 @@ QString LookupFieldControl::set(const QJsonValue& value) {
 }
 
 DateFieldControl::DateFieldControl(std::string_view name, QWidget* parent)
-    : DateFieldControl(name, new CalendarEdit(parent)) {}
+    : DateFieldControl(name, new CalendarEdit(parent)) {
+}
 
 DateFieldControl::DateFieldControl(std::string_view name, CalendarEdit* line) : QtControl(name, line), line_(line) {
     QObject::connect(line, &QLineEdit::textChanged, &context_, [this] { guarded([this] { tellEdited(); }); });
 }
 
-std::string DateFieldControl::text() const { return widget_ ? line_->text().toStdString() : std::string(); }
+std::string DateFieldControl::text() const {
+    return widget_ ? line_->text().toStdString() : std::string();
+}
 
 void DateFieldControl::setText(std::string_view value) {
     if (widget_)
         line_->setText(qt::text(value));
 }
 
-bool DateFieldControl::hasValidDate() const { return widget_ && line_->hasValidDate(); }
+bool DateFieldControl::hasValidDate() const {
+    return widget_ && line_->hasValidDate();
+}
 
-QJsonObject DateFieldControl::read() const { return {{QStringLiteral("value"), qt::text(text())}}; }
+QJsonObject DateFieldControl::read() const {
+    return {{QStringLiteral("value"), qt::text(text())}};
+}
 
 QString DateFieldControl::set(const QJsonValue& value) {
     if (const QString reason = typeInto(line_, name_, value); !reason.isEmpty())
@@ -141,9 +150,11 @@ QString DateFieldControl::set(const QJsonValue& value) {
 }
 
 ComboBoxControl::ComboBoxControl(std::string_view name, QWidget* parent)
-    : ComboBoxControl(name, new PlainComboBox(parent)) {}
+    : ComboBoxControl(name, new PlainComboBox(parent)) {
+}
 
 ComboBoxControl::ComboBoxControl(std::string_view name, PlainComboBox* box) : QtControl(name, box), box_(box) {
+    box->view()->setAccessibleName(QStringLiteral("Voci"));
     QObject::connect(box_, &QComboBox::currentIndexChanged, &context_, [this] { guarded([this] { changed(); }); });
 }
 
@@ -156,9 +167,13 @@ void ComboBoxControl::addItem(std::string_view item) {
     box_->setCurrentIndex(position_);
 }
 
-int ComboBoxControl::itemCount() const { return widget_ ? box_->count() : 0; }
+int ComboBoxControl::itemCount() const {
+    return widget_ ? box_->count() : 0;
+}
 
-int ComboBoxControl::position() const { return position_; }
+int ComboBoxControl::position() const {
+    return position_;
+}
 
 void ComboBoxControl::setPosition(int position) {
     if (!widget_)
@@ -207,20 +222,25 @@ QString ComboBoxControl::set(const QJsonValue& value) {
 }
 
 CheckBoxControl::CheckBoxControl(std::string_view name, QWidget* parent)
-    : CheckBoxControl(name, new QCheckBox(parent)) {}
+    : CheckBoxControl(name, new QCheckBox(parent)) {
+}
 
 CheckBoxControl::CheckBoxControl(std::string_view name, QCheckBox* box) : CaptionedControl(name, box), box_(box) {
     QObject::connect(box_, &QCheckBox::toggled, &context_, [this] { guarded([this] { tellEdited(); }); });
 }
 
-bool CheckBoxControl::checked() const { return widget_ && box_->isChecked(); }
+bool CheckBoxControl::checked() const {
+    return widget_ && box_->isChecked();
+}
 
 void CheckBoxControl::setChecked(bool checked) {
     if (widget_)
         box_->setChecked(checked);
 }
 
-void CheckBoxControl::showCaption(const QString& caption) { box_->setText(caption); }
+void CheckBoxControl::showCaption(const QString& caption) {
+    box_->setText(caption);
+}
 
 QJsonObject CheckBoxControl::read() const {
     QJsonObject members = CaptionedControl::read();

@@ -32,8 +32,7 @@ protected:
 };
 
 /// What the fields over a line of text share.
-template <class Interface>
-class TextFieldBase : public CaptionedControl<Interface>, public EditSource {
+template <class Interface> class TextFieldBase : public CaptionedControl<Interface>, public EditSource {
 public:
     TextFieldBase(std::string_view name, TextEdit* edit);
 

@@ -26,7 +26,8 @@ int characterOf(const QKeyEvent& event) {
 
 } // namespace
 
-TextEdit::TextEdit(QWidget* parent) : QLineEdit(parent) {}
+TextEdit::TextEdit(QWidget* parent) : QLineEdit(parent) {
+}
 
 void TextEdit::keyPressEvent(QKeyEvent* event) {
     const QPointer<QWidget> alive(this);
@@ -64,7 +65,9 @@ void LookupEdit::focusOutEvent(QFocusEvent* event) {
         emit left();
 }
 
-PlainComboBox::PlainComboBox(QWidget* parent) : QComboBox(parent) { setAttribute(Qt::WA_Hover); }
+PlainComboBox::PlainComboBox(QWidget* parent) : QComboBox(parent) {
+    setAttribute(Qt::WA_Hover);
+}
 
 void PlainComboBox::wheelEvent(QWheelEvent* event) {
     if (hasFocus())

@@ -4,6 +4,7 @@
 #include "platform/qt/CaptionedControl.h"
 
 #include <QHelpEvent>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QToolTip>
 
@@ -64,7 +65,8 @@ FlatButton::Content FlatButton::content() const {
     constexpr int worthReading = 3;
     if (c.cut && c.glyphSide > 0 && room < worthReading * fontMetrics().averageCharWidth())
         return c;
-    c.caption = c.cut ? fontMetrics().elidedText(whole, Qt::ElideRight, std::max(room, 0), Qt::TextShowMnemonic) : whole;
+    c.caption =
+        c.cut ? fontMetrics().elidedText(whole, Qt::ElideRight, std::max(room, 0), Qt::TextShowMnemonic) : whole;
     c.captionWidth = std::min(wanted, std::max(room, 0));
     return c;
 }
@@ -76,6 +78,15 @@ bool FlatButton::event(QEvent* event) {
         return true;
     }
     return QPushButton::event(event);
+}
+
+void FlatButton::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+        QPushButton::keyPressEvent(event);
+        return;
+    }
+    event->accept();
+    click();
 }
 
 void FlatButton::paintPlate(QPainter& painter) const {

@@ -20,6 +20,8 @@ public:
 
 protected:
     bool event(QEvent* event) override;
+    /// Enter presses the button that has the keyboard, whatever the form's default is.
+    void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:

@@ -5,7 +5,8 @@
 
 namespace platform::qt {
 
-FormArea::FormArea(QWidget* parent) : QWidget(parent) {}
+FormArea::FormArea(QWidget* parent) : QWidget(parent) {
+}
 
 void FormArea::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);

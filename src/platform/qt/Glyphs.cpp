@@ -190,6 +190,8 @@ void paintGlyph(QPainter& painter, Glyph glyph, const QRectF& rect, const QColor
     painter.restore();
 }
 
-QIcon glyphIcon(Glyph glyph) { return QIcon(new GlyphEngine(glyph)); }
+QIcon glyphIcon(Glyph glyph) {
+    return QIcon(new GlyphEngine(glyph));
+}
 
 } // namespace platform::qt

@@ -13,7 +13,8 @@ namespace platform::qt {
 
 namespace message = contract::message;
 
-GridNavigatorControl::GridNavigatorControl(std::string_view name, QWidget* parent) : QtControl(name, new QWidget(parent)) {
+GridNavigatorControl::GridNavigatorControl(std::string_view name, QWidget* parent)
+    : QtControl(name, new QWidget(parent)) {
     QWidget* bar = widget_;
     auto* row = new QHBoxLayout(bar);
     row->setContentsMargins(0, 0, 0, 0);
@@ -58,7 +59,9 @@ void GridNavigatorControl::attempt(const std::function<void()>& action) {
     });
 }
 
-void GridNavigatorControl::bind(contract::DataFrame& frame) { frame_ = dynamic_cast<DataFrameControl*>(&frame); }
+void GridNavigatorControl::bind(contract::DataFrame& frame) {
+    frame_ = dynamic_cast<DataFrameControl*>(&frame);
+}
 
 void GridNavigatorControl::setAllowInsert(bool allowed) {
     if (widget_)
@@ -70,7 +73,9 @@ void GridNavigatorControl::setAllowDelete(bool allowed) {
         delete_->setVisible(allowed);
 }
 
-void GridNavigatorControl::release() { frame_ = nullptr; }
+void GridNavigatorControl::release() {
+    frame_ = nullptr;
+}
 
 bool GridNavigatorControl::mayMove() {
     if (!frame_->changed())

@@ -15,8 +15,7 @@
 // qtestkey.h only, which is no header for a product.
 QT_BEGIN_NAMESPACE
 Q_GUI_EXPORT bool qt_sendShortcutOverrideEvent(QObject* o, ulong timestamp, int k, Qt::KeyboardModifiers mods,
-                                               const QString& text = QString(), bool autorep = false,
-                                               ushort count = 1);
+                                               const QString& text = QString(), bool autorep = false, ushort count = 1);
 QT_END_NAMESPACE
 
 namespace platform::qt {
@@ -62,7 +61,9 @@ std::optional<Key> keyOf(int code, Qt::KeyboardModifiers modifiers) {
     return Key{key, control ? QString(QChar(key & 0x1F)) : text};
 }
 
-void send(QWidget* widget, QEvent& event) { QCoreApplication::sendEvent(widget, &event); }
+void send(QWidget* widget, QEvent& event) {
+    QCoreApplication::sendEvent(widget, &event);
+}
 
 } // namespace
 

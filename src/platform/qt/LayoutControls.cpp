@@ -53,7 +53,9 @@ void ResizeFormControl::setZoom(int points) {
         contract::fire(AfterResize);
 }
 
-contract::Twips ResizeFormControl::scaled(contract::Twips measure) const { return shared::zoomed(measure, zoom_); }
+contract::Twips ResizeFormControl::scaled(contract::Twips measure) const {
+    return shared::zoomed(measure, zoom_);
+}
 
 void ResizeFormControl::areaResized() {
     if (!setUp_)
@@ -81,7 +83,9 @@ MdiContainerControl::MdiContainerControl(std::string_view name, QWidget* parent,
     setVisible(false);
 }
 
-void MdiContainerControl::place(const contract::Rect& bounds) { form_.setBounds(bounds); }
+void MdiContainerControl::place(const contract::Rect& bounds) {
+    form_.setBounds(bounds);
+}
 
 void MdiContainerControl::setWindowState(int state) {
     constexpr int invalidProperty = 380;
@@ -92,6 +96,8 @@ void MdiContainerControl::setWindowState(int state) {
     form_.setWindowState(state);
 }
 
-int MdiContainerControl::windowState() const { return form_.windowState(); }
+int MdiContainerControl::windowState() const {
+    return form_.windowState();
+}
 
 } // namespace platform::qt

@@ -18,10 +18,14 @@ namespace {
 
 constexpr double fieldRadius = 3.0;
 
-const ThemeColors& theme() { return Appearance::instance().colors(); }
+const ThemeColors& theme() {
+    return Appearance::instance().colors();
+}
 
 /// Pixels.
-int typeHeight() { return QFontInfo(Appearance::instance().font()).pixelSize(); }
+int typeHeight() {
+    return QFontInfo(Appearance::instance().font()).pixelSize();
+}
 
 enum class WindowButton { minimise, maximise, restore, close };
 
@@ -68,7 +72,8 @@ void drawWindowButton(QPainter& painter, const QRect& rect, WindowButton button,
 
 } // namespace
 
-PlainStyle::PlainStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+PlainStyle::PlainStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {
+}
 
 int PlainStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
     switch (metric) {
@@ -193,8 +198,8 @@ void PlainStyle::drawCheckBox(const QStyleOption& option, QPainter& painter) con
     painter.setPen(QPen(enabled ? (filled ? c.accentText : c.lineStrong) : c.lineStrong, 1.0));
     painter.setBrush(!enabled ? c.locked : filled ? c.accent : c.field);
     painter.drawRoundedRect(box, 2.5, 2.5);
-    painter.setPen(QPen(enabled ? c.accentText : c.textDisabled, side / 8.0, Qt::SolidLine, Qt::RoundCap,
-                        Qt::RoundJoin));
+    painter.setPen(
+        QPen(enabled ? c.accentText : c.textDisabled, side / 8.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     if (on) {
         QPainterPath tick(box.topLeft() + QPointF(side * 0.24, side * 0.53));
         tick.lineTo(box.topLeft() + QPointF(side * 0.43, side * 0.71));

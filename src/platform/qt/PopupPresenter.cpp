@@ -96,7 +96,9 @@ LastInput& LastInput::instance() {
     return *tracker;
 }
 
-LastInput::LastInput(QObject* parent) : QObject(parent) { qApp->installEventFilter(this); }
+LastInput::LastInput(QObject* parent) : QObject(parent) {
+    qApp->installEventFilter(this);
+}
 
 bool LastInput::eventFilter(QObject* receiver, QEvent* event) {
     switch (event->type()) {

@@ -41,7 +41,7 @@ public:
 
 private:
     QString name_;
-    QMenu* menu_;            ///< alive while watch_ is
+    QMenu* menu_;           ///< alive while watch_ is
     QPointer<QMenu> watch_; ///< a window that goes takes its menus along
     std::function<void(const QString&)> chosen_;
     QObject context_; ///< its end ends the listening

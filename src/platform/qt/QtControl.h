@@ -15,8 +15,7 @@
 namespace platform::qt {
 
 /// What all controls over a widget share. The widget belongs to its parent widget; the control to its form.
-template <class Interface>
-class QtControl : public Interface, public Scriptable {
+template <class Interface> class QtControl : public Interface, public Scriptable {
 public:
     QtControl(std::string_view name, QWidget* widget) : name_(name), widget_(widget) {
         widget->setObjectName(QString::fromStdString(name_));

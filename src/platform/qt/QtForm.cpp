@@ -7,6 +7,8 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
+
 namespace platform::qt {
 
 void QtForm::adopt(QWidget* window, FormArea* area) {
@@ -16,12 +18,12 @@ void QtForm::adopt(QWidget* window, FormArea* area) {
     area->setObjectName(formName() + QStringLiteral(".area"));
     // The first key or mouse button may already lead to a menu.
     LastInput::instance();
-    QObject::connect(area, &FormArea::resized, &context_, [this] { guarded([this] { areaResized(); }); });
-    QObject::connect(area, &FormArea::enterPressed, &context_, [this] {
+    QObject::connect(area, &FormArea::resized, context(), [this] { guarded([this] { areaResized(); }); });
+    QObject::connect(area, &FormArea::enterPressed, context(), [this] {
         if (auto* accept = dynamic_cast<ButtonControl*>(acceptButton_); accept != nullptr && visible())
             accept->button()->click();
     });
-    QObject::connect(area, &FormArea::escapePressed, &context_, [this] {
+    QObject::connect(area, &FormArea::escapePressed, context(), [this] {
         if (auto* cancel = dynamic_cast<ButtonControl*>(cancelButton_); cancel != nullptr && visible())
             cancel->button()->click();
         else if (visible() && modal_)
@@ -30,6 +32,11 @@ void QtForm::adopt(QWidget* window, FormArea* area) {
 }
 
 QtForm::~QtForm() {
+    retire();
+}
+
+void QtForm::retire() {
+    context_.reset();
     *alive_ = false;
     Session::instance().closed(*this);
     if (loop_ != nullptr)
@@ -77,7 +84,6 @@ void QtForm::show(bool modal) {
     if (first) {
         shown_ = true;
         Session::instance().opened(*this);
-        lastClient_ = clientSize();
         standModal(modal_);
         showWindow();
     } else {
@@ -100,6 +106,10 @@ void QtForm::waitUntilUnloaded() {
             loop_ = nullptr;
         return;
     }
+    // The window system makes it the active window.
+    processEvents();
+    if (!*alive || gone_)
+        return;
     const auto opened = Session::instance().modalOpened;
     opened(*this);
     if (!*alive || gone_)
@@ -189,7 +199,9 @@ void QtForm::lockUpdate(bool locked) {
         area_->setUpdatesEnabled(updateLocks_ == 0);
 }
 
-void QtForm::processEvents() { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); }
+void QtForm::processEvents() {
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
 
 void QtForm::areaResized() {
     if (!visible() || resize_ == nullptr)
@@ -239,6 +251,14 @@ contract::Rect QtForm::controlBounds(const QString& name) const {
     if (entry == nullptr)
         return {};
     contract::Rect bounds = entry->control->bounds();
+    // The host's own controls stand beside the area.
+    const QWidget* widget = entry->script->widget();
+    const QWidget* content = area_;
+    if (entry->parent == nullptr && widget != nullptr && content != nullptr && widget->parentWidget() != content) {
+        const QPoint offset = content->mapFromGlobal(widget->parentWidget()->mapToGlobal(QPoint(0, 0)));
+        bounds.left += Appearance::twips(offset.x());
+        bounds.top += Appearance::twips(offset.y());
+    }
     for (entry = find(entry->parent); entry != nullptr; entry = find(entry->parent)) {
         const contract::Rect around = entry->control->bounds();
         bounds.left += around.left;

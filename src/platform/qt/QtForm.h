@@ -116,7 +116,10 @@ protected:
     /// Tells the resize control, and through it the form, that the area may have another size now.
     void areaResized();
 
-    QObject context_; ///< its end ends all listening of the form
+    /// Listens to nothing any more and takes the window away; to be called by every destructor of a kind of window,
+    /// before what its listeners use is gone.
+    void retire();
+    QObject* context() const { return context_.get(); } ///< whose end ends all listening of the form
 
 private:
     struct Entry {
@@ -139,6 +142,7 @@ private:
 
     std::string name_;
     std::string caption_;
+    std::unique_ptr<QObject> context_ = std::make_unique<QObject>();
     QPointer<QWidget> window_;
     QPointer<FormArea> area_;
     std::vector<Entry> entries_;
@@ -151,7 +155,6 @@ private:
     contract::Button* cancelButton_ = nullptr;
     QEventLoop* loop_ = nullptr;
     std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
-    Extent lastClient_;
     int updateLocks_ = 0;
     bool modal_ = false;
     bool loaded_ = false;

@@ -13,13 +13,21 @@ QString unknownTo(QWidget* widget, const char* request) {
 
 } // namespace
 
-QString Scriptable::click() { return unknownTo(widget(), "click"); }
+QString Scriptable::click() {
+    return unknownTo(widget(), "click");
+}
 
-QString Scriptable::select(const QString&) { return unknownTo(widget(), "select"); }
+QString Scriptable::select(const QString&) {
+    return unknownTo(widget(), "select");
+}
 
-QString Scriptable::chooseItem(const QString&) { return unknownTo(widget(), "menu"); }
+QString Scriptable::chooseItem(const QString&) {
+    return unknownTo(widget(), "menu");
+}
 
-QString Scriptable::set(const QJsonValue&) { return unknownTo(widget(), "set"); }
+QString Scriptable::set(const QJsonValue&) {
+    return unknownTo(widget(), "set");
+}
 
 QString Scriptable::key(int code, Qt::KeyboardModifiers modifiers) {
     QWidget* target = widget();
@@ -35,21 +43,28 @@ QString Scriptable::key(int code, Qt::KeyboardModifiers modifiers) {
     return {};
 }
 
-QString Scriptable::focusNode(qint64, const std::optional<QString>&) { return unknownTo(widget(), "focus"); }
+QString Scriptable::focusNode(qint64, const std::optional<QString>&) {
+    return unknownTo(widget(), "focus");
+}
 
 QString Scriptable::mouse(const std::optional<qint64>&, const QString&, Qt::MouseButton) {
     return unknownTo(widget(), "mouse");
 }
 
-QString Scriptable::hyperlink(qint64, const QString&) { return unknownTo(widget(), "hyperlink"); }
+QString Scriptable::hyperlink(qint64, const QString&) {
+    return unknownTo(widget(), "hyperlink");
+}
 
-QString Scriptable::check(qint64, int) { return unknownTo(widget(), "check"); }
+QString Scriptable::check(qint64, int) {
+    return unknownTo(widget(), "check");
+}
 
 QString Scriptable::edit(qint64, const QString&, const QString&, bool& editable) {
     editable = false;
     return unknownTo(widget(), "edit");
 }
 
-void Scriptable::settle() {}
+void Scriptable::settle() {
+}
 
 } // namespace platform::qt

@@ -9,7 +9,9 @@ Session& Session::instance() {
     return session;
 }
 
-FormWindow* Session::front() const { return forms_.empty() ? nullptr : forms_.back(); }
+FormWindow* Session::front() const {
+    return forms_.empty() ? nullptr : forms_.back();
+}
 
 FormWindow* Session::find(const QString& formName) const {
     // The one opened last answers for its name.
@@ -25,7 +27,9 @@ void Session::opened(FormWindow& form) {
     forms_.insert(form.isModal() ? forms_.end() : firstModal, &form);
 }
 
-void Session::closed(FormWindow& form) { std::erase(forms_, &form); }
+void Session::closed(FormWindow& form) {
+    std::erase(forms_, &form);
+}
 
 void Session::popupClosed(PopupWindow& menu) {
     if (popup_ == &menu)

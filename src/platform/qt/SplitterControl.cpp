@@ -102,7 +102,8 @@ void SplitterBar::paintEvent(QPaintEvent*) {
 }
 
 SplitterControl::SplitterControl(std::string_view name, QWidget* parent)
-    : SplitterControl(name, new SplitterBar(parent)) {}
+    : SplitterControl(name, new SplitterBar(parent)) {
+}
 
 SplitterControl::SplitterControl(std::string_view name, SplitterBar* bar) : QtControl(name, bar), handle_(bar) {
     QObject::connect(handle_, &SplitterBar::dragBegun, &context_, [this] { firstAtDrag_ = room() * share_ / percent; });
@@ -155,7 +156,9 @@ void SplitterControl::placeBar() {
         handle_->raise();
 }
 
-void SplitterControl::setShare(double value) { share_ = std::clamp(value, 0.0, percent); }
+void SplitterControl::setShare(double value) {
+    share_ = std::clamp(value, 0.0, percent);
+}
 
 void SplitterControl::moveFirstPaneTo(double twips) {
     const double room = this->room();
@@ -180,6 +183,8 @@ void SplitterControl::showDrag(int distance) {
     handle_->move(left, top);
 }
 
-QJsonObject SplitterControl::read() const { return {{QStringLiteral("share"), share_}}; }
+QJsonObject SplitterControl::read() const {
+    return {{QStringLiteral("share"), share_}};
+}
 
 } // namespace platform::qt

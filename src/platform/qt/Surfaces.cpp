@@ -24,9 +24,11 @@ QString spoken(const QString& caption) {
     return plain.trimmed();
 }
 
-FrameControl::FrameControl(std::string_view name, QWidget* parent) : FrameBase(name, new QWidget(parent)) {}
+FrameControl::FrameControl(std::string_view name, QWidget* parent) : FrameBase(name, new QWidget(parent)) {
+}
 
-CaptionedBox::CaptionedBox(QWidget* parent) : QGroupBox(parent) {}
+CaptionedBox::CaptionedBox(QWidget* parent) : QGroupBox(parent) {
+}
 
 void CaptionedBox::paintEvent(QPaintEvent*) {
     const ThemeColors& c = Appearance::instance().colors();
@@ -42,20 +44,24 @@ void CaptionedBox::paintEvent(QPaintEvent*) {
     painter.setFont(bold);
     painter.setPen(isEnabled() ? c.headerText : c.textDisabled);
     const QRect line(margin, margin / 2, width() - 2 * margin, QFontMetrics(bold).height());
-    const QString caption =
-        QFontMetrics(bold).elidedText(title(), Qt::ElideRight, line.width(), Qt::TextShowMnemonic);
+    const QString caption = QFontMetrics(bold).elidedText(title(), Qt::ElideRight, line.width(), Qt::TextShowMnemonic);
     painter.drawText(line, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine | Qt::TextShowMnemonic, caption);
 }
 
 GroupBoxControl::GroupBoxControl(std::string_view name, QWidget* parent)
-    : GroupBoxControl(name, new CaptionedBox(parent)) {}
+    : GroupBoxControl(name, new CaptionedBox(parent)) {
+}
 
-GroupBoxControl::GroupBoxControl(std::string_view name, CaptionedBox* box) : FrameBase(name, box), box_(box) {}
+GroupBoxControl::GroupBoxControl(std::string_view name, CaptionedBox* box) : FrameBase(name, box), box_(box) {
+}
 
-void GroupBoxControl::showCaption(const QString& caption) { box_->setTitle(caption); }
+void GroupBoxControl::showCaption(const QString& caption) {
+    box_->setTitle(caption);
+}
 
 BackdropControl::BackdropControl(std::string_view name, QWidget* parent)
-    : BackdropControl(name, new QWidget(parent), true) {}
+    : BackdropControl(name, new QWidget(parent), true) {
+}
 
 BackdropControl::BackdropControl(std::string_view name, QWidget* surface, bool filled) : QtControl(name, surface) {
     surface->setAutoFillBackground(filled);
@@ -63,7 +69,9 @@ BackdropControl::BackdropControl(std::string_view name, QWidget* surface, bool f
     surface->lower();
 }
 
-ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) { setTextFormat(Qt::PlainText); }
+ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) {
+    setTextFormat(Qt::PlainText);
+}
 
 void ElidedLabel::setHeading(bool heading) {
     heading_ = heading;
@@ -82,7 +90,9 @@ int ElidedLabel::flags() const {
     return Qt::TextSingleLine | (buddy() != nullptr ? Qt::TextShowMnemonic : 0);
 }
 
-bool ElidedLabel::fits() const { return QFontMetrics(shownFont()).size(flags(), text()).width() <= width(); }
+bool ElidedLabel::fits() const {
+    return QFontMetrics(shownFont()).size(flags(), text()).width() <= width();
+}
 
 bool ElidedLabel::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && !fits()) {
@@ -98,14 +108,15 @@ void ElidedLabel::paintEvent(QPaintEvent*) {
     const QFont shown = shownFont();
     painter.setFont(shown);
     painter.setPen(!isEnabled() ? c.textDisabled : heading_ ? c.headerText : c.text);
-    const QString line =
-        fits() ? text() : QFontMetrics(shown).elidedText(text(), Qt::ElideRight, width(), flags());
+    const QString line = fits() ? text() : QFontMetrics(shown).elidedText(text(), Qt::ElideRight, width(), flags());
     painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeft | flags(), line);
 }
 
-LabelControl::LabelControl(std::string_view name, QWidget* parent) : LabelControl(name, new ElidedLabel(parent)) {}
+LabelControl::LabelControl(std::string_view name, QWidget* parent) : LabelControl(name, new ElidedLabel(parent)) {
+}
 
-LabelControl::LabelControl(std::string_view name, ElidedLabel* label) : CaptionedControl(name, label), label_(label) {}
+LabelControl::LabelControl(std::string_view name, ElidedLabel* label) : CaptionedControl(name, label), label_(label) {
+}
 
 void LabelControl::setHeading(bool heading) {
     if (widget_)

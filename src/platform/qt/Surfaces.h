@@ -10,8 +10,7 @@
 namespace platform::qt {
 
 /// What frames share: they only hold other controls.
-template <class Interface>
-class FrameBase : public CaptionedControl<Interface> {
+template <class Interface> class FrameBase : public CaptionedControl<Interface> {
 public:
     using CaptionedControl<Interface>::CaptionedControl;
 

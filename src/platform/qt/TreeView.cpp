@@ -3,6 +3,7 @@
 #include "platform/qt/TreeDelegate.h"
 #include "platform/qt/TreeHeader.h"
 
+#include <QCursor>
 #include <QFontDatabase>
 #include <QScrollBar>
 #include <QStyle>
@@ -47,7 +48,7 @@ TreeView::TreeView(QWidget* parent)
     viewport()->setMouseTracking(true);
     setFrameShape(QFrame::StyledPanel);
     connect(header_, &QHeaderView::sectionResized, this, [this](int column, int, int width) {
-        if (fitting_ || width <= 0)
+        if (fitting_ || width <= 0 || column >= static_cast<int>(userWidths_.size()))
             return;
         userWidths_[static_cast<std::size_t>(column)] = width / zoomFactor();
         layoutColumns();
@@ -60,7 +61,10 @@ TreeView::TreeView(QWidget* parent)
         if (listener_ != nullptr)
             listener_->nodeExpanded(TreeModel::position(index), false);
     });
-    connect(verticalScrollBar(), &QScrollBar::sliderMoved, this, [this] { showScrollTip(); });
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this] {
+        if (verticalScrollBar()->isSliderDown())
+            showScrollTip();
+    });
     connect(verticalScrollBar(), &QScrollBar::sliderReleased, this, [] { QToolTip::hideText(); });
     connect(&Appearance::instance(), &Appearance::changed, this, &TreeView::refreshLook);
     refreshLook();
@@ -132,7 +136,8 @@ void TreeView::layoutColumns() {
         return;
     fitting_ = true;
     int others = 0;
-    for (int column = 0; column < model_.columnCount(); ++column) {
+    // A column that is only just being added has no width yet.
+    for (int column = 0; column < static_cast<int>(userWidths_.size()); ++column) {
         if (isColumnHidden(column) || column == stretchColumn_)
             continue;
         header_->resizeSection(column, preferredWidth(column));
@@ -257,10 +262,9 @@ void TreeView::showScrollTip() {
     const auto position = positionAt(0);
     if (column < 0 || position < 0)
         return;
-    const auto* bar = verticalScrollBar();
-    const QPoint beside(-fontMetrics().horizontalAdvance(QStringLiteral("0000000000")),
-                        bar->height() * bar->sliderPosition() / std::max(1, bar->maximum() + bar->pageStep()));
-    QToolTip::showText(bar->mapToGlobal(beside), model_.text(position, column), verticalScrollBar());
+    const QString tip = model_.text(position, column);
+    const int left = verticalScrollBar()->mapToGlobal(QPoint(0, 0)).x() - fontMetrics().horizontalAdvance(tip) - 40;
+    QToolTip::showText(QPoint(left, QCursor::pos().y() - 20), tip, verticalScrollBar());
 }
 
 } // namespace platform::qt

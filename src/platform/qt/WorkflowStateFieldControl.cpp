@@ -8,7 +8,8 @@
 namespace platform::qt {
 
 WorkflowStateFieldControl::WorkflowStateFieldControl(std::string_view name, QWidget* parent)
-    : WorkflowStateFieldControl(name, new LookupEdit(parent)) {}
+    : WorkflowStateFieldControl(name, new LookupEdit(parent)) {
+}
 
 WorkflowStateFieldControl::WorkflowStateFieldControl(std::string_view name, LookupEdit* line)
     : CaptionedControl(name, line), line_(line) {
