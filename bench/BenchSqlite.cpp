@@ -148,11 +148,14 @@ void treeAdapter(benchmark::State& state) {
     state.counters["bytes_a_row"] = static_cast<double>(bytes) / static_cast<double>(state.range(0));
 }
 
+// Small statements run inside a transaction, as those of a move do.
+
 constexpr std::int64_t smallNodes = 10000;
 
 // One row of 23 columns.
 void nodeBare(benchmark::State& state) {
     auto& connection = Database::of(smallNodes).connection;
+    contract::Transaction transaction(connection);
     Bare bare(connection, qz::istruzioneNodo(1, 1));
     std::int64_t id = 0;
     for (auto _ : state)
@@ -160,6 +163,7 @@ void nodeBare(benchmark::State& state) {
 }
 void nodeAdapter(benchmark::State& state) {
     auto& connection = Database::of(smallNodes).connection;
+    contract::Transaction transaction(connection);
     std::int64_t id = 0;
     for (auto _ : state) {
         contract::Recordset rows;
@@ -171,12 +175,14 @@ void nodeAdapter(benchmark::State& state) {
 // No row of 23 columns: the children of a leaf.
 void childrenBare(benchmark::State& state) {
     auto& connection = Database::of(smallNodes).connection;
+    contract::Transaction transaction(connection);
     Bare bare(connection, qz::istruzioneFigli(1, "1"));
     for (auto _ : state)
         benchmark::DoNotOptimize(bare.run(smallNodes, 1));
 }
 void childrenAdapter(benchmark::State& state) {
     auto& connection = Database::of(smallNodes).connection;
+    contract::Transaction transaction(connection);
     for (auto _ : state) {
         contract::Recordset rows;
         rows.Open(qz::istruzioneFigli(smallNodes, "1"), connection);
@@ -187,6 +193,7 @@ void childrenAdapter(benchmark::State& state) {
 // The parent query: one row of four columns over five tables.
 void parentsBare(benchmark::State& state) {
     auto& connection = Database::of(smallNodes).connection;
+    contract::Transaction transaction(connection);
     Bare bare(connection, qz::istruzionePadri(1, 1, 0, "1"));
     std::int64_t account = 0;
     for (auto _ : state)
@@ -194,6 +201,7 @@ void parentsBare(benchmark::State& state) {
 }
 void parentsAdapter(benchmark::State& state) {
     auto& connection = Database::of(smallNodes).connection;
+    contract::Transaction transaction(connection);
     std::int64_t account = 0;
     for (auto _ : state) {
         contract::Recordset rows;

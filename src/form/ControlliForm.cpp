@@ -200,7 +200,7 @@ void impostaControlli(StatoForm& stato, ControlliForm& controlli) {
                                         .liveDrag = true,
                                         .sideBySide = true,
                                         .locked = false,
-                                        .keepShare = false,
+                                        .keepShare = true,
                                         .barColor = coloreBarra,
                                         .barSize = spessoreBarra});
     controlli.SPLITTERVerticale->setVisible(true);

@@ -1,11 +1,11 @@
 #include "host/AccountWindow.h"
 
+#include "host/DialogButtons.h"
 #include "host/WidgetControls.h"
 #include "plugin/contract/RuntimeError.h"
 
 #include <QDialogButtonBox>
 #include <QFormLayout>
-#include <QGroupBox>
 #include <QHeaderView>
 #include <QScrollArea>
 #include <QVBoxLayout>
@@ -34,20 +34,25 @@ QWidget* groups(const AccountSheet& sheet, QWidget* parent) {
     auto* column = new QVBoxLayout(box);
     column->setContentsMargins(0, 0, 0, 0);
     for (const auto& group : sheet.groups) {
-        auto* frame = new QGroupBox(group.title, box);
-        auto* form = new QFormLayout(frame);
-        form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+        auto* title = new QLabel(group.title, box);
+        QFont font = title->font();
+        font.setBold(true);
+        title->setFont(font);
+        column->addWidget(title);
+        auto* form = new QFormLayout;
+        form->setContentsMargins(12, 0, 0, 8);
+        form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
         for (const auto& [name, text] : group.values) {
-            auto* value = new QLabel(text, frame);
+            auto* value = new QLabel(text, box);
             value->setTextFormat(Qt::PlainText);
             value->setWordWrap(true);
-            value->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+            value->setTextInteractionFlags(Qt::TextSelectableByMouse);
             if (name.isEmpty())
                 form->addRow(value);
             else
                 form->addRow(name, value);
         }
-        column->addWidget(frame);
+        column->addLayout(form);
     }
     if (!sheet.found)
         column->addWidget(new QLabel(QStringLiteral("Il conto non esiste nell'azienda di lavoro."), box));
@@ -96,7 +101,8 @@ AccountWindow::AccountWindow(const QString& name, const QString& title, const Ac
                                                    : QStringLiteral("Distinte in cui il conto compare"),
                                this);
     auto* buttons = new QDialogButtonBox(this);
-    auto* close = buttons->addButton(QStringLiteral("&Chiudi"), QDialogButtonBox::RejectRole);
+    auto* close = dialogButton(QStringLiteral("&Chiudi"), buttons, true);
+    buttons->addButton(close, QDialogButtonBox::RejectRole);
     close->setDefault(true);
     layout->addWidget(head);
     layout->addWidget(groups(sheet, this), 3);

@@ -1,5 +1,6 @@
 #include "host/ErrorLogWindow.h"
 
+#include "host/DialogButtons.h"
 #include "platform/qt/Appearance.h"
 
 #include <QDateTime>
@@ -78,7 +79,8 @@ ErrorLogWindow::ErrorLogWindow(const QString& file, QWidget* parent)
     panes->setStretchFactor(0, 3);
     panes->setStretchFactor(1, 2);
     auto* buttons = new QDialogButtonBox(this);
-    auto* close = buttons->addButton(QStringLiteral("&Chiudi"), QDialogButtonBox::RejectRole);
+    auto* close = dialogButton(QStringLiteral("&Chiudi"), buttons, true);
+    buttons->addButton(close, QDialogButtonBox::RejectRole);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
     connect(list_, &QTableWidget::currentCellChanged, this, [this](int row) {
         const auto* item = list_->item(row, 0);

@@ -1,5 +1,6 @@
 #include "host/LookupWindow.h"
 
+#include "host/DialogButtons.h"
 #include "host/Text.h"
 #include "host/WidgetControls.h"
 #include "plugin/contract/Snapshot.h"
@@ -57,8 +58,10 @@ LookupWindow::LookupWindow(const contract::LookupRequest& request, const contrac
     fill(rows, columns);
 
     auto* buttons = new QDialogButtonBox(this);
-    accept_ = buttons->addButton(QStringLiteral("&Scegli"), QDialogButtonBox::AcceptRole);
-    auto* cancel = buttons->addButton(QStringLiteral("&Annulla"), QDialogButtonBox::RejectRole);
+    accept_ = dialogButton(QStringLiteral("&Scegli"), buttons, true);
+    auto* cancel = dialogButton(QStringLiteral("&Annulla"), buttons);
+    buttons->addButton(accept_, QDialogButtonBox::AcceptRole);
+    buttons->addButton(cancel, QDialogButtonBox::RejectRole);
     accept_->setDefault(true);
     accept_->setEnabled(list_->rowCount() > 0);
 

@@ -2,6 +2,7 @@
 
 #include "host/AppIcon.h"
 #include "host/BusyIndicator.h"
+#include "host/DialogButtons.h"
 #include "host/ErrorLogWindow.h"
 #include "host/HostSession.h"
 #include "host/UserChoice.h"
@@ -57,18 +58,18 @@ MainWindow::MainWindow(UserSettings* settings) : settings_(settings), area_(new 
 }
 
 void MainWindow::makeMenus() {
+    // The form's own buttons have the letters S and V.
     auto* programs = menuBar()->addMenu(QStringLiteral("&Programmi"));
     openAction_ = programs->addAction(QStringLiteral("&Manutenzione distinte"), this, &MainWindow::toggleForm);
     openAction_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
     closeAction_ = programs->addAction(QStringLiteral("&Chiudi il programma"), this, &MainWindow::toggleForm);
-    closeAction_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_W));
     programs->addSeparator();
     auto* quit = programs->addAction(QStringLiteral("&Esci"), this, &QWidget::close);
     quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
 
     makeViewMenu();
 
-    auto* tools = menuBar()->addMenu(QStringLiteral("&Strumenti"));
+    auto* tools = menuBar()->addMenu(QStringLiteral("S&trumenti"));
     tools->addAction(QStringLiteral("&Azienda di lavoro…"), this, &MainWindow::chooseCompany);
     tools->addAction(QStringLiteral("&Utente e gruppo…"), this, &MainWindow::chooseUser);
     tools->addAction(QStringLiteral("&Database all'avvio…"), this, &MainWindow::chooseDatabase);
@@ -80,7 +81,7 @@ void MainWindow::makeMenus() {
 }
 
 void MainWindow::makeViewMenu() {
-    auto* view = menuBar()->addMenu(QStringLiteral("&Visualizza"));
+    auto* view = menuBar()->addMenu(QStringLiteral("Visuali&zza"));
     detailsAction_ = view->addAction(QStringLiteral("&Dettagli"));
     detailsAction_->setObjectName(QStringLiteral("mnuDettagli"));
     detailsAction_->setShortcut(QKeySequence(Qt::Key_F8));
@@ -159,6 +160,11 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
         if (watched == menuBar())
             QTimer::singleShot(0, this, &MainWindow::placeCorner);
         break;
+    case QEvent::Close:
+        // The form's own close button; with the form its splitters go.
+        if (watched != menuBar())
+            saveSplitters();
+        break;
     default:
         break;
     }
@@ -188,8 +194,10 @@ void MainWindow::attach(HostSession& session) {
     });
     connect(session_, &HostSession::formOpened, this, [this] {
         detailsAction_->setChecked(true);
-        if (settings_ != nullptr && session_->formWindow() != nullptr)
+        if (settings_ != nullptr && session_->formWindow() != nullptr) {
             settings_->restoreSplitters(*session_->formWindow());
+            session_->formWindow()->window()->installEventFilter(this);
+        }
         showFormState();
     });
     connect(session_, &HostSession::formClosed, this, &MainWindow::showFormState);
@@ -326,7 +334,7 @@ void MainWindow::showAbout() {
     box.setInformativeText(QStringLiteral("Sposta clienti e fornitori, con tutta la loro struttura, da una distinta "
                                           "all'altra.\n\n%1\nRegistro degli errori: %2")
                                .arg(contextText(*session_), session_->logFile()));
-    box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+    box.addButton(dialogButton(QStringLiteral("OK"), &box, true), QMessageBox::AcceptRole);
     box.exec();
 }
 

@@ -1,5 +1,7 @@
 #include "host/UserChoice.h"
 
+#include "host/DialogButtons.h"
+
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QPushButton>
@@ -17,8 +19,10 @@ UserChoice::UserChoice(const QString& user, const QString& group, QWidget* paren
     form->addRow(QStringLiteral("&Utente"), user_);
     form->addRow(QStringLiteral("&Gruppo"), group_);
     auto* buttons = new QDialogButtonBox(this);
-    auto* accept = buttons->addButton(QStringLiteral("&Conferma"), QDialogButtonBox::AcceptRole);
-    buttons->addButton(QStringLiteral("&Annulla"), QDialogButtonBox::RejectRole);
+    auto* accept = dialogButton(QStringLiteral("&Conferma"), buttons, true);
+    buttons->addButton(accept, QDialogButtonBox::AcceptRole);
+    buttons->addButton(dialogButton(QStringLiteral("&Annulla"), buttons), QDialogButtonBox::RejectRole);
+    accept->setDefault(true);
     form->addRow(buttons);
     const auto check = [this, accept] { accept->setEnabled(!this->user().isEmpty() && !this->group().isEmpty()); };
     connect(user_, &QLineEdit::textChanged, this, check);

@@ -1,5 +1,6 @@
 #include "host/UserDialogs.h"
 
+#include "host/DialogButtons.h"
 #include "plugin/contract/Host.h"
 
 #include <QMessageBox>
@@ -35,6 +36,12 @@ QMessageBox::Icon iconOf(int style) {
     default:
         return (style & buttonBits) == message::yesNo ? QMessageBox::Question : QMessageBox::NoIcon;
     }
+}
+
+QPushButton* addButton(QMessageBox& box, const QString& caption, QMessageBox::ButtonRole role, bool primary = false) {
+    auto* button = dialogButton(caption, &box, primary);
+    box.addButton(button, role);
+    return button;
 }
 
 } // namespace
@@ -73,15 +80,15 @@ int UserDialogs::showMessage(std::string_view title, std::string_view body, int 
     box.setTextFormat(Qt::PlainText);
     box.setText(text(body).trimmed());
     if (!yesNo) {
-        box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+        addButton(box, QStringLiteral("OK"), QMessageBox::AcceptRole, true);
         box.exec();
         return message::answerOk;
     }
-    auto* yes = box.addButton(QStringLiteral("&Sì"), QMessageBox::YesRole);
-    auto* no = box.addButton(QStringLiteral("&No"), QMessageBox::NoRole);
+    auto* yes = addButton(box, QStringLiteral("&Sì"), QMessageBox::YesRole);
+    auto* no = addButton(box, QStringLiteral("&No"), QMessageBox::NoRole);
     QPushButton* cancel = nullptr;
     if (buttons == yesNoCancel)
-        cancel = box.addButton(QStringLiteral("Annulla"), QMessageBox::RejectRole);
+        cancel = addButton(box, QStringLiteral("Annulla"), QMessageBox::RejectRole);
     // What can not be undone by a second thought wants a deliberate key.
     box.setDefaultButton(no);
     box.setEscapeButton(cancel != nullptr ? cancel : no);
@@ -120,9 +127,9 @@ int UserDialogs::showError(std::string_view caption, std::string_view procedure,
     }
     if (!details.isEmpty())
         box.setDetailedText(details);
-    auto* abort = box.addButton(QStringLiteral("&Interrompi"), QMessageBox::RejectRole);
-    auto* retry = box.addButton(QStringLiteral("&Riprova"), QMessageBox::AcceptRole);
-    auto* ignore = box.addButton(QStringLiteral("I&gnora"), QMessageBox::AcceptRole);
+    auto* abort = addButton(box, QStringLiteral("&Interrompi"), QMessageBox::RejectRole);
+    auto* retry = addButton(box, QStringLiteral("&Riprova"), QMessageBox::AcceptRole);
+    auto* ignore = addButton(box, QStringLiteral("I&gnora"), QMessageBox::AcceptRole);
     box.setDefaultButton(retry);
     box.setEscapeButton(abort);
     box.exec();

@@ -101,7 +101,11 @@ void ModificaNodo::bloccaColonna() {
 
 void ModificaNodo::TRW_ELEMDISTINTADEST_OnEdited(contract::Node nodo) {
     superate_ = false;
+    inSospeso_ = true;
     stato_.procedura("TRW_ELEMDISTINTADEST_OnEdited", [&](auto& passo) { convalida(passo, nodo); });
+    // Left by an error in the middle: what was not checked must not stay in the cells.
+    if (inSospeso_)
+        ripristina(nodo, true, true);
     // Only now, so that running the failed write again can not overwrite what another user wrote.
     if (superate_)
         ricordaDate();
@@ -109,6 +113,7 @@ void ModificaNodo::TRW_ELEMDISTINTADEST_OnEdited(contract::Node nodo) {
 
 void ModificaNodo::ripristina(contract::Node nodo, bool inizio, bool fine) {
     auto& albero = *stato_.destinazione.albero;
+    inSospeso_ = false;
     if (inizio)
         albero.setValue(nodo, colonnaInizio, oppureNulla(stato_.DataInizioNodoDest));
     if (fine)
@@ -178,8 +183,10 @@ template <class Passo> void ModificaNodo::convalida(Passo& passo, contract::Node
 /// Only where the row still holds the dates that were read; otherwise the cells show what the database holds.
 void ModificaNodo::scrivi(contract::Node nodo, const LegameDaControllare& legame) {
     const DateLegame nuove{legame.inizio, giorno(contract::Value(legame.fine))};
-    if (lette_.inizio.date() == nuove.inizio.date() && lette_.fine.date() == nuove.fine.date())
+    if (lette_.inizio.date() == nuove.inizio.date() && lette_.fine.date() == nuove.fine.date()) {
+        inSospeso_ = false;
         return;
+    }
     const Autore autore{stato_.utente(), stato_.gruppo(), stato_.oggi()};
     std::int64_t scritte = 0;
     try {
@@ -196,6 +203,7 @@ void ModificaNodo::scrivi(contract::Node nodo, const LegameDaControllare& legame
                                          " sono state modificate da un altro utente dopo la lettura: la modifica non "
                                          "è stata salvata e le celle mostrano le date attuali.");
     }
+    inSospeso_ = false;
     lette_ = nuove;
     stato_.DataInizioNodoDest = nuove.inizio.date();
     stato_.DataFineNodoDest = nuove.fine.date();
@@ -217,6 +225,7 @@ void ModificaNodo::mostraDateDelDatabase(contract::Node nodo, std::int64_t idNod
     auto& albero = *stato_.destinazione.albero;
     albero.setValue(nodo, colonnaInizio, riga["QZ02_DATAINIZIOVAL"]);
     albero.setValue(nodo, colonnaFine, riga["QZ02_DATAFINEVAL"]);
+    inSospeso_ = false;
     superate_ = true;
 }
 

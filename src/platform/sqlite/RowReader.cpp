@@ -59,18 +59,8 @@ std::string amountText(double value) {
     return text;
 }
 
-void appendInteger(contract::Column& column, FieldType type, std::int64_t value) {
-    if (type == FieldType::numeric)
-        column.append(std::string_view(std::to_string(value) + ".00"));
-    else
-        column.append(value);
-}
-
-void appendReal(contract::Column& column, FieldType type, double value) {
-    if (type == FieldType::numeric)
-        column.append(std::string_view(amountText(value)));
-    else
-        column.append(value);
+void appendAmount(contract::Column& column, std::int64_t value) {
+    column.append(std::string_view(std::to_string(value) + ".00"));
 }
 
 } // namespace
@@ -97,6 +87,9 @@ void RowReader::describe(sqlite3_stmt* statement) {
     }
     fields_ = std::move(fields);
     dates_.assign(fields_->size(), LastDate());
+    amounts_.clear();
+    for (const auto& field : *fields_)
+        amounts_.push_back(field.type == FieldType::numeric);
 }
 
 int RowReader::read(sqlite3_stmt* statement, contract::Snapshot& rows) {
@@ -105,19 +98,28 @@ int RowReader::read(sqlite3_stmt* statement, contract::Snapshot& rows) {
     if (static_cast<std::size_t>(sqlite3_column_count(statement)) != fields_->size())
         describe(statement);
     rows.start(fields_);
+    if (code != SQLITE_ROW)
+        return code;
     const auto count = static_cast<int>(fields_->size());
+    contract::Column* columns = &rows.column(0);
     for (; code == SQLITE_ROW; code = sqlite3_step(statement)) {
         for (int i = 0; i < count; ++i) {
             // Safe without a lock, because a connection belongs to one thread.
             sqlite3_value* value = sqlite3_column_value(statement, i);
             const auto field = static_cast<std::size_t>(i);
-            contract::Column& column = rows.column(field);
+            contract::Column& column = columns[field];
             switch (sqlite3_value_type(value)) {
             case SQLITE_INTEGER:
-                appendInteger(column, (*fields_)[field].type, sqlite3_value_int64(value));
+                if (amounts_[field])
+                    appendAmount(column, sqlite3_value_int64(value));
+                else
+                    column.append(static_cast<std::int64_t>(sqlite3_value_int64(value)));
                 break;
             case SQLITE_FLOAT:
-                appendReal(column, (*fields_)[field].type, sqlite3_value_double(value));
+                if (amounts_[field])
+                    column.append(std::string_view(amountText(sqlite3_value_double(value))));
+                else
+                    column.append(sqlite3_value_double(value));
                 break;
             case SQLITE_NULL:
                 column.appendNull();

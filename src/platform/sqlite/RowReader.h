@@ -36,6 +36,7 @@ private:
     std::shared_ptr<const contract::FieldList> fields_;
     std::optional<std::vector<dialect::ResultColumn>> known_;
     std::vector<LastDate> dates_;
+    std::vector<bool> amounts_; ///< by field: a number with decimals is kept as its decimal form
 };
 
 } // namespace platform::sqlite

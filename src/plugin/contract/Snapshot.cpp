@@ -7,6 +7,8 @@ namespace contract {
 
 namespace {
 
+constexpr std::size_t rowsPerWord = 64;
+
 Column::Storage storageFor(FieldType type) {
     switch (type) {
     case FieldType::smallInt:
@@ -72,77 +74,37 @@ Column::Column(FieldType type) : type_(type), storage_(storageFor(type)) {
 }
 
 void Column::mark(std::size_t row, bool null) {
-    const auto word = row / 64;
-    const auto bit = std::uint64_t{1} << (row % 64);
-    if (word >= nulls_.size()) {
-        if (!null)
-            return;
-        nulls_.resize(word + 1);
-    }
-    nulls_[word] = null ? nulls_[word] | bit : nulls_[word] & ~bit;
+    const auto word = row / rowsPerWord;
+    const auto bit = std::uint64_t{1} << (row % rowsPerWord);
+    auto words = nulls_.bytes() / sizeof bit;
+    if (word >= words && !null)
+        return;
+    for (; words <= word; ++words)
+        nulls_.push(std::uint64_t{0});
+    const auto old = nulls_.at<std::uint64_t>(word);
+    nulls_.put(word, null ? old | bit : old & ~bit);
 }
 
 void Column::placeholder() {
     switch (storage_) {
     case Storage::integer:
-        integers_.push_back(0);
+        cells_.push(std::int64_t{0});
         break;
     case Storage::real:
-        reals_.push_back(0);
+        cells_.push(double{0});
         break;
     case Storage::date:
-        dates_.push_back(0);
+        cells_.push(std::int32_t{0});
         break;
     case Storage::text:
-        ends_.push_back(characters_.size());
+        cells_.push(static_cast<std::uint64_t>(characters_.bytes()));
         break;
     }
     ++size_;
 }
 
-void Column::appendNull() {
-    mark(size_, true);
-    placeholder();
-}
-
-void Column::append(std::int64_t value) {
-    if (storage_ == Storage::integer) {
-        integers_.push_back(value);
-        ++size_;
-        return;
-    }
-    aside(size_, value);
-    placeholder();
-}
-
-void Column::append(double value) {
-    if (storage_ == Storage::real) {
-        reals_.push_back(value);
-        ++size_;
-        return;
-    }
-    aside(size_, value);
-    placeholder();
-}
-
-void Column::append(Date value) {
-    if (storage_ == Storage::date) {
-        dates_.push_back(value.days());
-        ++size_;
-        return;
-    }
-    aside(size_, value);
-    placeholder();
-}
-
-void Column::append(std::string_view value) {
-    if (storage_ == Storage::text) {
-        characters_.append(value);
-        ends_.push_back(characters_.size());
-        ++size_;
-        return;
-    }
-    aside(size_, value);
+void Column::appendAside(Value value) {
+    aside(size_, std::move(value));
     placeholder();
 }
 
@@ -159,32 +121,18 @@ void Column::append(const Value& value) {
         append(std::string_view(decimal->digits));
     else if (const auto whole = value.integer(); whole && storage_ == Storage::integer)
         append(*whole);
-    else {
-        aside(size_, value);
-        placeholder();
-    }
+    else
+        appendAside(value);
 }
 
 void Column::reserve(std::size_t rows) {
-    switch (storage_) {
-    case Storage::integer:
-        integers_.reserve(rows);
-        break;
-    case Storage::real:
-        reals_.reserve(rows);
-        break;
-    case Storage::date:
-        dates_.reserve(rows);
-        break;
-    case Storage::text:
-        ends_.reserve(rows);
-        break;
-    }
+    cells_.reserve(rows * (storage_ == Storage::date ? sizeof(std::int32_t) : sizeof(std::int64_t)));
 }
 
 bool Column::isNull(std::size_t row) const {
-    const auto word = row / 64;
-    return word < nulls_.size() && ((nulls_[word] >> (row % 64)) & 1U) != 0;
+    const auto word = row / rowsPerWord;
+    return word < nulls_.bytes() / sizeof(std::uint64_t) &&
+           ((nulls_.at<std::uint64_t>(word) >> (row % rowsPerWord)) & 1U) != 0;
 }
 
 Value Column::value(std::size_t row) const {
@@ -194,11 +142,11 @@ Value Column::value(std::size_t row) const {
         return *odd;
     switch (storage_) {
     case Storage::integer:
-        return integerOf(type_, integers_[row]);
+        return integerOf(type_, cells_.at<std::int64_t>(row));
     case Storage::real:
-        return reals_[row];
+        return cells_.at<double>(row);
     case Storage::date:
-        return Date::fromDays(dates_[row]).value_or(Date());
+        return Date::fromDays(cells_.at<std::int32_t>(row)).value_or(Date());
     case Storage::text:
         break;
     }
@@ -211,7 +159,7 @@ std::optional<std::int64_t> Column::integer(std::size_t row) const {
     if (isNull(row))
         return std::nullopt;
     if (storage_ == Storage::integer && odd_.empty())
-        return integers_[row];
+        return cells_.at<std::int64_t>(row);
     return value(row).integer();
 }
 
@@ -227,8 +175,12 @@ std::string_view Column::text(std::size_t row) const {
         const auto* characters = odd->as<std::string>();
         return characters ? std::string_view(*characters) : std::string_view();
     }
-    const auto begin = row == 0 ? 0 : ends_[row - 1];
-    return std::string_view(characters_).substr(begin, ends_[row] - begin);
+    return stored(row);
+}
+
+std::string_view Column::stored(std::size_t row) const {
+    const auto begin = row == 0 ? 0 : cells_.at<std::uint64_t>(row - 1);
+    return {characters_.data() + begin, cells_.at<std::uint64_t>(row) - begin};
 }
 
 void Column::set(std::size_t row, const Value& value) {
@@ -237,9 +189,9 @@ void Column::set(std::size_t row, const Value& value) {
     if (value.isMissing())
         return;
     if (const auto* date = value.as<Date>(); date && storage_ == Storage::date)
-        dates_[row] = date->days();
+        cells_.put(row, date->days());
     else if (const auto whole = value.integer(); whole && storage_ == Storage::integer && !value.as<std::string>())
-        integers_[row] = *whole;
+        cells_.put(row, *whole);
     else
         aside(row, value);
 }
@@ -259,15 +211,17 @@ const Value* Column::findAside(std::size_t row) const {
 }
 
 std::size_t Column::memory() const {
-    return integers_.capacity() * sizeof(std::int64_t) + reals_.capacity() * sizeof(double) +
-           dates_.capacity() * sizeof(std::int32_t) + characters_.capacity() +
-           ends_.capacity() * sizeof(std::uint64_t) + nulls_.capacity() * sizeof(std::uint64_t) +
-           odd_.capacity() * sizeof(odd_[0]);
+    return cells_.allocated() + characters_.allocated() + nulls_.allocated() + odd_.capacity() * sizeof(odd_[0]);
 }
 
-std::shared_ptr<const FieldList> Snapshot::none() {
+const std::shared_ptr<const FieldList>& Snapshot::none() {
     static const auto empty = std::make_shared<const FieldList>();
     return empty;
+}
+
+const Column& Snapshot::noRows() {
+    static const Column column;
+    return column;
 }
 
 void Snapshot::clear() {
@@ -279,10 +233,13 @@ void Snapshot::clear() {
 void Snapshot::start(std::shared_ptr<const FieldList> fields) {
     fields_ = std::move(fields);
     columns_.clear();
+    rows_ = 0;
+}
+
+void Snapshot::makeColumns() {
     columns_.reserve(fields_->size());
     for (const auto& field : *fields_)
         columns_.emplace_back(field.type);
-    rows_ = 0;
 }
 
 std::optional<std::size_t> Snapshot::find(std::string_view name) const {

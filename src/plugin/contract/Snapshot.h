@@ -1,5 +1,6 @@
 #pragma once
 
+#include "plugin/contract/CellStore.h"
 #include "plugin/contract/Value.h"
 
 #include <cstdint>
@@ -65,12 +66,44 @@ public:
 
     explicit Column(FieldType type = FieldType::variant);
 
-    void appendNull();
-    void append(std::int64_t value);
-    void append(double value);
-    void append(Date value);
+    void appendNull() {
+        mark(size_, true);
+        placeholder();
+    }
+    void append(std::int64_t value) {
+        if (storage_ != Storage::integer) {
+            appendAside(value);
+            return;
+        }
+        cells_.push(value);
+        ++size_;
+    }
+    void append(double value) {
+        if (storage_ != Storage::real) {
+            appendAside(value);
+            return;
+        }
+        cells_.push(value);
+        ++size_;
+    }
+    void append(Date value) {
+        if (storage_ != Storage::date) {
+            appendAside(value);
+            return;
+        }
+        cells_.push(value.days());
+        ++size_;
+    }
     /// UTF-8.
-    void append(std::string_view value);
+    void append(std::string_view value) {
+        if (storage_ != Storage::text) {
+            appendAside(value);
+            return;
+        }
+        characters_.append(value.data(), value.size());
+        cells_.push(static_cast<std::uint64_t>(characters_.bytes()));
+        ++size_;
+    }
     void append(const Value& value);
 
     void reserve(std::size_t rows);
@@ -93,18 +126,17 @@ public:
 private:
     void mark(std::size_t row, bool null);
     void placeholder();
+    void appendAside(Value value);
     void aside(std::size_t row, Value value);
+    std::string_view stored(std::size_t row) const;
     const Value* findAside(std::size_t row) const;
 
     FieldType type_;
     Storage storage_;
     std::size_t size_ = 0;
-    std::vector<std::int64_t> integers_;
-    std::vector<double> reals_;
-    std::vector<std::int32_t> dates_;
-    std::string characters_;
-    std::vector<std::uint64_t> ends_;
-    std::vector<std::uint64_t> nulls_;               // one bit a row, only as long as the last null needs
+    CellStore cells_;      // int64, double, days of a date, or where a text ends, by the storage
+    CellStore characters_; // of the texts, one after the other
+    CellStore nulls_;      // one bit a row in words of 64, only as long as the last null needs
     std::vector<std::pair<std::size_t, Value>> odd_; // by row
 };
 
@@ -120,9 +152,14 @@ public:
     /// Position of a field by name, without regard to the case of ASCII letters; nothing when there is none.
     std::optional<std::size_t> find(std::string_view name) const;
 
-    Column& column(std::size_t field) { return columns_[field]; }
-    const Column& column(std::size_t field) const { return columns_[field]; }
-    std::size_t columnCount() const { return columns_.size(); }
+    // The columns are made when they are first written to: many results have no row.
+    Column& column(std::size_t field) {
+        if (columns_.empty())
+            makeColumns();
+        return columns_[field];
+    }
+    const Column& column(std::size_t field) const { return columns_.empty() ? noRows() : columns_[field]; }
+    std::size_t columnCount() const { return fields_->size(); }
 
     /// To be called once after each row's values were appended to every column.
     void rowDone() { ++rows_; }
@@ -132,7 +169,9 @@ public:
     std::size_t memory() const;
 
 private:
-    static std::shared_ptr<const FieldList> none();
+    static const std::shared_ptr<const FieldList>& none();
+    static const Column& noRows();
+    void makeColumns();
 
     std::shared_ptr<const FieldList> fields_ = none();
     std::vector<Column> columns_;

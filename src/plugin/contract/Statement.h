@@ -46,7 +46,7 @@ public:
         std::size_t offset = 0;     ///< Kind::text, decimal: where it begins in the statement's own store
     };
 
-    Statement() { pieces_.reserve(16); }
+    Statement() { pieces_.reserve(24); }
     Statement(Fragment fragment) : Statement() { *this << fragment; } // NOLINT(google-explicit-constructor)
 
     Statement& operator<<(Fragment fragment);

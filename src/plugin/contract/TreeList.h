@@ -123,8 +123,8 @@ public:
     virtual std::size_t descendants(Node node) const = 0;
 
     virtual Node focused() const = 0;
-    /// Ancestors are expanded, the row is brought into view, the cursor moves, the focus events are raised. For the node
-    /// that is focused already only the cursor comes back; no node leaves the focus where it is.
+    /// Ancestors are expanded, the row is brought into view, the cursor moves, the focus events are raised. For the
+    /// node that is focused already only the cursor comes back; no node leaves the focus where it is.
     virtual void setFocused(Node node) = 0;
     virtual void makeVisible(Node node) = 0;
     /// Column of the focused cell, empty for none.

@@ -1,0 +1,129 @@
+// An error, a transaction ended by the server and a lost connection at every operation of a move: the rows are as
+// before or as after, no transaction stays open, and the form goes on working.
+
+#include "property/Program.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace property {
+
+namespace {
+
+contract::Date date(const char* text) {
+    return contract::Date::parse(text).value_or(contract::Date());
+}
+
+model::World threeLevels() {
+    model::World world;
+    world.namedDistinte = {1, 2, 3};
+    const auto add = [&](std::int64_t id, std::int64_t distinta, std::optional<std::int64_t> parent) {
+        world.rows.push_back({id, distinta, parent, 100 + id, date("01/01/2020"), date("31/12/2099")});
+        world.registered.insert(100 + id);
+    };
+    add(1, 1, std::nullopt);
+    add(2, 1, 1);
+    add(3, 1, 2);
+    add(4, 1, 2);
+    add(5, 1, 3);
+    add(11, 2, std::nullopt);
+    add(12, 2, 11);
+    world.nextId = 20;
+    return world;
+}
+
+model::Move theMove(bool withValidity) {
+    model::Move move;
+    move.origin = 1;
+    move.destination = 2;
+    move.node = 2;
+    move.target = 12;
+    move.withValidity = withValidity;
+    move.closing = date("30/06/2024");
+    return move;
+}
+
+struct Case {
+    bool withValidity;
+    Fault fault;
+};
+
+class FaultTest : public ::testing::TestWithParam<Case> {};
+// A lost connection has to be reopened first, so it is none of these.
+class RetryTest : public FaultTest {};
+
+} // namespace
+
+TEST_P(FaultTest, LeavesTheRowsAsBeforeAtEveryOperation) {
+    const auto [withValidity, fault] = GetParam();
+    const auto move = theMove(withValidity);
+    Program program;
+    const auto world = threeLevels();
+    auto moved = world;
+    ASSERT_TRUE(model::apply(moved, move).kept);
+
+    std::size_t injected = 0;
+    for (std::size_t at = 1;; ++at) {
+        program.connection->reconnect();
+        program.write(world);
+        ASSERT_TRUE(program.focus(move));
+        program.connection->failAt(at, fault);
+        program.press(move, {contract::message::answerAbort, contract::message::answerAbort,
+                             contract::message::answerAbort, contract::message::answerAbort});
+        program.connection->neverFail();
+        const bool failed = !program.host->errors.empty();
+        const auto rows = program.rows();
+        EXPECT_FALSE(program.connection->InTransaction()) << "operation " << at;
+        if (rows == moved.rows) {
+            // The operation that failed came after the commit, in the loading of the trees, or none failed.
+            if (!failed)
+                break;
+        } else {
+            ASSERT_EQ(rows, world.rows) << "operation " << at;
+            EXPECT_TRUE(failed) << "operation " << at;
+        }
+        ++injected;
+
+        // The form goes on: the same move, without a fault, is carried out.
+        program.connection->reconnect();
+        if (rows == world.rows) {
+            ASSERT_TRUE(program.focus(move));
+            program.press(move);
+            EXPECT_TRUE(program.host->errors.empty()) << "operation " << at;
+            EXPECT_EQ(program.rows(), moved.rows) << "operation " << at;
+        }
+        ASSERT_LT(at, 500U);
+    }
+    EXPECT_GT(injected, 20U);
+    RecordProperty("faults", static_cast<int>(injected));
+}
+
+TEST_P(RetryTest, TryingAgainRunsTheWholeMoveInANewTransaction) {
+    const auto [withValidity, fault] = GetParam();
+    const auto move = theMove(withValidity);
+    Program program;
+    const auto world = threeLevels();
+    auto moved = world;
+    ASSERT_TRUE(model::apply(moved, move).kept);
+    for (std::size_t at = 1; at <= 20; ++at) {
+        program.write(world);
+        ASSERT_TRUE(program.focus(move));
+        program.connection->failAt(at, fault);
+        program.press(move, {contract::message::answerRetry, contract::message::answerRetry});
+        EXPECT_EQ(program.host->errors.size(), 1U) << "operation " << at;
+        EXPECT_EQ(program.rows(), moved.rows) << "operation " << at;
+        EXPECT_FALSE(program.connection->InTransaction());
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryKind, FaultTest,
+                         ::testing::Values(Case{false, Fault::error}, Case{false, Fault::endedByServer},
+                                           Case{false, Fault::lostConnection}, Case{true, Fault::error},
+                                           Case{true, Fault::endedByServer}, Case{true, Fault::lostConnection}));
+
+INSTANTIATE_TEST_SUITE_P(EveryKind, RetryTest,
+                         ::testing::Values(Case{false, Fault::error}, Case{false, Fault::endedByServer},
+                                           Case{true, Fault::error}, Case{true, Fault::endedByServer}));
+
+} // namespace property

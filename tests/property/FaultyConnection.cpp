@@ -1,0 +1,66 @@
+#include "property/FaultyConnection.h"
+
+#include "plugin/contract/RuntimeError.h"
+
+namespace property {
+
+void FaultyConnection::fail(std::string text, contract::ErrorCategory category) {
+    errors_ = {{"HY000", 1, text, category}};
+    throw contract::RuntimeError(contract::RuntimeError::database, text);
+}
+
+void FaultyConnection::operation() {
+    if (lost_)
+        fail("Connessione persa", contract::ErrorCategory::lostConnection);
+    ++operations_;
+    if (!failAt_ || operations_ != *failAt_)
+        return;
+    failAt_.reset();
+    switch (fault_) {
+    case Fault::error:
+        fail("Errore provocato", contract::ErrorCategory::other);
+    case Fault::endedByServer:
+        if (inner_.InTransaction())
+            inner_.RollbackTrans();
+        fail("Transazione vittima di un deadlock", contract::ErrorCategory::deadlock);
+    case Fault::lostConnection:
+        inner_.Close();
+        lost_ = true;
+        fail("Connessione persa", contract::ErrorCategory::lostConnection);
+    }
+}
+
+void FaultyConnection::reconnect() {
+    lost_ = false;
+    if (!inner_.IsOpen())
+        inner_.Open();
+}
+
+std::int64_t FaultyConnection::Execute(const contract::Statement& statement) {
+    operation();
+    return inner_.Execute(statement);
+}
+
+void FaultyConnection::Read(const contract::Statement& statement, contract::Snapshot& rows) {
+    rows.clear();
+    operation();
+    inner_.Read(statement, rows);
+}
+
+void FaultyConnection::BeginTrans() {
+    operation();
+    inner_.BeginTrans();
+}
+
+void FaultyConnection::CommitTrans() {
+    operation();
+    inner_.CommitTrans();
+}
+
+void FaultyConnection::RollbackTrans() {
+    if (lost_)
+        return; // the server has rolled back with the connection
+    inner_.RollbackTrans();
+}
+
+} // namespace property

@@ -1,0 +1,73 @@
+// Random forests and random moves: what the component leaves in the database is what an independent model says.
+
+#include "property/Program.h"
+#include "property/RandomWorld.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace property {
+
+namespace {
+
+std::string describe(const std::vector<model::Row>& rows) {
+    std::string text;
+    for (const auto& row : rows)
+        text += std::to_string(row.id) + ": distinta " + std::to_string(row.distinta) + " parent " +
+                (row.parent ? std::to_string(*row.parent) : "-") + " account " +
+                (row.account ? std::to_string(*row.account) : "-") + " " + row.start.text() + ".." + row.end.text() +
+                (row.moved ? " moved" : "") + (row.closed ? " closed" : "") + "\n";
+    return text;
+}
+
+struct Tally {
+    int kept = 0;
+    int refused = 0;
+};
+
+Tally agree(unsigned firstSeed, int moves, bool withValidity) {
+    Program program;
+    Tally tally;
+    for (unsigned seed = firstSeed; tally.kept + tally.refused < moves; ++seed) {
+        std::mt19937 random(seed);
+        model::World world = randomWorld(random);
+        const auto move = randomMove(world, random, withValidity);
+        program.write(world);
+        if (!program.focus(move))
+            continue; // a node without account, or on a cycle, is in no tree
+        const auto before = world.rows;
+        const auto expected = model::apply(world, move);
+        program.press(move);
+
+        const std::string where = "seed " + std::to_string(seed) + ": node " + std::to_string(move.node) + " under " +
+                                  std::to_string(move.target) + ", " + std::to_string(move.origin) + " to " +
+                                  std::to_string(move.destination) + "\nbefore:\n" + describe(before);
+        EXPECT_TRUE(program.host->errors.empty()) << where << program.host->errors.front().text;
+        EXPECT_EQ(program.message(), expected.message) << where;
+        const auto after = program.rows();
+        EXPECT_EQ(after, world.rows) << where << "model:\n" << describe(world.rows) << "database:\n" << describe(after);
+        EXPECT_FALSE(program.connection->InTransaction()) << where;
+        ++(expected.kept ? tally.kept : tally.refused);
+        if (::testing::Test::HasFailure())
+            return tally;
+    }
+    return tally;
+}
+
+} // namespace
+
+TEST(MoveProperty, AThousandStructuralMovesAgreeWithTheModel) {
+    const auto tally = agree(1, 1000, false);
+    // Both ends must be well represented for the agreement to mean something.
+    EXPECT_GT(tally.kept, 200);
+    EXPECT_GT(tally.refused, 100);
+}
+
+TEST(MoveProperty, AThousandMovesWithValidityAgreeWithTheModel) {
+    const auto tally = agree(50001, 1000, true);
+    EXPECT_GT(tally.kept, 150);
+    EXPECT_GT(tally.refused, 150);
+}
+
+} // namespace property

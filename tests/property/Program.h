@@ -1,0 +1,52 @@
+#pragma once
+
+#include "form/FRMQZ_COPIADISTINTA.h"
+#include "platform/headless/HeadlessForm.h"
+#include "platform/headless/HostServices.h"
+#include "platform/sqlite/Connection.h"
+#include "plugin/CLSQZ_COPIADISTINTA.h"
+#include "property/FaultyConnection.h"
+#include "property/MoveModel.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace property {
+
+/// The whole component with headless controls over an embedded database of its own, which is removed with it. Company
+/// 1, today 15/06/2024, three distinte of customers: "1", "2" and "3".
+class Program {
+public:
+    Program();
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+    ~Program();
+
+    /// Makes the database hold exactly this world.
+    void write(const model::World& world);
+    /// The rows as the database holds them, through a connection of their own.
+    std::vector<model::Row> rows();
+    /// Loads both sides and focuses a node on each. False when one of the nodes is none of its tree.
+    bool focus(const model::Move& move);
+    /// Presses a move button and answers "Sì", then error displays with the answer given.
+    void press(const model::Move& move, std::vector<int> errorAnswers = {});
+    /// Clicks a type again on both sides, as a user would to go on working.
+    void reload();
+
+    /// Text of the last message box since the last press, empty for none besides the question.
+    std::string message() const;
+
+    std::shared_ptr<platform::headless::HostState> host = std::make_shared<platform::headless::HostState>();
+    std::shared_ptr<FaultyConnection> connection;
+    std::unique_ptr<qz::CLSQZ_COPIADISTINTA> component = std::make_unique<qz::CLSQZ_COPIADISTINTA>();
+    qz::StatoForm& state() { return component->form()->stato(); }
+
+private:
+    std::string path_;
+    std::unique_ptr<platform::sqlite::Connection> direct_;
+};
+
+} // namespace property
