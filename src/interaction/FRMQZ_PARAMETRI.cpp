@@ -85,7 +85,6 @@ void FRMQZ_PARAMETRI::AttivaFrameworkParametri() {
                 FME_Parametri->setDefault(campo, true);
             FME_Parametri->show();
         });
-        passo([&] { decodificaStato(); });
         passo([&] {
             KVT_RESIZEFORM->setZoom(formChiamante_.ridimensionamento->zoom());
             disponi();
@@ -165,8 +164,8 @@ void FRMQZ_PARAMETRI::lkp_Stati() {
                 {"lkp_Stati", "Stati", istruzioneElencoStati(), {"Codice", "Descrizione"}}, database());
             if (!scelto)
                 return;
+            // The field tells that its code changed, and the description follows.
             TXT_QZ03_ID_WF02->setText(std::to_string(*scelto));
-            decodificaStato();
         });
     });
 }

@@ -24,7 +24,8 @@ inline void needApplication() {
     static int argc = 1;
     static char name[] = "test_host";
     static char* argv[] = {name, nullptr};
-    static QApplication application(argc, argv);
+    // Never destroyed: it would go after what Qt itself takes down when the program ends.
+    new QApplication(argc, argv);
 }
 
 /// A new database with its tables and what fill writes, and the host's context over it, driven by a script.
