@@ -110,13 +110,13 @@ void impostaColonne(StatoForm& stato, Lato& lato) {
                       .field = "QZ02_CLIFOR_CG44",
                       .kind = Tipo::code,
                       .link = true,
-                      .width = 1500});
+                      .width = 1300});
     albero.addColumn({.name = "RagioneSociale",
                       .caption = "Ragione Sociale",
                       .field = "RagioneSociale",
                       .kind = Tipo::text,
                       .link = true,
-                      .width = 2700});
+                      .width = 1700});
     albero.addColumn({.name = "trQZ02_DATAINIZIOVAL",
                       .caption = "Data inizio",
                       .field = "QZ02_DATAINIZIOVAL",
@@ -134,14 +134,14 @@ void impostaColonne(StatoForm& stato, Lato& lato) {
                           .caption = "Seleziona",
                           .field = "",
                           .kind = Tipo::check,
-                          .width = 850,
+                          .width = 950,
                           .checkedValue = "True"});
     } else {
         albero.addColumn({.name = "Stato",
                           .caption = "Stato",
                           .field = "",
                           .kind = Tipo::state,
-                          .width = 1300,
+                          .width = 1200,
                           .texts = [&stato](const std::vector<std::size_t>& righe) {
                               std::vector<std::string> guid;
                               const auto& dati = *stato.destinazione.albero->records();

@@ -44,7 +44,7 @@ std::optional<std::string> wantedDatabase(const CommandLine& line, const std::op
     if (line.database)
         return line.database;
     if (line.odbc)
-        fail("connessione ODBC \"" + *line.odbc + "\"" + noAdapter);
+        fail(std::string("connessione ODBC dell'opzione --odbc") + noAdapter); // not the string: it may hold a password
     if (const char* odbc = std::getenv("DISTINTE_ODBC"); odbc != nullptr && odbc[0] != '\0')
         fail(std::string("connessione ODBC della variabile DISTINTE_ODBC") + noAdapter);
     return saved;

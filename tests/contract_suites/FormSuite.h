@@ -215,8 +215,7 @@ TEST_P(FormSuite, ModalFormsNest) {
         inner->unload();
     });
     outer.show(true);
-    EXPECT_EQ(takeEvents(),
-              (Events{"Load", "Activate", "inner stands", "inner gone", "QueryUnload", "Unload"}));
+    EXPECT_EQ(takeEvents(), (Events{"Load", "Activate", "inner stands", "inner gone", "QueryUnload", "Unload"}));
     inner.reset();
 }
 
