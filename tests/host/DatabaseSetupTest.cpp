@@ -159,10 +159,11 @@ TEST(WantedDatabase, SaysThatThereIsNoOdbc) {
         EXPECT_EQ("chiesto", host::wantedDatabase(line, std::nullopt));
     }
     line.database.reset();
-    line.odbc = "DSN=erp";
+    line.odbc = "DSN=erp;PWD=segreto";
     const auto [status, reason] = failureOf([&] { host::wantedDatabase(line, std::nullopt); });
     EXPECT_EQ(ExitStatus::database, status);
-    EXPECT_NE(std::string::npos, reason.find("DSN=erp"));
+    EXPECT_NE(std::string::npos, reason.find("--odbc"));
+    EXPECT_EQ(std::string::npos, reason.find("segreto"));
 }
 
 } // namespace

@@ -327,6 +327,15 @@ TEST_F(DataFrameTest, TheButtonsStandBelowTheArea) {
     }
 }
 
+TEST_F(DataFrameTest, TheFirstFieldHasTheKeyboardAtFirstAndTheRowComesLast) {
+    openOn({record()});
+    EXPECT_EQ(QApplication::focusWidget(), script("CMB").widget());
+    for (const char* next : {"DATA", "CHK", "COD", "NOTA", "CMD_SALVA", "CMD_RIPRISTINA", "CMB"}) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        EXPECT_EQ(QApplication::focusWidget(), script(next).widget()) << next;
+    }
+}
+
 TEST_F(DataFrameTest, ADocumentFormHasNoSuchButtons) {
     auto doc = stage.factory->newDocumentForm("FRM");
     doc->addDataFrame("FME_CopiaDistintaOrig", nullptr);

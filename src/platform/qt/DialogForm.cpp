@@ -148,6 +148,13 @@ void DialogForm::showWindow() {
                 last = widget;
         QWidget::setTabOrder(last, save_->button());
         QWidget::setTabOrder(save_->button(), restore_->button());
+        // The order is a ring, and a dialog enters it at the row, which was made early: Enter would save at once.
+        QWidget* const row = restore_->button();
+        for (QWidget* next = row->nextInFocusChain(); dialog->focusWidget() == nullptr && next != row;
+             next = next->nextInFocusChain())
+            if ((next->focusPolicy() & Qt::TabFocus) != 0 && next != save_->button() && next->isEnabledTo(dialog) &&
+                next->isVisibleTo(dialog))
+                next->setFocus(Qt::OtherFocusReason);
     }
     dialog->show();
     dialog->raise();
