@@ -1,14 +1,12 @@
 // A move of n nodes out of a distinta of 10 n, beside a walk over the bare SQLite API that runs the same statements,
 // translated, prepared once and bound, and reads every column. Both roll back, so that every round finds the same rows.
 
-#include "BenchDatabase.h"
+#include "Scene.h"
 
-#include "data/IstruzioniDistinta.h"
+#include "maintenance/IstruzioniControlli.h"
+#include "maintenance/IstruzioniSpostamento.h"
 #include "maintenance/Spostamento.h"
 #include "platform/dialect/Translator.h"
-#include "platform/headless/HeadlessForm.h"
-#include "platform/headless/HostInterface.h"
-#include "platform/headless/HostServices.h"
 
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
@@ -21,40 +19,6 @@
 namespace {
 
 using contract::Statement;
-
-/// The main form's state over a real database, with headless controls.
-class Scene {
-public:
-    explicit Scene(const bench::Database& database) {
-        host->company = 1;
-        state.ospite = &interface;
-        interface.ClsGlobal(std::make_shared<platform::headless::HostGlobal>(host));
-        state.dittaDiLavoro = std::int64_t{1};
-        connection = database.open();
-        state.connessione = connection;
-        state.form = host->controls->newDocumentForm("FRMQZ_COPIADISTINTA");
-        state.classeLog = state.globale().newLogClass();
-        for (auto* side : {&state.origine, &state.destinazione})
-            side->albero = &state.form->addTreeList(side == &state.origine ? "ORIG" : "DEST", nullptr);
-        state.campoStato = &state.form->addWorkflowStateField("TXT_QZ02_STATO", nullptr);
-        state.campoStato->setObject(state.globale().newWorkflowState());
-        focus(state.origine, bench::originId, database.movedNode());
-        focus(state.destinazione, bench::destinationId, database.targetNode());
-    }
-
-    std::shared_ptr<platform::headless::HostState> host = std::make_shared<platform::headless::HostState>();
-    platform::headless::HostInterface interface;
-    std::shared_ptr<platform::sqlite::Connection> connection;
-    qz::StatoForm state;
-
-private:
-    void focus(qz::Lato& side, std::string_view id, std::int64_t node) {
-        side.IdDistinta = id;
-        side.dati = std::make_shared<contract::Recordset>();
-        side.dati->Open(qz::istruzioneNodi(side.descrizione, 1, 0, id), *connection);
-        side.albero->bind(side.dati, "QZ02_ID", "QZ02_IDPARENT_QZ02", node);
-    }
-};
 
 /// One statement of the bare walk: the engine's text, prepared once.
 class Bare {
@@ -168,7 +132,7 @@ private:
 
 void move(benchmark::State& state) {
     const bench::Database database(static_cast<std::size_t>(state.range(0)));
-    Scene scene(database);
+    bench::Scene scene(database);
     qz::Spostamento component(scene.state);
     for (auto _ : state) {
         scene.connection->BeginTrans();

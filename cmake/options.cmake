@@ -11,6 +11,11 @@ if(DISTINTE_SANITIZE)
     -Wno-maybe-uninitialized)
   target_link_options(distinte_options INTERFACE -fsanitize=address,undefined)
 endif()
+if(DISTINTE_FUZZ)
+  target_compile_options(distinte_options INTERFACE
+    -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  target_link_options(distinte_options INTERFACE -fsanitize=address,undefined)
+endif()
 
 # One room of the house: a static library of the .cpp files in its own folder.
 function(distinte_room name)
@@ -30,6 +35,10 @@ function(distinte_tests name)
   if(sources)
     add_executable(${name} ${sources})
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+    if(NOT DISTINTE_SANITIZE)
+      # What is tested is optimised as the preset says; the tests themselves need to compile fast.
+      target_compile_options(${name} PRIVATE -O0 -g1)
+    endif()
     target_link_libraries(${name} PRIVATE distinte_options ${ARGN} GTest::gtest GTest::gtest_main)
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
   endif()
