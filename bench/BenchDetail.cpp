@@ -79,15 +79,15 @@ class Accounts {
 public:
     Accounts() {
         std::string name = (std::filesystem::temp_directory_path() / "distinte-bench-XXXXXX").string();
-        const int file = mkstemp(name.data());
-        if (file < 0)
+        const int descriptor = mkstemp(name.data());
+        if (descriptor < 0)
             std::abort();
-        close(file);
+        close(descriptor);
         path_ = name;
         std::filesystem::remove(path_);
-        platform::sqlite::createDatabase(path_, qz::schema(), [](Connection& connection) {
-            writeClasses(connection);
-            writeAccounts(connection);
+        platform::sqlite::createDatabase(path_, qz::schema(), [](Connection& file) {
+            writeClasses(file);
+            writeAccounts(file);
         });
         connection.SetConnectionString(std::string(Connection::scheme) + path_);
         connection.Open();

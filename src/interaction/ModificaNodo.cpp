@@ -163,14 +163,21 @@ template <class Passo> void ModificaNodo::convalida(Passo& passo, contract::Node
         passo([&] { ripristina(nodo, true, true); });
         return;
     }
-    stato_.MessaggioSpostamento.clear();
+    const DateLegame nuove{legame.inizio, giorno(contract::Value(legame.fine))};
     bool controllata = false;
+    std::int64_t scritte = 0;
     passo([&] {
-        accettata = controlli_.ControllaLegami(legame);
+        stato_.MessaggioSpostamento.clear();
+        if (lette_.inizio.date() == nuove.inizio.date() && lette_.fine.date() == nuove.fine.date()) {
+            accettata = controlli_.ControllaLegami(legame);
+            scritte = accettata ? 1 : 0;
+        } else {
+            scritte = controllaEScrivi(legame, nuove, accettata);
+        }
         controllata = true;
     });
     if (accettata) {
-        passo([&] { scrivi(nodo, legame); });
+        passo([&] { dopoLaScrittura(nodo, legame, nuove, scritte); });
         return;
     }
     if (controllata)
@@ -180,22 +187,30 @@ template <class Passo> void ModificaNodo::convalida(Passo& passo, contract::Node
     passo([&] { ripristina(nodo, true, true); });
 }
 
-/// Only where the row still holds the dates that were read; otherwise the cells show what the database holds.
-void ModificaNodo::scrivi(contract::Node nodo, const LegameDaControllare& legame) {
-    const DateLegame nuove{legame.inizio, giorno(contract::Value(legame.fine))};
-    if (lette_.inizio.date() == nuove.inizio.date() && lette_.fine.date() == nuove.fine.date()) {
-        inSospeso_ = false;
-        return;
-    }
-    const Autore autore{stato_.utente(), stato_.gruppo(), stato_.oggi()};
+/// In one transaction, so that no link of another user can come in between the check and the write.
+std::int64_t ModificaNodo::controllaEScrivi(const LegameDaControllare& legame, const DateLegame& nuove,
+                                            bool& accettata) {
+    contract::Transaction transazione(stato_.database());
+    accettata = controlli_.ControllaLegami(legame);
     std::int64_t scritte = 0;
-    try {
+    if (accettata) {
+        accettata = false; // until it is kept
+        const Autore autore{stato_.utente(), stato_.gruppo(), stato_.oggi()};
         scritte = stato_.database().Execute(
             istruzioneDateLegame(*legame.nodo, lette_, legame.inizio, *nuove.fine.date(), autore));
-    } catch (...) {
-        ripristina(nodo, true, true);
-        throw;
+        if (scritte != 0)
+            transazione.commit();
+        accettata = true;
     }
+    if (scritte == 0)
+        transazione.rollback();
+    return scritte;
+}
+
+/// The row was written only where it still held the dates that were read; otherwise the cells show what the database
+/// holds.
+void ModificaNodo::dopoLaScrittura(contract::Node nodo, const LegameDaControllare& legame, const DateLegame& nuove,
+                                   std::int64_t scritte) {
     if (scritte == 0) {
         mostraDateDelDatabase(nodo, *legame.nodo);
         throw contract::RuntimeError(contract::RuntimeError::invalidCall,
@@ -204,6 +219,8 @@ void ModificaNodo::scrivi(contract::Node nodo, const LegameDaControllare& legame
                                          "è stata salvata e le celle mostrano le date attuali.");
     }
     inSospeso_ = false;
+    if (lette_.inizio.date() == nuove.inizio.date() && lette_.fine.date() == nuove.fine.date())
+        return;
     lette_ = nuove;
     stato_.DataInizioNodoDest = nuove.inizio.date();
     stato_.DataFineNodoDest = nuove.fine.date();

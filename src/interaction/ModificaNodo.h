@@ -50,7 +50,10 @@ private:
     void ricordaDate();
     void bloccaColonna();
     template <class Passo> void convalida(Passo& passo, contract::Node nodo);
-    void scrivi(contract::Node nodo, const LegameDaControllare& legame);
+    /// Rows written. accettata: whether the check let the pair pass.
+    std::int64_t controllaEScrivi(const LegameDaControllare& legame, const DateLegame& nuove, bool& accettata);
+    void dopoLaScrittura(contract::Node nodo, const LegameDaControllare& legame, const DateLegame& nuove,
+                         std::int64_t scritte);
     void ripristina(contract::Node nodo, bool inizio, bool fine);
     void mostraDateDelDatabase(contract::Node nodo, std::int64_t idNodo);
 

@@ -231,6 +231,26 @@ TEST_F(ModificaNodoTest, WritesAnAcceptedPairAtOnce) {
     EXPECT_EQ((*scena.stato.destinazione.dati)["QZ02_DATAFINEVAL"].text(), "30/06/2024");
 }
 
+TEST_F(ModificaNodoTest, ChecksAndWritesInOneTransaction) {
+    scrivi(colonnaFine, "30/06/2024");
+    auto inviate = scena.db->take();
+    ASSERT_GE(inviate.size(), 5U);
+    EXPECT_EQ(inviate.front(), "BeginTrans");
+    EXPECT_TRUE(inviate[1].starts_with(" SELECT * FROM QZ02_DISTINTA ")) << inviate[1];
+    EXPECT_TRUE(inviate[inviate.size() - 2].starts_with("UPDATE QZ02_DISTINTA ")) << inviate[inviate.size() - 2];
+    EXPECT_EQ(inviate.back(), "CommitTrans");
+
+    // What is refused leaves none open, and an unchanged pair needs none.
+    scena.tabelle.nodi.push_back({14, 20, 11, 202, "01/07/2024", "31/12/2024"});
+    scrivi(colonnaFine, "01/07/2024");
+    inviate = scena.db->take();
+    EXPECT_EQ(inviate.front(), "BeginTrans");
+    EXPECT_EQ(inviate.back(), "RollbackTrans");
+    scrivi(colonnaFine, "30/06/2024");
+    for (const auto& parola : scena.db->take())
+        EXPECT_NE(parola, "BeginTrans");
+}
+
 TEST_F(ModificaNodoTest, RemembersAnAcceptedPair) {
     scrivi(colonnaFine, "30/06/2024");
     EXPECT_EQ(scena.stato.DataFineNodoDest, giorno("30/06/2024"));

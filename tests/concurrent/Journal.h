@@ -1,0 +1,98 @@
+#pragma once
+
+#include "platform/sqlite/Connection.h"
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace concurrent {
+
+/// What a user asked for in one transaction, and whether the transaction was committed. Plain numbers, since it lies in
+/// memory that several processes share.
+struct Entry {
+    enum class Kind : std::uint8_t { none, structure, validity, edit };
+    Kind kind = Kind::none;
+    bool committed = false;
+    int user = 0;
+    std::int64_t origin = 0;      ///< moves: distinta on the left
+    std::int64_t destination = 0; ///< moves: distinta on the right
+    std::int64_t node = 0;        ///< moves: focused on the left; edits: the node
+    std::int64_t target = 0;      ///< moves: focused on the right
+    /// Days from 01/01/1970. Validity: closing date and end of the new links.
+    std::int32_t closing = 0;
+    std::int32_t fixedEnd = 0;
+    /// Edits: the dates on the screen, and the new ones.
+    std::int32_t oldStart = 0, oldEnd = 0, newStart = 0, newEnd = 0;
+};
+
+/// The transactions of all processes in the order in which they got the database for themselves, in memory that child
+/// processes share with their parent.
+class Journal {
+public:
+    static constexpr std::size_t capacity = 200'000;
+
+    Journal();
+    Journal(const Journal&) = delete;
+    Journal& operator=(const Journal&) = delete;
+    ~Journal();
+
+    Entry& next();
+    std::size_t size() const;
+    const Entry& at(std::size_t index) const { return shared_->entries[index]; }
+
+    /// Counters of what users met.
+    struct Counters {
+        std::atomic<std::int64_t> actions, refusals, errors, unreadable, stale, open;
+    };
+    Counters& counters() { return shared_->counters; }
+
+private:
+    struct Shared {
+        std::atomic<std::size_t> size;
+        Counters counters;
+        Entry entries[capacity];
+    };
+    Shared* shared_;
+};
+
+/// An embedded connection that writes each transaction into the journal. A transaction holds the database alone from
+/// its beginning, so the order of the beginnings is the order of the commits.
+class OrderedConnection : public contract::Connection {
+public:
+    OrderedConnection(const std::string& connectionString, Journal& journal)
+        : inner_(connectionString), journal_(journal) {}
+
+    /// What the next transaction is for.
+    void announce(const Entry& entry) { announced_ = entry; }
+
+    std::string ConnectionString() const override { return inner_.ConnectionString(); }
+    void SetConnectionString(std::string_view text) override { inner_.SetConnectionString(text); }
+    void Open() override { inner_.Open(); }
+    void Close() noexcept override { inner_.Close(); }
+    bool IsOpen() const override { return inner_.IsOpen(); }
+    std::int64_t Execute(const contract::Statement& statement) override { return inner_.Execute(statement); }
+    void Read(const contract::Statement& statement, contract::Snapshot& rows) override { inner_.Read(statement, rows); }
+    void BeginTrans() override {
+        inner_.BeginTrans();
+        current_ = &journal_.next();
+        *current_ = announced_;
+    }
+    void CommitTrans() override {
+        inner_.CommitTrans();
+        current_->committed = true;
+    }
+    void RollbackTrans() override { inner_.RollbackTrans(); }
+    bool InTransaction() const override { return inner_.InTransaction(); }
+    const contract::ErrorList& Errors() const override { return inner_.Errors(); }
+
+private:
+    platform::sqlite::Connection inner_;
+    Journal& journal_;
+    Entry announced_;
+    Entry* current_ = nullptr;
+};
+
+} // namespace concurrent

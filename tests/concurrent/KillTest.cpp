@@ -1,0 +1,254 @@
+// A program that is killed with no chance to clean up, before and after every operation of a move and of an edit and at
+// moments drawn at random: the rows are as before or as after, the file is sound, and the next program works at once.
+
+#include "concurrent/Process.h"
+#include "concurrent/SharedDatabase.h"
+#include "concurrent/User.h"
+#include "platform/sqlite/Connection.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <iostream>
+#include <random>
+#include <string>
+
+#include <unistd.h>
+
+namespace concurrent {
+
+namespace {
+
+contract::Date date(const char* text) {
+    return contract::Date::parse(text).value_or(contract::Date());
+}
+
+/// An embedded connection that kills its own process before or after one of its operations.
+class DeadlyConnection : public contract::Connection {
+public:
+    explicit DeadlyConnection(const std::string& connectionString) : inner_(connectionString) {}
+
+    /// Counted from 1 from now on.
+    void dieAt(int operation, bool after) {
+        at_ = operation;
+        after_ = after;
+        done_ = 0;
+    }
+
+    std::string ConnectionString() const override { return inner_.ConnectionString(); }
+    void SetConnectionString(std::string_view text) override { inner_.SetConnectionString(text); }
+    void Open() override { inner_.Open(); }
+    void Close() noexcept override { inner_.Close(); }
+    bool IsOpen() const override { return inner_.IsOpen(); }
+    std::int64_t Execute(const contract::Statement& statement) override {
+        const Moment moment(*this);
+        return inner_.Execute(statement);
+    }
+    void Read(const contract::Statement& statement, contract::Snapshot& rows) override {
+        const Moment moment(*this);
+        inner_.Read(statement, rows);
+    }
+    void BeginTrans() override {
+        const Moment moment(*this);
+        inner_.BeginTrans();
+    }
+    void CommitTrans() override {
+        const Moment moment(*this);
+        inner_.CommitTrans();
+    }
+    void RollbackTrans() override { inner_.RollbackTrans(); }
+    bool InTransaction() const override { return inner_.InTransaction(); }
+    const contract::ErrorList& Errors() const override { return inner_.Errors(); }
+
+private:
+    class Moment {
+    public:
+        explicit Moment(DeadlyConnection& connection) : connection_(connection) {
+            if (++connection_.done_ == connection_.at_ && !connection_.after_)
+                ::raise(SIGKILL);
+        }
+        Moment(const Moment&) = delete;
+        Moment& operator=(const Moment&) = delete;
+        ~Moment() {
+            if (connection_.done_ == connection_.at_ && connection_.after_)
+                ::raise(SIGKILL);
+        }
+
+    private:
+        DeadlyConnection& connection_;
+    };
+
+    platform::sqlite::Connection inner_;
+    int at_ = 0;
+    bool after_ = false;
+    int done_ = 0;
+};
+
+model::World threeLevels() {
+    model::World world;
+    world.namedDistinte = {1, 2, 3};
+    const auto add = [&](std::int64_t id, std::int64_t distinta, std::optional<std::int64_t> parent) {
+        world.rows.push_back({id, distinta, parent, 100 + id, date("01/01/2020"), date("31/12/2099")});
+        world.registered.insert(100 + id);
+    };
+    add(1, 1, std::nullopt);
+    add(2, 1, 1);
+    add(3, 1, 2);
+    add(4, 1, 2);
+    add(5, 1, 3);
+    add(11, 2, std::nullopt);
+    add(12, 2, 11);
+    world.nextId = 20;
+    return world;
+}
+
+model::Move theMove(bool withValidity) {
+    model::Move move;
+    move.origin = 1;
+    move.destination = 2;
+    move.node = 2;
+    move.target = 12;
+    move.withValidity = withValidity;
+    move.closing = date("30/06/2024");
+    return move;
+}
+
+enum class Work { structure, validity, edit };
+
+/// Does the work once; the connection may be armed when everything stands ready.
+template <class Armed> void workOnce(User& user, Work work, const Armed& armed) {
+    if (work == Work::edit) {
+        user.load(true, 1);
+        user.focus(true, 4);
+        armed();
+        user.edit(true, date("31/12/2030"));
+        return;
+    }
+    user.load(false, 1);
+    user.load(true, 2);
+    user.focus(false, 2);
+    user.focus(true, 12);
+    armed();
+    user.press(theMove(work == Work::validity));
+}
+
+std::vector<model::Row> rowsAfter(Work work) {
+    auto world = threeLevels();
+    if (work == Work::edit)
+        world.rows[3].end = date("31/12/2030");
+    else
+        model::apply(world, theMove(work == Work::validity));
+    return withoutMarks(world.rows);
+}
+
+std::shared_ptr<DeadlyConnection> deadly(const SharedDatabase& database) {
+    return std::make_shared<DeadlyConnection>(database.connectionString());
+}
+
+std::string nameOf(const testing::TestParamInfo<Work>& work) {
+    if (work.param == Work::edit)
+        return "Edit";
+    return work.param == Work::validity ? "Validity" : "Structure";
+}
+
+class KillTest : public testing::TestWithParam<Work> {};
+
+} // namespace
+
+TEST_P(KillTest, AtEveryOperationLeavesTheRowsAsBeforeOrAsAfter) {
+    const auto work = GetParam();
+    const auto before = threeLevels().rows;
+    const auto after = rowsAfter(work);
+    SharedDatabase database;
+    int killed = 0;
+    int kept = 0;
+    bool reached = true;
+    for (int at = 1; reached; ++at) {
+        for (const bool late : {false, true}) {
+            database.write(threeLevels());
+            const auto ending = waitFor(start([&] {
+                const auto connection = deadly(database);
+                User user(database.connectionString(), connection);
+                workOnce(user, work, [&] { connection->dieAt(at, late); });
+                return 0;
+            }));
+            const auto rows = database.rows();
+            if (ending.signal == 0) {
+                ASSERT_EQ(ending.status, 0);
+                EXPECT_EQ(rows, after);
+                reached = false;
+                break;
+            }
+            ASSERT_EQ(ending.signal, SIGKILL);
+            ++killed;
+            kept += rows == after ? 1 : 0;
+            if (rows != after) {
+                ASSERT_EQ(rows, before) << "operation " << at << (late ? " (after it)" : " (before it)");
+            }
+            EXPECT_EQ(database.check(), "ok");
+            if (rows == before) {
+                // Nobody waits for the dead.
+                User next(database.connectionString(), deadly(database));
+                workOnce(next, work, [] {});
+                EXPECT_TRUE(next.host->errors.empty()) << "operation " << at;
+                EXPECT_EQ(database.rows(), after) << "operation " << at;
+            }
+        }
+        ASSERT_LT(at, 500);
+    }
+    EXPECT_GT(killed, work == Work::edit ? 6 : 40);
+    EXPECT_GT(kept, 0);
+    std::cout << killed << " processes killed\n";
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryKind, KillTest, testing::Values(Work::structure, Work::validity, Work::edit), nameOf);
+
+TEST(KillAtRandom, InTheMiddleOfMovesAndTheirCommits) {
+    std::mt19937 random(11);
+    SharedDatabase database;
+    const auto before = threeLevels().rows;
+    const auto after = rowsAfter(Work::structure);
+    int asBefore = 0;
+    int asAfter = 0;
+    for (int round = 0; round < 40; ++round) {
+        database.write(threeLevels());
+        int ready[2];
+        ASSERT_EQ(::pipe(ready), 0);
+        const auto child = start([&] {
+            const auto connection = deadly(database);
+            User user(database.connectionString(), connection);
+            const auto there = theMove(false);
+            auto back = there;
+            std::swap(back.origin, back.destination);
+            back.target = 1;
+            for (bool out = true;; out = !out) {
+                const auto& move = out ? there : back;
+                user.load(false, move.origin);
+                user.load(true, move.destination);
+                user.focus(false, move.node);
+                user.focus(true, move.target);
+                if (out && ::write(ready[1], "x", 1) != 1)
+                    return 1;
+                user.press(move);
+            }
+            return 0;
+        });
+        char sign = 0;
+        ASSERT_EQ(::read(ready[0], &sign, 1), 1);
+        ::usleep(static_cast<useconds_t>(std::uniform_int_distribution<int>(0, 30000)(random)));
+        ::kill(child, SIGKILL);
+        const auto ending = waitFor(child);
+        ::close(ready[0]);
+        ::close(ready[1]);
+        ASSERT_EQ(ending.signal, SIGKILL);
+        const auto rows = database.rows();
+        asBefore += rows == before ? 1 : 0;
+        asAfter += rows == after ? 1 : 0;
+        ASSERT_TRUE(rows == before || rows == after) << "round " << round << "\n" << describe(rows);
+        EXPECT_EQ(database.check(), "ok");
+    }
+    EXPECT_GT(asBefore, 0);
+    EXPECT_GT(asAfter, 0);
+}
+
+} // namespace concurrent

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "concurrent/Journal.h"
+#include "property/MoveModel.h"
+
+namespace concurrent {
+
+/// Applies what a transaction asked for to the world by the independent model, as one user alone after the other would
+/// meet it; a node that has left the distinta shown, and dates that are no longer those shown, refuse it. True when it
+/// is kept.
+bool apply(model::World& world, const Entry& entry);
+
+} // namespace concurrent
