@@ -15,6 +15,7 @@
 #include <QInputDialog>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QScreen>
 #include <QStatusBar>
 #include <QTimer>
 
@@ -26,6 +27,7 @@ using platform::qt::ThemeKind;
 namespace {
 
 constexpr const char* title = "Manutenzione distinte";
+constexpr QSize frameRoom{16, 48};
 constexpr QSize startSize(1280, 800);
 
 QString contextText(const HostSession& session) {
@@ -48,8 +50,13 @@ MainWindow::MainWindow(UserSettings* settings) : settings_(settings), area_(new 
     makeMenus();
     makeCorner();
     makeStatusBar();
-    if (settings_ == nullptr || !settings_->restoreWindow(*this))
+    if (settings_ == nullptr || !settings_->restoreWindow(*this)) {
         resize(startSize);
+        // A person's first window: a screen that has no room for it with its frame is filled instead.
+        const QSize room = screen()->availableSize() - frameRoom;
+        if (settings_ != nullptr && (startSize.width() > room.width() || startSize.height() > room.height()))
+            setWindowState(Qt::WindowMaximized);
+    }
     // A maximised document puts its own name behind the window's.
     connect(this, &QWidget::windowTitleChanged, this, [this](const QString& text) {
         if (text != QLatin1String(title))

@@ -46,6 +46,22 @@ TEST_F(TreeLayout, TheLastTextColumnTakesTheRoomThatIsLeft) {
     EXPECT_EQ(all, view().viewport()->width());
 }
 
+TEST_F(TreeLayout, ThatColumnGivesUpAThirdBeforeTheColumnsAreScrolled) {
+    bindSmall();
+    const int others = width("CODE") + width("START") + width("MARK");
+    const int wanted = 2400 / 15 * 10 / 8; // twips to pixels, at ten points
+    const auto room = [&](int name) {
+        const auto frame = tree_->bounds().width - Appearance::twips(view().viewport()->width());
+        tree_->setBounds({0, 0, Appearance::twips(others + name) + frame, 6300});
+        QCoreApplication::processEvents();
+    };
+    room(wanted - 20);
+    EXPECT_EQ(others + width("NAME"), view().viewport()->width());
+    EXPECT_LT(width("NAME"), wanted);
+    room(wanted / 3);
+    EXPECT_EQ(width("NAME"), wanted * 2 / 3);
+}
+
 TEST_F(TreeLayout, AColumnThatTheUserWidenedStaysWideOverABinding) {
     bindSmall();
     const int before = width("START");

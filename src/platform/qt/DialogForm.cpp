@@ -32,7 +32,9 @@ Twips keepExact(Twips exact, int given, int now) {
 } // namespace
 
 DialogWindow::DialogWindow(QWidget* parent) : QDialog(parent) {
-    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+    // A dialog is moved and closed, not made small or large.
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                   Qt::WindowCloseButtonHint);
 }
 
 void DialogWindow::closeEvent(QCloseEvent* event) {

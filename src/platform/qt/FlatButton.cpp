@@ -5,6 +5,7 @@
 
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QKeySequence>
 #include <QPainter>
 #include <QToolTip>
 
@@ -71,11 +72,23 @@ FlatButton::Content FlatButton::content() const {
     return c;
 }
 
-bool FlatButton::event(QEvent* event) {
+QString FlatButton::hint() const {
     // What was cut off can be read by resting the mouse on it.
-    if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && content().cut) {
-        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), spoken(text()), this);
-        return true;
+    QString text = toolTip();
+    if (text.isEmpty() && content().cut)
+        text = spoken(this->text());
+    const auto keys = QKeySequence::mnemonic(this->text());
+    if (!text.isEmpty() && !keys.isEmpty())
+        text += QStringLiteral(" (%1)").arg(keys.toString(QKeySequence::NativeText));
+    return text;
+}
+
+bool FlatButton::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        if (const QString text = hint(); !text.isEmpty()) {
+            QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text, this);
+            return true;
+        }
     }
     return QPushButton::event(event);
 }

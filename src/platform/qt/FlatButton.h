@@ -18,6 +18,9 @@ public:
     /// A chevron after the caption says that a list opens.
     void setOpensList(bool opens);
 
+    /// What a tool tip shows: the text that was set, or a caption that was cut off, and the keys that press the button.
+    QString hint() const;
+
 protected:
     bool event(QEvent* event) override;
     /// Enter presses the button that has the keyboard, whatever the form's default is.

@@ -40,4 +40,10 @@ void paintGlyph(QPainter& painter, Glyph glyph, const QRectF& rect, const QColor
 /// An icon that draws itself at any size in the theme's text colours of the moment.
 QIcon glyphIcon(Glyph glyph);
 
+/// What a message box shows beside its text.
+enum class MessageSign : std::uint8_t { information, question, warning, critical };
+
+/// A disc in the accent or, for what went wrong, in the danger colour of the moment, with its sign.
+QIcon messageIcon(MessageSign sign);
+
 } // namespace platform::qt

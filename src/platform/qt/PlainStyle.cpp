@@ -1,7 +1,9 @@
 #include "platform/qt/PlainStyle.h"
 
 #include "platform/qt/Appearance.h"
+#include "platform/qt/Glyphs.h"
 
+#include <QAbstractItemView>
 #include <QFontInfo>
 #include <QFontMetrics>
 #include <QLineEdit>
@@ -79,6 +81,11 @@ int PlainStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
     switch (metric) {
     case PM_MdiSubWindowFrameWidth:
         return 4;
+    case PM_DefaultFrameWidth:
+        // Lists, trees and grids keep room for the mark of the keyboard's focus.
+        if (qobject_cast<const QAbstractItemView*>(widget) != nullptr)
+            return 2;
+        return QProxyStyle::pixelMetric(metric, option, widget);
     case PM_TitleBarHeight:
         return QFontMetrics(Appearance::instance().font()).height() + 10;
     case PM_IndicatorWidth:
@@ -102,6 +109,21 @@ int PlainStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
     if (hint == SH_WindowFrame_Mask)
         return 0;
     return QProxyStyle::styleHint(hint, option, widget, returnData);
+}
+
+QIcon PlainStyle::standardIcon(StandardPixmap standard, const QStyleOption* option, const QWidget* widget) const {
+    switch (standard) {
+    case SP_MessageBoxInformation:
+        return messageIcon(MessageSign::information);
+    case SP_MessageBoxWarning:
+        return messageIcon(MessageSign::warning);
+    case SP_MessageBoxCritical:
+        return messageIcon(MessageSign::critical);
+    case SP_MessageBoxQuestion:
+        return messageIcon(MessageSign::question);
+    default:
+        return QProxyStyle::standardIcon(standard, option, widget);
+    }
 }
 
 QRect PlainStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
@@ -128,6 +150,11 @@ void PlainStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
     }
     case PE_FrameLineEdit:
         return; // drawn with the panel
+    case PE_Frame:
+        if (qobject_cast<const QAbstractItemView*>(widget) == nullptr)
+            break;
+        drawViewFrame(*option, *painter, widget->hasFocus());
+        return;
     case PE_IndicatorCheckBox:
     case PE_IndicatorItemViewItemCheck:
         drawCheckBox(*option, *painter);
@@ -151,8 +178,9 @@ void PlainStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
         return;
     }
     default:
-        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        break;
     }
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
 }
 
 void PlainStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
@@ -168,6 +196,21 @@ void PlainStyle::drawComplexControl(ComplexControl control, const QStyleOptionCo
         return;
     }
     QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+void PlainStyle::drawViewFrame(const QStyleOption& option, QPainter& painter, bool focused) const {
+    const ThemeColors& c = theme();
+    const bool enabled = option.state.testFlag(State_Enabled);
+    painter.save();
+    painter.setBrush(Qt::NoBrush);
+    const QRect outer = option.rect;
+    const auto edge = [&](const QRect& rect, const QColor& color) {
+        painter.setPen(color);
+        painter.drawRect(rect.adjusted(0, 0, -1, -1));
+    };
+    edge(outer, focused ? c.focusRing : enabled ? c.lineStrong : c.line);
+    edge(outer.adjusted(1, 1, -1, -1), focused ? c.focusRing : c.surface);
+    painter.restore();
 }
 
 void PlainStyle::drawField(const QStyleOption& option, QPainter& painter, bool readOnly) const {

@@ -15,6 +15,7 @@ public:
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* returnData) const override;
+    QIcon standardIcon(StandardPixmap standard, const QStyleOption* option, const QWidget* widget) const override;
     QRect subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
@@ -22,6 +23,8 @@ public:
                             const QWidget* widget) const override;
 
 private:
+    /// Around lists, trees and grids.
+    void drawViewFrame(const QStyleOption& option, QPainter& painter, bool focused) const;
     void drawField(const QStyleOption& option, QPainter& painter, bool readOnly) const;
     void drawCheckBox(const QStyleOption& option, QPainter& painter) const;
     void drawTitleBar(const QStyleOptionTitleBar& option, QPainter& painter, const QWidget* widget) const;

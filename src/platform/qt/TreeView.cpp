@@ -146,7 +146,9 @@ void TreeView::layoutColumns() {
     if (stretchColumn_ >= 0) {
         const bool byUser = userWidths_[static_cast<std::size_t>(stretchColumn_)] > 0;
         const int wanted = preferredWidth(stretchColumn_);
-        header_->resizeSection(stretchColumn_, byUser ? wanted : std::max(wanted, viewport()->width() - others));
+        // It gives up a third of its width before the columns have to be scrolled.
+        const int least = wanted * 2 / 3;
+        header_->resizeSection(stretchColumn_, byUser ? wanted : std::max(least, viewport()->width() - others));
     }
     fitting_ = false;
 }
