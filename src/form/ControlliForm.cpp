@@ -31,6 +31,7 @@ constexpr NomiLato nomiDestinazione{"FME_DESTINAZIONE",     "FME_INTESTAZIONEDES
 
 void creaLato(Form& form, Lato& lato, const NomiLato& nomi) {
     lato.pannello = &form.addFrame(nomi.pannello, nullptr);
+    lato.pannello->setCaption(nomi.testoRuolo);
     lato.intestazione = &form.addFrame(nomi.intestazione, lato.pannello);
     lato.ruolo = &form.addLabel(nomi.ruolo, lato.intestazione);
     lato.didascaliaDistinta = &form.addLabel(nomi.didascalia, lato.intestazione);

@@ -115,8 +115,10 @@ void MainWindow::makeViewMenu() {
     auto* zoom = view->addMenu(QStringLiteral("&Zoom"));
     auto* zooms = new QActionGroup(zoom);
     for (const int points : {8, 10, 12, 14}) {
-        auto* action = zoom->addAction(QStringLiteral("&%1 punti").arg(points), this,
-                                       [points] { Appearance::instance().setZoom(points); });
+        // The last digit is the key: no two have the same.
+        QString caption = QStringLiteral("%1 punti").arg(points);
+        caption.insert(points < 10 ? 0 : 1, QLatin1Char('&'));
+        auto* action = zoom->addAction(caption, this, [points] { Appearance::instance().setZoom(points); });
         action->setCheckable(true);
         zooms->addAction(action);
         connect(zoom, &QMenu::aboutToShow, action,

@@ -1,10 +1,21 @@
 #include "platform/qt/Surfaces.h"
 
+#include <QAccessibleWidget>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
 
 namespace platform::qt {
+
+namespace {
+
+QAccessibleInterface* describePane(const QString& className, QObject* object) {
+    if (className == QLatin1String("platform::qt::Pane"))
+        return new QAccessibleWidget(static_cast<QWidget*>(object), QAccessible::Grouping);
+    return nullptr;
+}
+
+} // namespace
 
 QString text(std::string_view utf8) {
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
@@ -24,7 +35,15 @@ QString spoken(const QString& caption) {
     return plain.trimmed();
 }
 
-FrameControl::FrameControl(std::string_view name, QWidget* parent) : FrameBase(name, new QWidget(parent)) {
+Pane::Pane(QWidget* parent) : QWidget(parent) {
+    static const bool installed = [] {
+        QAccessible::installFactory(describePane);
+        return true;
+    }();
+    static_cast<void>(installed);
+}
+
+FrameControl::FrameControl(std::string_view name, QWidget* parent) : FrameBase(name, new Pane(parent)) {
 }
 
 CaptionedBox::CaptionedBox(QWidget* parent) : QGroupBox(parent) {

@@ -21,6 +21,14 @@ private:
     contract::Twips contentTop_ = 0;
 };
 
+/// A bare pane, told to assistive programs as the group of what it holds.
+class Pane : public QWidget {
+    Q_OBJECT
+public:
+    explicit Pane(QWidget* parent);
+};
+
+/// Its caption is not drawn: it names the group.
 class FrameControl : public FrameBase<contract::Frame> {
 public:
     FrameControl(std::string_view name, QWidget* parent);
