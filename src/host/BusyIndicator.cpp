@@ -1,8 +1,12 @@
 #include "host/BusyIndicator.h"
 
+#include "platform/qt/CaptionedControl.h"
+
+#include <QAbstractButton>
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QEvent>
+#include <QMenu>
 
 namespace host {
 
@@ -23,6 +27,9 @@ BusyIndicator::BusyIndicator(std::function<void(const QString&)> show, QObject* 
 
 void BusyIndicator::atRest() {
     working_ = false;
+    // A dialog that waits for its answer is part of the command.
+    if (QApplication::activeModalWidget() == nullptr)
+        name_.clear();
     if (!showing_)
         return;
     showing_ = false;
@@ -39,12 +46,33 @@ void BusyIndicator::statementDone(std::uint64_t statements) {
         QApplication::setOverrideCursor(Qt::WaitCursor);
     }
     painted_.start();
-    show_(QStringLiteral("In corso da %1 s: %2 istruzioni eseguite…")
+    show_(QStringLiteral("%1: in corso da %2 s, %3 istruzioni eseguite…")
+              .arg(name_.isEmpty() ? QStringLiteral("Elaborazione") : name_)
               .arg(command_.elapsed() / 1000)
               .arg(statements_ - before_));
 }
 
+void BusyIndicator::rememberCommand(QObject* used) {
+    QString caption;
+    if (const auto* button = qobject_cast<QAbstractButton*>(used); button != nullptr && !button->window()->isModal())
+        caption = button->text();
+    else if (const auto* menu = qobject_cast<QMenu*>(used); menu != nullptr && menu->activeAction() != nullptr)
+        caption = menu->activeAction()->text();
+    if (!caption.isEmpty())
+        name_ = platform::qt::spoken(caption);
+}
+
 bool BusyIndicator::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::MouseButtonRelease:
+    case QEvent::KeyPress:
+    case QEvent::Shortcut:
+        if (!showing_)
+            rememberCommand(watched);
+        break;
+    default:
+        break;
+    }
     switch (event->type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:

@@ -9,7 +9,11 @@
 
 namespace host {
 
-/// Tells the user of a command that runs longer than a second: for how long, and how many statements it has run.
+/// Tells the user of a command that runs longer than a second: which one, for how long, and how many statements it has
+/// run.
+///
+/// A command is known by the caption of the button or menu entry that was used last in the main window; what a dialog
+/// asks in between belongs to it.
 ///
 /// The program has one thread, so nothing can tick while a command works; the command's own statements are the clock.
 /// What the user types or clicks meanwhile is dropped, lest it land on what the command leaves behind.
@@ -30,12 +34,14 @@ public:
 
 private:
     void atRest();
+    void rememberCommand(QObject* used);
 
     std::function<void(const QString&)> show_;
     QElapsedTimer command_; ///< since the event loop last woke up from rest
     QElapsedTimer painted_;
     bool working_ = false;
     bool showing_ = false;
+    QString name_;
     std::uint64_t statements_ = 0; ///< of the session
     std::uint64_t before_ = 0;     ///< of the session when the command began
 };

@@ -219,7 +219,8 @@ void MainWindow::attach(HostSession& session) {
         busy_ = new BusyIndicator(
             [this](const QString& text) {
                 statusText_->setText(text.isEmpty() ? lastStatus_ : text);
-                statusText_->repaint();
+                // All of it: what was laid over the window meanwhile has left it blank.
+                repaint();
             },
             this);
         session_->trace().afterFinished = [this] { busy_->statementDone(session_->trace().count()); };
