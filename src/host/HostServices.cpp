@@ -3,6 +3,7 @@
 #include "host/AccountWindow.h"
 #include "host/TracingConnection.h"
 #include "platform/qt/Appearance.h"
+#include "platform/qt/CaptionedControl.h"
 #include "platform/sqlite/Connection.h"
 #include "plugin/contract/Recordset.h"
 
@@ -16,7 +17,7 @@ void HostScriptService::setCanClose(bool canClose) {
 
 void HostStatusBar::setText(std::string_view text) {
     if (context_->statusText)
-        context_->statusText(toQt(text));
+        context_->statusText(platform::qt::brief(toQt(text)));
 }
 
 int HostLogClass::ShowError(std::string_view application, std::string_view caption, std::string_view procedure,

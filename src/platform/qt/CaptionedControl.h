@@ -12,6 +12,10 @@ namespace platform::qt {
 
 QString text(std::string_view utf8);
 
+/// A text as it is drawn in one line: of more than a thousand characters only the beginning, since measuring and
+/// cutting a text takes time with its length.
+QString brief(const QString& whole);
+
 /// A caption without its mnemonic mark, as it is read aloud: "&Esegui" is "Esegui", "R&&S" is "R&S".
 QString spoken(const QString& caption);
 

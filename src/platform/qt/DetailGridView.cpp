@@ -1,5 +1,7 @@
 #include "platform/qt/DetailGridControl.h"
 
+#include "platform/qt/CaptionedControl.h"
+
 #include <QClipboard>
 #include <QFontDatabase>
 #include <QGuiApplication>
@@ -88,7 +90,7 @@ int DetailGridModel::columnCount(const QModelIndex& parent) const {
 QVariant DetailGridModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || role != Qt::DisplayRole)
         return {};
-    return text(static_cast<std::size_t>(index.row()), static_cast<std::size_t>(index.column()));
+    return brief(text(static_cast<std::size_t>(index.row()), static_cast<std::size_t>(index.column())));
 }
 
 // The widget
@@ -169,7 +171,7 @@ void DetailGridView::copy() const {
         QStringList marked;
         for (int column = 0; column < model_.columnCount(); ++column)
             if (selectionModel()->isSelected(model_.index(row, column)))
-                marked.append(model_.index(row, column).data().toString());
+                marked.append(model_.text(static_cast<std::size_t>(row), static_cast<std::size_t>(column)));
         if (marked.isEmpty())
             continue;
         if (!copied.isEmpty())

@@ -21,6 +21,11 @@ QString text(std::string_view utf8) {
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
 
+QString brief(const QString& whole) {
+    constexpr qsizetype most = 1000;
+    return whole.size() <= most ? whole : whole.left(most) + QStringLiteral("…");
+}
+
 QString spoken(const QString& caption) {
     QString plain;
     plain.reserve(caption.size());

@@ -64,7 +64,7 @@ void TreeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
         }
         painter->setFont(font);
         painter->setPen(ink);
-        const auto text = tree_.nodes().text(position, index.column());
+        const auto text = tree_.nodes().drawnText(position, index.column());
         const auto alignment = index.data(Qt::TextAlignmentRole).toInt();
         painter->drawText(room, alignment | Qt::TextSingleLine,
                           QFontMetrics(font).elidedText(text, Qt::ElideRight, room.width()));
@@ -82,7 +82,7 @@ void TreeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
 }
 
 QSize TreeDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex& index) const {
-    const auto text = tree_.nodes().text(TreeModel::position(index), index.column());
+    const auto text = tree_.nodes().drawnText(TreeModel::position(index), index.column());
     return {tree_.fontMetrics().horizontalAdvance(text) + 16, Appearance::instance().rowHeight()};
 }
 
@@ -122,7 +122,7 @@ bool TreeDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const Q
                              const QModelIndex& index) {
     if (event->type() != QEvent::ToolTip || !index.isValid())
         return QStyledItemDelegate::helpEvent(event, view, option, index);
-    const auto text = tree_.nodes().text(TreeModel::position(index), index.column());
+    const auto text = tree_.nodes().drawnText(TreeModel::position(index), index.column());
     const auto room = tree_.contentRect(TreeModel::position(index), index.column()).width();
     if (tree_.nodes().column(index.column()).kind == TreeColumnKind::check ||
         tree_.fontMetrics().horizontalAdvance(text) <= room)

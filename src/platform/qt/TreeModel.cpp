@@ -1,5 +1,6 @@
 #include "platform/qt/TreeModel.h"
 
+#include "platform/qt/CaptionedControl.h"
 #include "plugin/contract/RuntimeError.h"
 
 #include <algorithm>
@@ -136,6 +137,10 @@ QString TreeModel::text(std::int32_t position, int column) const {
     return QString::fromStdString(cells.value(row(position)).text());
 }
 
+QString TreeModel::drawnText(std::int32_t position, int column) const {
+    return brief(text(position, column));
+}
+
 bool TreeModel::checked(std::int32_t position) const {
     return marks_[row(position)];
 }
@@ -202,6 +207,7 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const {
     const bool check = column(index.column()).kind == TreeColumnKind::check;
     switch (role) {
     case Qt::DisplayRole:
+        return check ? QVariant() : QVariant(drawnText(position(index), index.column()));
     case Qt::EditRole:
         return check ? QVariant() : QVariant(text(position(index), index.column()));
     case Qt::CheckStateRole:

@@ -62,6 +62,8 @@ public:
     void setValue(std::int32_t position, int column, const contract::Value& value);
     /// What the cell shows; of a state column only what was fetched.
     QString text(std::int32_t position, int column) const;
+    /// The same as it is drawn: the beginning of a very long text.
+    QString drawnText(std::int32_t position, int column) const;
     bool checked(std::int32_t position) const;
 
     /// Asks for the texts of a state column that are still missing for these nodes, in one call. A provider that fails

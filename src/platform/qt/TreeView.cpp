@@ -198,7 +198,7 @@ QRect TreeView::linkRect(std::int32_t position, int column) const {
     if (!model_.hasPosition(position) || column < 0 || !model_.column(column).link)
         return {};
     const QRect room = contentRect(position, column);
-    const int width = std::min(fontMetrics().horizontalAdvance(model_.text(position, column)), room.width());
+    const int width = std::min(fontMetrics().horizontalAdvance(model_.drawnText(position, column)), room.width());
     if (width <= 0)
         return {};
     const auto alignment = model_.headerData(column, Qt::Horizontal, Qt::TextAlignmentRole).toInt();
@@ -264,7 +264,7 @@ void TreeView::showScrollTip() {
     const auto position = positionAt(0);
     if (column < 0 || position < 0)
         return;
-    const QString tip = model_.text(position, column);
+    const QString tip = model_.drawnText(position, column);
     const int left = verticalScrollBar()->mapToGlobal(QPoint(0, 0)).x() - fontMetrics().horizontalAdvance(tip) - 40;
     QToolTip::showText(QPoint(left, QCursor::pos().y() - 20), tip, verticalScrollBar());
 }
