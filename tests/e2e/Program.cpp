@@ -9,6 +9,10 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+
+#include <sys/resource.h>
+
 namespace e2e {
 
 const QString origTree = QStringLiteral("TRW_ELEMDISTINTAORIG");
@@ -67,6 +71,12 @@ void Workplace::prepare(QProcess& process) const {
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(folder_.path());
     process.setProgram(QStringLiteral(DISTINTE_EXECUTABLE));
+    if (largestFile_)
+        process.setChildProcessModifier([bytes = *largestFile_] {
+            ::signal(SIGXFSZ, SIG_IGN);
+            const rlimit limit{bytes, bytes};
+            ::setrlimit(RLIMIT_FSIZE, &limit);
+        });
 }
 
 void Workplace::makeForest() {

@@ -8,8 +8,10 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -40,11 +42,14 @@ public:
     /// Writes a file of this folder.
     QString write(const QString& name, const QByteArray& content);
 
+    /// No file that the program writes may pass this size from now on, as on a disk that is full.
+    void limitFiles(std::uint64_t bytes) { largestFile_ = bytes; }
     /// Prepares a process in this user's environment.
     void prepare(QProcess& process) const;
 
 private:
     QTemporaryDir folder_;
+    std::optional<std::uint64_t> largestFile_;
 };
 
 /// The program under way, asked line by line.

@@ -1,0 +1,108 @@
+// What a person meets when the database can not do what the program asks: words, unchanged rows, and a program that
+// goes on.
+
+#include "e2e/Database.h"
+#include "e2e/Program.h"
+#include "e2e/Texts.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+
+using namespace e2e;
+
+namespace {
+
+const QString moveButton = QStringLiteral("CMD_SPOSTASTRU");
+
+class Faults : public ::testing::Test {
+protected:
+    void SetUp() override { place_.makeForest(); }
+
+    static void aim(Dialogue& program) {
+        program.select(destList, QStringLiteral("C2"));
+        program.focus(origTree, 3);
+        program.focus(destTree, 25);
+    }
+
+    /// What the first error display of a reply says.
+    static std::string errorOf(const QJsonObject& reply) {
+        const QJsonArray shown = reply.value(QStringLiteral("messages")).toArray();
+        for (const QJsonValue& value : shown)
+            if (const QJsonObject message = value.toObject(); message.value(QStringLiteral("kind")) == "error")
+                return text(message.value(QStringLiteral("description")));
+        ADD_FAILURE() << "no error: " << json(reply);
+        return {};
+    }
+
+    Workplace place_;
+};
+
+} // namespace
+
+TEST_F(Faults, ALockedDatabaseIsWaitedForAndThenSaidSo) {
+    Dialogue program(place_);
+    aim(program);
+    Database other(place_.database());
+    const auto before = other.nodes();
+    other.run("BEGIN EXCLUSIVE");
+    program.must(R"({"do":"answer","values":[6,3]})");
+    const auto said = errorOf(program.click(moveButton));
+    EXPECT_TRUE(contains(said, "occupato da un altro programma")) << said;
+    EXPECT_TRUE(contains(said, "prova.sqlite")) << said;
+    other.run("ROLLBACK");
+    EXPECT_EQ(other.nodes(), before);
+
+    aim(program);
+    program.must(R"({"do":"answer","values":[6]})");
+    EXPECT_EQ(messages(program.click(moveButton)).size(), 1U);
+    EXPECT_EQ(other.value("SELECT QZ02_ID_QZ01 FROM QZ02_DISTINTA WHERE QZ02_ID = 3"), "2");
+    EXPECT_EQ(program.finish(), 0);
+}
+
+TEST_F(Faults, AFullDiskLeavesTheRowsAndTheProgramUsable) {
+    Database database(place_.database());
+    const auto before = database.nodes();
+    place_.limitFiles(512);
+    Dialogue program(place_);
+    aim(program);
+    for (int times = 0; times < 2; ++times) {
+        program.must(R"({"do":"answer","values":[6,3]})");
+        const auto said = errorOf(program.click(moveButton));
+        EXPECT_TRUE(contains(said, "scrittura")) << said;
+        EXPECT_EQ(database.nodes(), before);
+    }
+    // Reading goes on.
+    program.select(origList, QStringLiteral("C2"));
+    EXPECT_FALSE(program.ids(origTree).empty());
+    program.must(R"({"do":"close"})");
+    EXPECT_EQ(program.finish(), 0) << program.err().toStdString();
+}
+
+TEST_F(Faults, AFileThatMayOnlyBeReadIsReadAndNotWritten) {
+    QFile file(place_.database());
+    ASSERT_TRUE(file.setPermissions(QFileDevice::ReadOwner));
+    if (QFile(place_.database()).open(QIODevice::ReadWrite))
+        GTEST_SKIP() << "this user may write every file";
+    Dialogue program(place_);
+    aim(program);
+    program.must(R"({"do":"answer","values":[6,3]})");
+    const auto said = errorOf(program.click(moveButton));
+    EXPECT_TRUE(contains(said, "lettura")) << said;
+    EXPECT_EQ(program.finish(), 0);
+}
+
+TEST_F(Faults, ATableThatIsGoneIsNamed) {
+    Dialogue program(place_);
+    aim(program);
+    Database database(place_.database());
+    database.run("ALTER TABLE CG16_ANAGGEN RENAME TO ALTROVE");
+    program.must(R"({"do":"answer","values":[3,3,3,3,3,3]})");
+    const auto reply = program.select(origList, QStringLiteral("C2"));
+    EXPECT_TRUE(contains(json(reply), "CG16_ANAGGEN")) << json(reply);
+    database.run("ALTER TABLE ALTROVE RENAME TO CG16_ANAGGEN");
+    program.select(origList, QStringLiteral("C1"));
+    program.select(origList, QStringLiteral("C2"));
+    EXPECT_FALSE(program.ids(origTree).empty());
+    EXPECT_EQ(program.finish(), 0);
+}
