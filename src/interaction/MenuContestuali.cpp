@@ -85,6 +85,8 @@ void MenuContestuali::CollegaAnag() {
         std::shared_ptr<contract::AccountLink> collegamento;
         passo([&] {
             collegamento = stato_.globale().newAccountLink();
+            if (!collegamento)
+                return;
             collegamento->setInterface(stato_.ospite);
             collegamento->setAccountCode(stato_.CodiceAnagMenu);
         });
