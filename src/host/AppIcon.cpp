@@ -42,7 +42,7 @@ QPixmap picture(int size) {
 
 QIcon applicationIcon() {
     QIcon icon;
-    for (const int size : {16, 24, 32, 48, 64, 128})
+    for (const int size : {16, 24, 32, 48, 64, 128, 256})
         icon.addPixmap(picture(size));
     return icon;
 }

@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 }
 
 std::optional<fs::path> besideProgram(const fs::path& folder) {
-    for (const fs::path& place : {folder, folder / "../lib/distinte"}) {
+    for (const fs::path& place : {folder, folder / "../lib/distinte/components"}) {
         std::error_code ignored;
         const fs::path file = place / ComponentLibrary::fileName;
         if (fs::is_regular_file(file, ignored))

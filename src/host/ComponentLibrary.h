@@ -21,7 +21,7 @@ public:
     /// File name of the component's library.
     static constexpr const char* fileName = "QZUO_COPIADISTINTA.so";
 
-    /// Finds the component's library (beside the program, in ../lib/distinte, else where the registry says), lets it
+    /// Finds the library (beside the program, in ../lib/distinte/components, else where the registry says), lets it
     /// register itself and loads what the registry then names. Throws StartFailure with status 3.
     static ComponentLibrary load(const std::filesystem::path& programFolder, const std::filesystem::path& registry);
 

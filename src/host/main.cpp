@@ -110,6 +110,7 @@ int work(const CommandLine& line, int& argc, char** argv) {
     if (scripted)
         host::quietToolkit();
     QApplication application(argc, argv);
+    QGuiApplication::setDesktopFileName(QStringLiteral("distinte"));
     QApplication::setApplicationName(QStringLiteral("distinte"));
     QApplication::setApplicationDisplayName(QString());
     useItalian(application);
