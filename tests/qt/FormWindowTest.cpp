@@ -86,6 +86,27 @@ TEST_F(FormWindowTest, MaximisedItFillsTheAreaWithoutAFrame) {
     EXPECT_EQ(doc.bounds(), (contract::Rect{150, 150, 15000, 9000}));
 }
 
+TEST_F(FormWindowTest, AnotherLookLeavesTheKeyboardWhereItWas) {
+    auto& doc = document();
+    auto& container = doc.addMdiContainer("MDI");
+    for (const auto* name : {"UNO", "DUE", "TRE", "QUATTRO", "CINQUE", "SEI", "SETTE"})
+        doc.addTextField(name, nullptr).setBounds({100, 100, 3000, 400});
+    container.FormLoad = [&] { container.setWindowState(2); };
+    doc.show(false);
+    QCoreApplication::processEvents();
+    script("DUE").widget()->setFocus();
+    ASSERT_TRUE(script("DUE").widget()->hasFocus());
+    auto& look = platform::qt::Appearance::instance();
+    look.setTheme(platform::qt::ThemeKind::dark);
+    EXPECT_TRUE(script("DUE").widget()->hasFocus());
+    look.setTheme(platform::qt::ThemeKind::light);
+    EXPECT_TRUE(script("DUE").widget()->hasFocus());
+    look.setZoom(12);
+    EXPECT_TRUE(script("DUE").widget()->hasFocus());
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(script("DUE").widget()->hasFocus());
+}
+
 TEST_F(FormWindowTest, TheContainerKnowsThreeStates) {
     auto& container = document("FRM").addMdiContainer("MDI");
     EXPECT_THROW(container.setWindowState(3), contract::RuntimeError);

@@ -42,6 +42,7 @@ protected:
         field->setCaption("Stato");
         field->setBounds({100, 100, 3000, 400});
         field->setObject(states);
+        doc.addTextField("SEGUENTE", nullptr).setBounds({100, 1100, 3000, 400});
         doc.addTextField("ALTRO", nullptr).setBounds({100, 600, 3000, 400});
         field->AfterItem = [this] {
             chosen.push_back(field->stateChosen());
@@ -128,6 +129,14 @@ TEST_F(WorkflowStateFieldTest, ItMayBeHiddenByWhoeverHearsOfTheChoice) {
     script("TXT_QZ02_STATO").widget()->setFocus();
     field->sendKeys("^{F1}");
     EXPECT_EQ(chosen, std::vector<bool>{true});
+}
+
+TEST_F(WorkflowStateFieldTest, HiddenItGivesTheKeyboardBack) {
+    script("ALTRO").widget()->setFocus();
+    field->setFocus();
+    ASSERT_TRUE(script("TXT_QZ02_STATO").widget()->hasFocus());
+    field->setVisible(false);
+    EXPECT_TRUE(script("ALTRO").widget()->hasFocus());
 }
 
 } // namespace

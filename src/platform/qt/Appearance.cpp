@@ -8,6 +8,7 @@
 #include <QFontInfo>
 #include <QFontMetrics>
 #include <QPalette>
+#include <QPointer>
 
 #include <cmath>
 
@@ -84,6 +85,16 @@ QString styleSheetOf(const ThemeColors& c) {
                .arg(n(c.window), n(c.textMuted), n(c.line), n(c.surfaceAlternate), n(c.lineStrong));
 }
 
+void refresh(Appearance& appearance) {
+    // A maximised document that takes a new style sheet passes the keyboard on to its next control.
+    const QPointer<QWidget> focused(qApp != nullptr ? QApplication::focusWidget() : nullptr);
+    if (qApp != nullptr)
+        appearance.apply();
+    emit appearance.changed();
+    if (QWidget* before = focused.data(); before != nullptr && before->isVisible())
+        before->setFocus(Qt::OtherFocusReason);
+}
+
 } // namespace
 
 Appearance& Appearance::instance() {
@@ -107,18 +118,14 @@ void Appearance::setTheme(ThemeKind theme) {
     if (theme == theme_)
         return;
     theme_ = theme;
-    if (qApp != nullptr)
-        apply();
-    emit changed();
+    refresh(*this);
 }
 
 void Appearance::setZoom(int points) {
     if (points == zoom_ || !shared::isZoom(points))
         return;
     zoom_ = points;
-    if (qApp != nullptr)
-        apply();
-    emit changed();
+    refresh(*this);
 }
 
 const ThemeColors& Appearance::colors() const {

@@ -3,6 +3,8 @@
 #include "platform/qt/DataEntryHooks.h"
 #include "platform/qt/InputEvents.h"
 
+#include <QApplication>
+
 #include <vector>
 
 namespace platform::qt {
@@ -22,7 +24,17 @@ WorkflowStateFieldControl::WorkflowStateFieldControl(std::string_view name, Look
     });
 }
 
+void WorkflowStateFieldControl::setFocus() {
+    if (widget_ && !line_->hasFocus())
+        before_ = QApplication::focusWidget();
+    CaptionedControl::setFocus();
+}
+
 void WorkflowStateFieldControl::setVisible(bool visible) {
+    // The keyboard goes back to the tree, not on to whatever control comes next.
+    QWidget* before = before_.data();
+    if (!visible && widget_ && line_->hasFocus() && before != nullptr && before->isVisible())
+        before->setFocus(Qt::OtherFocusReason);
     CaptionedControl::setVisible(visible);
     // It stands over a cell of a tree.
     if (visible && widget_)

@@ -11,7 +11,9 @@ class WorkflowStateFieldControl : public CaptionedControl<contract::WorkflowStat
 public:
     WorkflowStateFieldControl(std::string_view name, QWidget* parent);
 
+    /// Hidden while it has the keyboard, it gives it back to the control that had it before setFocus().
     void setVisible(bool visible) override;
+    void setFocus() override;
 
     void setObject(std::shared_ptr<contract::WorkflowState> object) override;
     std::shared_ptr<contract::WorkflowState> object() const override { return object_; }
@@ -30,6 +32,7 @@ private:
     void showState();
 
     LookupEdit* line_; ///< the control's widget; alive while widget_ is
+    QPointer<QWidget> before_;
     std::shared_ptr<contract::WorkflowState> object_;
     std::string guid_;
     bool stateChosen_ = false;
