@@ -32,7 +32,9 @@ installed_files=(
     usr/share/doc/distinte/README.md
     usr/share/doc/distinte/changelog.gz
     usr/share/doc/distinte/copyright
-    usr/share/doc/distinte/performance.md
+    usr/share/doc/distinte/docs/host-contract.md
+    usr/share/doc/distinte/docs/manuale.md
+    usr/share/doc/distinte/docs/performance.md
     usr/share/icons/hicolor/128x128/apps/distinte.png
     usr/share/icons/hicolor/16x16/apps/distinte.png
     usr/share/icons/hicolor/24x24/apps/distinte.png
@@ -44,6 +46,11 @@ installed_files=(
     usr/share/man/it/man1/distinte.1.gz
     usr/share/man/man1/distinte.1.gz
 )
+
+# The pictures of the manual.
+for picture in "$source_folder"/docs/immagini/*.png; do
+    installed_files+=("usr/share/doc/distinte/docs/immagini/$(basename "$picture")")
+done
 
 # Compares the files below a root with that list.
 check_files() {
