@@ -26,16 +26,24 @@ int oggettiVivi() {
     return vivi;
 }
 
+std::string testoErroreFinale(const std::exception& errore, std::string_view luogo) {
+    const auto* runTime = dynamic_cast<const contract::RuntimeError*>(&errore);
+    const int numero = runTime ? runTime->number() : contract::RuntimeError::invalidCall;
+    return "Errore VB n." + std::to_string(numero) + " - " + errore.what() + std::string(luogo);
+}
+
 CLSQZ_COPIADISTINTA::CLSQZ_COPIADISTINTA() : activeDll_(this) {
     ++vivi;
 }
 
 CLSQZ_COPIADISTINTA::~CLSQZ_COPIADISTINTA() {
-    try {
-        CLSQZ_COPIADISTINTA::DestroyClass();
-    } catch (const std::exception& errore) {
-        mostraErrore(errore, " nel Terminate della classe principale");
-    }
+    senzaErrori([&] {
+        try {
+            rilascia();
+        } catch (const std::exception& errore) {
+            mostraErrore(errore, luogoTerminate);
+        }
+    });
     --vivi;
 }
 
@@ -96,6 +104,11 @@ void CLSQZ_COPIADISTINTA::InitializeScriptObjectModel(std::shared_ptr<contract::
 }
 
 void CLSQZ_COPIADISTINTA::DestroyClass() {
+    senzaErrori([&] { rilascia(); });
+}
+
+/// Throws only when the error that it met could not be shown either.
+void CLSQZ_COPIADISTINTA::rilascia() {
     try {
         statusBar_.reset();
         activeFrame_.reset();
@@ -107,19 +120,15 @@ void CLSQZ_COPIADISTINTA::DestroyClass() {
         connection_.reset();
         form_.reset();
     } catch (const std::exception& errore) {
-        mostraErrore(errore, " nel metodo DestroyClass della classe principale");
+        mostraErrore(errore, luogoDestroyClass);
     }
 }
 
 void CLSQZ_COPIADISTINTA::mostraErrore(const std::exception& errore, std::string_view luogo) const {
-    senzaErrori([&] {
-        const auto* runTime = dynamic_cast<const contract::RuntimeError*>(&errore);
-        const int numero = runTime ? runTime->number() : contract::RuntimeError::invalidCall;
-        if (const auto log = form_ ? form_->classeLog() : nullptr)
-            log->ShowMessage(caption_.text(),
-                             "Errore VB n." + std::to_string(numero) + " - " + errore.what() + std::string(luogo),
-                             contract::message::ok);
-    });
+    const auto log = form_ ? form_->classeLog() : nullptr;
+    if (!log)
+        throw contract::RuntimeError(contract::RuntimeError::objectNotSet, "Variabile oggetto non impostata.");
+    log->ShowMessage(caption_.text(), testoErroreFinale(errore, luogo), contract::message::ok);
 }
 
 std::vector<std::pair<std::string, contract::Value>> CLSQZ_COPIADISTINTA::state() const {

@@ -3,6 +3,7 @@
 #include "plugin/contract/Cinterface.h"
 #include "plugin/contract/Host.h"
 
+#include <exception>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -85,9 +86,9 @@ public:
 
     /// The host window object of the class; nothing in the component sets one.
     std::shared_ptr<contract::HostObject> finestra() const { return finestra_; }
-    void finestra(std::shared_ptr<contract::HostObject> object) { finestra_ = std::move(object); }
+    virtual void finestra(std::shared_ptr<contract::HostObject> object) { finestra_ = std::move(object); }
     std::shared_ptr<contract::Navigator> navigatore() const { return navigatore_; }
-    void navigatore(std::shared_ptr<contract::Navigator> object) { navigatore_ = std::move(object); }
+    virtual void navigatore(std::shared_ptr<contract::Navigator> object) { navigatore_ = std::move(object); }
 
     void DestroyClass() override;
     std::vector<std::pair<std::string, contract::Value>> state() const override;
@@ -99,6 +100,8 @@ public:
 
 private:
     bool attivo() const;
+    void rilascia();
+    /// Throws RuntimeError 91 without a log class: it is the main form's.
     void mostraErrore(const std::exception& errore, std::string_view luogo) const;
 
     std::shared_ptr<contract::StatusBar> statusBar_;
@@ -131,5 +134,12 @@ private:
 
 /// How many objects of the class exist.
 int oggettiVivi();
+
+/// Where an error at the end of the class's life happened, as its message says it.
+inline constexpr std::string_view luogoDestroyClass = " nel metodo DestroyClass della classe principale";
+inline constexpr std::string_view luogoTerminate = " nel Terminate della classe principale";
+
+/// The message of an error at the end of the class's life. An error without a number of its own counts as number 5.
+std::string testoErroreFinale(const std::exception& errore, std::string_view luogo);
 
 } // namespace qz

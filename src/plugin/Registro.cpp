@@ -27,7 +27,8 @@ std::vector<std::string> altreRighe(const std::filesystem::path& registro, std::
 void sostituisci(const std::filesystem::path& registro, const std::vector<std::string>& righe) {
     if (registro.empty())
         throw std::runtime_error("Nessuna cartella per il registro dei componenti.");
-    std::filesystem::create_directories(registro.parent_path());
+    if (registro.has_parent_path())
+        std::filesystem::create_directories(registro.parent_path());
     auto nuovo = registro;
     nuovo += ".nuovo";
     {
@@ -46,8 +47,9 @@ void sostituisci(const std::filesystem::path& registro, const std::vector<std::s
 std::filesystem::path fileRegistro() {
     if (const auto file = ambiente("DISTINTE_REGISTRY"); !file.empty())
         return file;
-    if (const auto dati = ambiente("XDG_DATA_HOME"); !dati.empty())
-        return std::filesystem::path(dati) / "distinte" / "components";
+    // A relative one does not count; the host looks for it in the same way.
+    if (const std::filesystem::path dati = ambiente("XDG_DATA_HOME"); dati.is_absolute())
+        return dati / "distinte" / "components";
     if (const auto casa = ambiente("HOME"); !casa.empty())
         return std::filesystem::path(casa) / ".local" / "share" / "distinte" / "components";
     return {};

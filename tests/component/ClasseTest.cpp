@@ -1,8 +1,13 @@
 #include "component/Programma.h"
+#include "platform/headless/HostInterface.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <memory>
+#include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 using contract::Value;
@@ -93,6 +98,20 @@ TEST(Classe, ShowsTheFormWithItsCaptionModeless) {
     EXPECT_TRUE(programma.form().isOpen());
     EXPECT_FALSE(programma.form().isModal());
     EXPECT_EQ(programma.classe->form()->ActiveDll(), &programma.interfaccia());
+}
+
+TEST(Classe, HandsItsFormTheInterfaceThatTheHostPutInItsPlace) {
+    Programma programma;
+    platform::headless::HostInterface altra;
+    altra.ClsGlobal(programma.interfaccia().ClsGlobal());
+    altra.Left(700);
+    programma.interfaccia().ActiveDll(&altra);
+    programma.mostra();
+    EXPECT_EQ(programma.classe->form()->ActiveDll(), &altra);
+    EXPECT_EQ(programma.form().bounds().left, 700);
+    EXPECT_EQ(altra.Connection(), programma.db);
+    EXPECT_EQ(programma.interfaccia().Connection(), nullptr);
+    EXPECT_EQ(programma.interfaccia().CloseForm(), Value(true));
 }
 
 TEST(Classe, ShowsTheFormModally) {
@@ -213,6 +232,74 @@ TEST(Classe, ReleasesItsContextInOrder) {
                                                       "~Finestra", "~Navigator", "~Connection"}));
     EXPECT_EQ(programma.classe->form(), nullptr);
     EXPECT_EQ(programma.interfaccia().ActiveDll(), nullptr);
+}
+
+TEST(Classe, ReleasesTheFormLast) {
+    Programma programma;
+    programma.mostra();
+    programma.classe->DestroyClass();
+    const auto righe = programma.host->journal->take();
+    const Testi contesto{"~StatusBar", "~ActiveFrame", "~ClsVoceMenu", "~ClsGlobal", "~Navigator"};
+    ASSERT_GE(righe.size(), contesto.size());
+    EXPECT_EQ((Testi{righe.begin(), righe.begin() + 5}), contesto);
+    EXPECT_NE(std::find(righe.begin(), righe.end(), "~LogClass"), righe.end());
+}
+
+// Errors at the end of its life
+
+/// A class of which one reference can not be released.
+class ClasseRotta : public qz::CLSQZ_COPIADISTINTA {
+public:
+    using CLSQZ_COPIADISTINTA::finestra;
+    void finestra(std::shared_ptr<contract::HostObject> oggetto) override {
+        if (!oggetto && rotta)
+            throw contract::RuntimeError(91, "Variabile oggetto non impostata");
+        CLSQZ_COPIADISTINTA::finestra(std::move(oggetto));
+    }
+    bool rotta = true;
+};
+
+TEST(Classe, ShowsAnErrorOfItsReleaseThroughTheFormsLog) {
+    Programma programma;
+    auto rotta = std::make_unique<ClasseRotta>();
+    auto& classe = *rotta;
+    classe.ClsGlobal(programma.interfaccia().ClsGlobal());
+    classe.Caption("Manutenzione distinte");
+    programma.classe = std::move(rotta);
+    programma.mostra();
+    EXPECT_NO_THROW(classe.DestroyClass());
+    EXPECT_EQ(programma.messaggi(), Testi{"Errore VB n.91 - Variabile oggetto non impostata nel metodo DestroyClass "
+                                          "della classe principale"});
+    EXPECT_EQ(programma.host->messages[0].title, "Manutenzione distinte");
+    EXPECT_EQ(programma.host->messages[0].style, 0);
+    EXPECT_NE(classe.form(), nullptr); // what stands after the failing release is left
+    classe.rotta = false;
+    classe.DestroyClass();
+    EXPECT_EQ(classe.form(), nullptr);
+}
+
+TEST(Classe, SwallowsAnErrorOfItsReleaseThatCanNotBeShown) {
+    Programma programma;
+    auto rotta = std::make_unique<ClasseRotta>();
+    auto& classe = *rotta;
+    classe.ClsGlobal(programma.interfaccia().ClsGlobal());
+    programma.classe = std::move(rotta);
+    EXPECT_NO_THROW(classe.DestroyClass()); // no form, so no log
+    classe.ClsGlobal(std::make_shared<platform::headless::HostGlobal>(programma.host));
+    classe.ActiveDll(&classe);
+    programma.mostra();
+    programma.host->journal->failCall("LogClass.ShowMessage", 1, contract::RuntimeError(5, "x"));
+    EXPECT_NO_THROW(classe.DestroyClass());
+    EXPECT_TRUE(programma.host->messages.empty());
+}
+
+TEST(Classe, TellsWhereItsLifeEndedWithAnError) {
+    EXPECT_EQ(qz::testoErroreFinale(contract::RuntimeError(13, "Tipo non corrispondente"), qz::luogoDestroyClass),
+              "Errore VB n.13 - Tipo non corrispondente nel metodo DestroyClass della classe principale");
+    EXPECT_EQ(qz::testoErroreFinale(contract::RuntimeError(-2147217900, "x"), qz::luogoTerminate),
+              "Errore VB n.-2147217900 - x nel Terminate della classe principale");
+    EXPECT_EQ(qz::testoErroreFinale(std::runtime_error("y"), qz::luogoTerminate),
+              "Errore VB n.5 - y nel Terminate della classe principale");
 }
 
 TEST(Classe, IsDestroyedTwiceWithoutHarm) {
