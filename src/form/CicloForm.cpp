@@ -45,10 +45,7 @@ contract::Rect FRMQZ_COPIADISTINTA::posizione() const {
 
 void FRMQZ_COPIADISTINTA::Form_Load() {
     stato_.procedura("Form_Load", [&](auto& passo) {
-        passo([&] {
-            stato_.classeLog = stato_.globale().newLogClass();
-            stato_.classeLog->setInterface(stato_.ospite);
-        });
+        passo([&] { stato_.creaClasseLog(stato_.globale(), stato_.ospite); });
         passo([&] { stato_.form->setBounds(posizione()); });
         colori_ = {0xFEFAE2, 0x80FFFF, 0xC0FFFF, 0x800000};
         passo([&] { impostaControlli(stato_, controlli_); });

@@ -19,7 +19,6 @@ constexpr contract::Twips altezzaPulsante = 420;
 
 FRMQZ_DATAFINELEGAME::FRMQZ_DATAFINELEGAME(StatoForm& FormChiamante)
     : formChiamante_(FormChiamante), form_(FormChiamante.globale().controls()->newDialog("FRMQZ_DATAFINELEGAME")) {
-    classeLog = FormChiamante.classeLog;
     connessione = FormChiamante.connessione;
     form_->setCaption("Data fine legame");
     CMD_ANNULLA = &form_->addButton("CMD_ANNULLA", nullptr);
@@ -50,6 +49,7 @@ void FRMQZ_DATAFINELEGAME::mostra() {
 
 void FRMQZ_DATAFINELEGAME::Form_Load() {
     procedura("Form_Load", [&](auto& passo) {
+        passo([&] { creaClasseLog(formChiamante_.globale(), formChiamante_.ospite); });
         passo([&] { KVT_RESIZEFORM->setZoom(formChiamante_.ridimensionamento->zoom()); });
         passo([&] {
             form_->setBounds({0, 0, KVT_RESIZEFORM->scaled(larghezza), KVT_RESIZEFORM->scaled(altezza)});

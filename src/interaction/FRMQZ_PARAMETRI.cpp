@@ -18,7 +18,6 @@ bool flag(const contract::Value& valore) {
 
 FRMQZ_PARAMETRI::FRMQZ_PARAMETRI(StatoForm& FormChiamante)
     : formChiamante_(FormChiamante), form_(FormChiamante.globale().controls()->newDialog("FRMQZ_PARAMETRI")) {
-    classeLog = FormChiamante.classeLog;
     connessione = FormChiamante.connessione;
     creaControlli();
     collegaEventi();
@@ -41,6 +40,7 @@ void FRMQZ_PARAMETRI::collegaEventi() {
 
 void FRMQZ_PARAMETRI::Form_Load() {
     procedura("Form_Load", [&](auto& passo) {
+        passo([&] { creaClasseLog(formChiamante_.globale(), formChiamante_.ospite); });
         passo([&] { leggiValori(); });
         passo([&] { AttivaFrameworkParametri(); });
     });

@@ -41,6 +41,11 @@ contract::Connection& FormBase::database() const {
     return *connessione;
 }
 
+void FormBase::creaClasseLog(contract::ClsGlobal& globale, contract::Cinterface* ospite) {
+    classeLog = globale.newLogClass();
+    classeLog->setInterface(ospite);
+}
+
 int FormBase::messaggio(std::string_view testo, int stile) {
     if (!classeLog)
         throw contract::RuntimeError(contract::RuntimeError::objectNotSet, "Variabile oggetto non impostata.");

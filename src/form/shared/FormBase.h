@@ -34,6 +34,9 @@ public:
     /// The value unless it is empty, null or blank, in which case the default; not trimmed.
     static contract::Value ValoreODefault(const contract::Value& valore, const contract::Value& predefinito);
 
+    /// Makes the form's own log class and gives it the host interface: what every form does first when it loads.
+    void creaClasseLog(contract::ClsGlobal& globale, contract::Cinterface* ospite);
+
     /// Shows a message box; the code of the button pressed. Throws RuntimeError 91 without a log class.
     int messaggio(std::string_view testo, int stile);
 
