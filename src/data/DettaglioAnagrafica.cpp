@@ -2,7 +2,9 @@
 
 #include "data/Formattazione.h"
 #include "data/IstruzioniDettaglio.h"
+#include "form/shared/BloccoRidisegno.h"
 
+#include <optional>
 #include <string>
 
 namespace qz {
@@ -57,9 +59,9 @@ void CaricaDatiAnagrafici(StatoForm& stato, const contract::Value& codice, contr
 
 void SvuotaFlex(StatoForm& stato, contract::DetailGrid& griglia) {
     stato.procedura("SvuotaFlex", [&](auto& passo) {
-        passo([&] { stato.form->lockUpdate(true); });
+        std::optional<BloccoRidisegno> blocco;
+        passo([&] { blocco.emplace(*stato.form); });
         passo([&] { griglia.clear(); });
-        passo([&] { stato.form->lockUpdate(false); });
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include "data/CaricaDistinta.h"
 #include "data/IstruzioniDistinta.h"
+#include "form/shared/BloccoRidisegno.h"
 #include "form/shared/MODQZ_DISTINTA.h"
 
 #include <string>
@@ -37,14 +38,8 @@ contract::TypeEntry scelta(const Lato& lato) {
 void svuota(StatoForm& stato, contract::TypeList& lista) {
     if (lista.count() == 0)
         return;
-    stato.form->lockUpdate(true);
-    try {
-        lista.clear();
-    } catch (...) {
-        stato.form->lockUpdate(false);
-        throw;
-    }
-    stato.form->lockUpdate(false);
+    const BloccoRidisegno blocco(*stato.form);
+    lista.clear();
 }
 
 void aggiungi(StatoForm& stato, const contract::TypeEntry& voce) {

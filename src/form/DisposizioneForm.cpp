@@ -1,5 +1,7 @@
 #include "form/FRMQZ_COPIADISTINTA.h"
 
+#include "form/shared/BloccoRidisegno.h"
+
 namespace qz {
 
 namespace {
@@ -49,7 +51,7 @@ void FRMQZ_COPIADISTINTA::Ridisponi() {
 
 void FRMQZ_COPIADISTINTA::disponiPannello() {
     const auto posto = disponiPannelli(datiDisposizione());
-    stato_.form->lockUpdate(true);
+    const BloccoRidisegno blocco(*stato_.form);
     stato_.origine.pannello->setBounds(posto.pannelloOrig);
     stato_.destinazione.pannello->setBounds(posto.pannelloDest);
     stato_.origine.pannello->setContentTop(posto.inizioContenuto);
@@ -65,7 +67,6 @@ void FRMQZ_COPIADISTINTA::disponiPannello() {
     controlli_.CMD_VISTOPDX->setBounds(posto.vistoDestra);
     disponiLato(stato_.origine, posto.orig);
     disponiLato(stato_.destinazione, posto.dest);
-    stato_.form->lockUpdate(false);
 }
 
 void FRMQZ_COPIADISTINTA::disponiLato(Lato& lato, const DisposizioneLato& posto) {

@@ -296,4 +296,28 @@ TEST_F(DettaglioTest, EmptiesAGridWithTheFormLocked) {
     EXPECT_EQ(scena.form().lockDepth(), 0);
 }
 
+/// A grid that can not be emptied.
+class GrigliaRotta : public HeadlessDetailGrid {
+public:
+    using HeadlessDetailGrid::HeadlessDetailGrid;
+    void clear() override { throw contract::RuntimeError(5, "x"); }
+};
+
+TEST_F(DettaglioTest, LeavesTheFormUnlockedWhateverTheAnswerToAFailedEmptying) {
+    platform::headless::FormContext contesto;
+    GrigliaRotta rotta("GRD_DETTDISTINTAORIG", contesto);
+    for (const int risposta : {3, 5, 7}) {
+        scena.host->answers = {risposta};
+        qz::SvuotaFlex(scena.stato, rotta);
+        EXPECT_EQ(scena.form().lockDepth(), 0) << risposta;
+    }
+    EXPECT_EQ(scena.errori(), (Testi{"SvuotaFlex", "SvuotaFlex", "SvuotaFlex"}));
+    EXPECT_EQ(scena.form().locks(), 3);
+}
+
+TEST_F(DettaglioTest, WritesTheCodeByItsDecimalText) {
+    qz::CaricaDatiAnagrafici(scena.stato, Decimal{"345.00"}, griglia(origine), "");
+    EXPECT_TRUE(scena.db->take().at(0).ends_with("   AND  CG44_CLIFOR = 345"));
+}
+
 } // namespace

@@ -168,4 +168,63 @@ TEST_F(TipiDistintaTest, ReportsAClickWithoutSelection) {
     EXPECT_EQ(scena.errori(), (Testi{"TRW_DISTINTEORIG_Click", "TRW_DISTINTEDEST_Click"}));
 }
 
+TEST_F(TipiDistintaTest, GivesBothSidesTheKindOfTheFirstType) {
+    origine.TipoCF = 1;
+    destinazione.TipoCF = 1;
+    qz::InizializzaDistinte(scena.stato);
+    EXPECT_EQ(origine.TipoCF, 0);
+    EXPECT_EQ(destinazione.TipoCF, 0);
+}
+
+TEST_F(TipiDistintaTest, KeepsKindsAndFlagWhereNothingIsLoaded) {
+    soloFornitori();
+    origine.TipoCF = 1;
+    scena.stato.selezioneNascosta = true;
+    qz::InizializzaDistinte(scena.stato);
+    EXPECT_EQ(origine.TipoCF, 1);
+    EXPECT_EQ(destinazione.TipoCF, 0);
+    EXPECT_TRUE(scena.stato.selezioneNascosta);
+}
+
+TEST_F(TipiDistintaTest, ChangesTheDestinationsKindAloneForAGroupClicked) {
+    qz::InizializzaDistinte(scena.stato);
+    scena.tipi(destinazione).clickEntry("F20");
+    scena.db->take();
+    scena.tipi(destinazione).clickEntry("P0");
+    EXPECT_EQ(destinazione.TipoCF, 0);
+    EXPECT_EQ(destinazione.IdDistinta, "20");
+    EXPECT_EQ(didascalia(destinazione), "DISTINTA FORNITORI      C-VENETO");
+    EXPECT_TRUE(scena.db->take().empty());
+}
+
+TEST_F(TipiDistintaTest, CaptionsByTheDashAloneATypeWithoutCodeAndName) {
+    scena.db->answer("SELECT *  FROM QZ01_TIPODISTINTA WHERE QZ01_DITTA_CG18 = 1   AND QZ01_INDTIPOSOGG = 0 ",
+                     platform::headless::rows({"QZ01_ID", "QZ01_CODICE", "QZ01_DESCR"},
+                                              {{10, contract::Value::null(), contract::Value::null()}}));
+    qz::InizializzaDistinte(scena.stato);
+    EXPECT_EQ(origine.tipi->entry("C10").text, "-");
+    EXPECT_EQ(didascalia(origine), "DISTINTA CLIENTI        -");
+}
+
+/// A list that can not be cleared.
+class ListaRotta : public platform::headless::HeadlessTypeList {
+public:
+    using HeadlessTypeList::HeadlessTypeList;
+    void clear() override { throw contract::RuntimeError(5, "x"); }
+};
+
+TEST_F(TipiDistintaTest, LeavesTheFormUnlockedWhenAListCanNotBeCleared) {
+    for (const int risposta : {3, 5}) {
+        platform::headless::FormContext contesto;
+        ListaRotta lista("TRW_DISTINTEORIG", contesto);
+        lista.add({"P0", "Clienti", "", "close", "close"});
+        origine.tipi = &lista;
+        scena.host->answers = {risposta};
+        qz::InizializzaDistinte(scena.stato);
+        EXPECT_EQ(scena.errori().front(), "Inizializza Distinte");
+        EXPECT_GT(scena.form().locks(), 0);
+        EXPECT_EQ(scena.form().lockDepth(), 0);
+    }
+}
+
 } // namespace

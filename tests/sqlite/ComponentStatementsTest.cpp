@@ -175,9 +175,13 @@ TEST_F(ComponentStatementsTest, AccountDetail) {
     EXPECT_EQ(rows["Raggruppamento3"].text(), "R3 Terzo");
     expectNoScan(statement);
 
-    // Without sales data, bank, agent or payment terms there is one row still.
-    EXPECT_EQ(rowsOf(qz::istruzioneDettaglio(everything(), {1, 0, Value(std::int64_t{102})}))["Soggetto"].text(),
-              "102 D'Angiò -    Tel.  Fax ");
+    // Without sales data, bank, agent or payment terms there is one row still, with every field.
+    auto bare = rowsOf(qz::istruzioneDettaglio(everything(), {1, 0, Value(std::int64_t{102})}));
+    ASSERT_EQ(bare.RecordCount(), 1U);
+    EXPECT_EQ(bare.FieldCount(), 17U);
+    EXPECT_EQ(bare["Soggetto"].text(), "102 D'Angiò -    Tel.  Fax ");
+    for (std::size_t field = 1; field < bare.FieldCount(); ++field)
+        EXPECT_TRUE(bare.Fields(field).Value().isMissing()) << bare.Fields(field).Name();
     EXPECT_EQ(rowsOf(qz::istruzioneDettaglio({}, {1, 0, Value(std::int64_t{103})})).RecordCount(), 1U);
 }
 
@@ -190,10 +194,22 @@ TEST_F(ComponentStatementsTest, AccountDetailOfADivision) {
     EXPECT_EQ(rows["Area"].text(), "LO ") << "no area of that code under the division's macro area";
     EXPECT_EQ(rows["Agente"].text(), "AG7 Agente Neri");
     expectNoScan(statement);
-    EXPECT_EQ(rowsOf(qz::istruzioneDettaglioDivisione(everything(), {1, 0, Value(std::int64_t{101})},
-                                                      "D9"))["CondizioniPagamento"]
-                  .text(),
-              "30 30 giorni");
+    // A division without a row for the account shows all of the account's own values.
+    auto own = rowsOf(qz::istruzioneDettaglio(everything(), {1, 0, Value(std::int64_t{101})}));
+    auto other = rowsOf(qz::istruzioneDettaglioDivisione(everything(), {1, 0, Value(std::int64_t{101})}, "D9"));
+    ASSERT_EQ(other.RecordCount(), 1U);
+    ASSERT_EQ(other.FieldCount(), own.FieldCount());
+    for (std::size_t field = 0; field < own.FieldCount(); ++field) {
+        EXPECT_EQ(other.Fields(field).Name(), own.Fields(field).Name());
+        EXPECT_EQ(other.Fields(field).Value(), own.Fields(field).Value()) << own.Fields(field).Name();
+    }
+}
+
+TEST_F(ComponentStatementsTest, RegularNamesOfTheIrregularColumnsFail) {
+    EXPECT_THROW(rowsOf(Statement("SELECT MG19_RAGGRCF3 FROM MG19_CLIFORVA")), contract::RuntimeError);
+    EXPECT_THROW(rowsOf(Statement("SELECT MG12_SOTTOCAT FROM MG12_SOTTOCAT")), contract::RuntimeError);
+    EXPECT_EQ(rowsOf(Statement("SELECT MG19_RAGGCRF3 FROM MG19_CLIFORVA")).RecordCount(), 1U);
+    EXPECT_EQ(rowsOf(Statement("SELECT MG12_SOTTCAT FROM MG12_SOTTOCAT")).RecordCount(), 0U);
 }
 
 TEST_F(ComponentStatementsTest, ParentsOfAnAccount) {
