@@ -1,6 +1,8 @@
 #include "data/Parametri.h"
 
 #include <optional>
+#include <string>
+#include <utility>
 
 namespace qz {
 
@@ -10,15 +12,33 @@ namespace {
 constexpr std::string_view inizioSenzaRiga = "01/01/2000";
 constexpr std::string_view fineSenzaRiga = "31/12/2099";
 
+[[noreturn]] void nonCorrisponde(const contract::Value& valore, std::string_view cosa) {
+    throw contract::RuntimeError(contract::RuntimeError::typeMismatch,
+                                 "Tipo non corrispondente: \"" + valore.text() + "\" non è " + std::string(cosa) + ".");
+}
+
+/// Zero is false, any other number true.
 bool flag(const contract::Value& valore) {
-    return valore.integer().value_or(0) != 0;
+    if (const auto intero = valore.integer())
+        return *intero != 0;
+    if (!valore.isNumber())
+        nonCorrisponde(valore, "un numero");
+    return true; // a number that is not whole is not zero
+}
+
+std::int16_t interoBreve(const contract::Value& valore) {
+    const auto intero = valore.integer();
+    if (!intero)
+        nonCorrisponde(valore, "un numero intero");
+    if (!std::in_range<std::int16_t>(*intero))
+        throw contract::RuntimeError(contract::RuntimeError::overflow, "Overflow: " + valore.text() + ".");
+    return static_cast<std::int16_t>(*intero);
 }
 
 contract::Date dataDi(const contract::Value& valore) {
     const auto data = valore.date();
     if (!data)
-        throw contract::RuntimeError(contract::RuntimeError::typeMismatch,
-                                     "Tipo non corrispondente: \"" + valore.text() + "\" non è una data.");
+        nonCorrisponde(valore, "una data");
     return *data;
 }
 
@@ -63,7 +83,7 @@ void CaricaParametri(StatoForm& stato) {
                 nuovi.flg_Provvigioni = true;
             } else {
                 // The state of new links is selected and not read: it keeps the value it had.
-                nuovi.TipoCaricaDATA = static_cast<std::int16_t>(riga["TipoCaricaDATA"].integer().value_or(0));
+                nuovi.TipoCaricaDATA = interoBreve(riga["TipoCaricaDATA"]);
                 nuovi.DataFissaINIZIO = dataDi(riga["DataFissaINIZIO"]);
                 nuovi.DataFissaFINE = dataDi(riga["DataFissaFINE"]);
                 nuovi.flg_Anagrafica = flag(riga["flg_Anagrafica"]);

@@ -183,4 +183,19 @@ TEST_F(CaricaDistintaTest, StandsOnNoRecordWhenAllRowsAreOnCycles) {
     EXPECT_TRUE(origine.senzaRecord());
 }
 
+TEST_F(CaricaDistintaTest, KeepsTheIdBeforeWhenTheDivisionCanNotBeRead) {
+    scena.carica(origine, "20");
+    scena.db->failNth(1, {"42000", 1, "guasto", contract::ErrorCategory::other});
+    qz::CaricaDistinta(scena.stato, origine, "10");
+    EXPECT_EQ(origine.IdDistinta, "20");
+    EXPECT_EQ(nodiDi(*origine.albero), (Ids{6, 7, 8, 9}));
+}
+
+TEST_F(CaricaDistintaTest, TakesARowWithoutItsParentForARoot) {
+    scena.tabelle.nodi = {{7, 20, 99, 107}, {8, 20, 7, 108}};
+    qz::CaricaDistinta(scena.stato, origine, "20");
+    EXPECT_EQ(nodiDi(*origine.albero), (Ids{7, 8}));
+    EXPECT_EQ(origine.LivelloMax, 1);
+}
+
 } // namespace

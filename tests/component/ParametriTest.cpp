@@ -116,4 +116,42 @@ TEST(CaricaParametri, ChangesNothingForARowThatCannotBeRead) {
     EXPECT_TRUE(scena.stato.parametri.flg_Anagrafica);
 }
 
+TEST(CaricaParametri, TakesANumberThatIsNotWholeForTrue) {
+    Scena scena;
+    riga(scena, {0, 0, giorno("01/01/2000"), giorno("01/01/2099"), contract::Decimal{"0.5"}, 0.25,
+                 contract::Decimal{"0.0"}, 0.0, 0});
+    qz::CaricaParametri(scena.stato);
+    const auto& p = scena.stato.parametri;
+    EXPECT_TRUE(p.flg_Anagrafica && p.flg_CondVendita);
+    EXPECT_FALSE(p.flg_Classificazioni || p.flg_Provvigioni);
+}
+
+TEST(CaricaParametri, RefusesWhatIsNoShortNumberAndNoFlag) {
+    const auto prova = [](const Value& tipo, const Value& acceso) {
+        Scena scena;
+        scena.stato.parametri = {7, 1, giorno("01/01/2010"), giorno("01/01/2011"), true, true, true, true};
+        riga(scena, {5, tipo, giorno("01/02/2010"), giorno("01/02/2011"), 0, 0, 0, acceso, 0});
+        qz::CaricaParametri(scena.stato);
+        EXPECT_EQ(scena.errori(), std::vector<std::string>{"CaricaParametri"});
+        EXPECT_EQ(scena.stato.parametri.TipoCaricaDATA, 1);
+        EXPECT_EQ(scena.stato.parametri.DataFissaINIZIO, giorno("01/01/2010"));
+        EXPECT_TRUE(scena.stato.parametri.flg_Anagrafica && scena.stato.parametri.flg_Provvigioni);
+        return scena.host->errors.empty() ? 0 : scena.host->errors[0].number;
+    };
+    EXPECT_EQ(prova(32768, 0), 6);
+    EXPECT_EQ(prova(-32769, 0), 6);
+    EXPECT_EQ(prova("molti", 0), 13);
+    EXPECT_EQ(prova(0, "forse"), 13);
+}
+
+TEST(CaricaParametri, ReadsTheStatementAndTheAliasesOnly) {
+    Scena scena;
+    // Neither the state nor the invoicing kind is read: what they hold does not matter.
+    riga(scena, {"x", 1, giorno("01/01/2000"), giorno("01/01/2099"), 1, 1, 1, 1, "y"});
+    qz::CaricaParametri(scena.stato);
+    EXPECT_TRUE(scena.errori().empty());
+    EXPECT_EQ(scena.stato.parametri.TipoCaricaDATA, 1);
+    EXPECT_EQ(scena.db->take().size(), 1U);
+}
+
 } // namespace

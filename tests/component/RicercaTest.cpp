@@ -92,6 +92,7 @@ TEST_P(RicercaTest, ReportsAnUnknownColumnAndKeepsTheFocus) {
     EXPECT_EQ(cerca("1", "NON_ESISTE"), 2);
     EXPECT_EQ(scena.host->errors.size(), 1U);
     EXPECT_EQ(scena.host->errors[0].number, contract::RuntimeError::itemNotFound);
+    EXPECT_EQ(scena.errori(), std::vector<std::string>{"CercaNellaDistinta"});
 }
 
 TEST_P(RicercaTest, SearchesTheCodeByTheSameColumnNameOnBothSides) {
