@@ -25,8 +25,13 @@ constexpr std::string_view coloriAlbero[contract::treeColorCount] = {
 void coloraAlbero(const contract::Theme& tema, contract::TreeList& albero) {
     for (std::size_t i = 0; i < contract::treeColorCount; ++i)
         albero.setColor(static_cast<contract::TreeColor>(i), tema.color(coloriAlbero[i]));
-    albero.setHeaderColors(tema.color("GridHeaderColor"), tema.color("GridHeaderFontColor"));
-    albero.setColumnColors(tema.color("GridHeaderColor"), tema.color("GridFontColor"));
+    // One by one: the order in which a call's arguments are read is the compiler's.
+    const auto sfondoTestata = tema.color("GridHeaderColor");
+    const auto testoTestata = tema.color("GridHeaderFontColor");
+    albero.setHeaderColors(sfondoTestata, testoTestata);
+    const auto sfondoColonna = tema.color("GridHeaderColor");
+    const auto testoColonna = tema.color("GridFontColor");
+    albero.setColumnColors(sfondoColonna, testoColonna);
     albero.setFontName("Tahoma");
 }
 
@@ -62,7 +67,7 @@ void FRMQZ_COPIADISTINTA::MDIActiveX1_FormLoad() {
 
 void FRMQZ_COPIADISTINTA::aggiornaAttivazione() {
     try {
-        if (stato_.ospite == nullptr || !stato_.ospite->ClsGlobal())
+        if (stato_.ospite == nullptr)
             return;
         const auto frame = stato_.ospite->ActiveFrame();
         const auto navigatore = stato_.ospite->ActiveNavigator();

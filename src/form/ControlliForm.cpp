@@ -201,7 +201,6 @@ void impostaControlli(StatoForm& stato, ControlliForm& controlli) {
                                         .liveDrag = true,
                                         .sideBySide = true,
                                         .locked = false,
-                                        .keepShare = true,
                                         .barColor = coloreBarra,
                                         .barSize = spessoreBarra});
     controlli.SPLITTERVerticale->setVisible(true);

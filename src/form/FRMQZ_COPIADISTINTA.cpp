@@ -136,8 +136,9 @@ void FRMQZ_COPIADISTINTA::CMD_PARAMETRI_ButtonClick() {
 
 void FRMQZ_COPIADISTINTA::CMD_VISTOP_ButtonClick(std::string_view nome) {
     stato_.procedura(nome, [&](auto& passo) {
+        // Not part of the step: running it again must not turn the flag back.
+        stato_.selezioneNascosta = !stato_.selezioneNascosta;
         passo([&] {
-            stato_.selezioneNascosta = !stato_.selezioneNascosta;
             if (stato_.selezioneNascosta)
                 NascondiSelezioneDistinta();
             else

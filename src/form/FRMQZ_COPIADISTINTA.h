@@ -64,6 +64,8 @@ public:
     bool comandoMenu(std::string_view nome);
 
     StatoForm& stato() { return stato_; }
+    /// The form's colour table, as 0x00BBGGRR; all 0 before it was loaded.
+    const std::array<contract::Color, 4>& colori() const { return colori_; }
 
 private:
     // Life

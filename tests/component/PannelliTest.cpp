@@ -142,4 +142,20 @@ TEST_F(PannelliTest, LeavesNoLockBehind) {
     EXPECT_EQ(programma.form().lockDepth(), 0);
 }
 
+TEST_F(PannelliTest, HidesAndShowsTheGridsWithTheListsHidden) {
+    const auto prima = tutti();
+    programma.pulsante("CMD_VISTOPSX").click();
+    const auto senzaListe = tutti();
+    const auto albero = posto("TRW_ELEMDISTINTAORIG");
+    EXPECT_TRUE(programma.classe->menuCommand("mnuDettagli"));
+    const auto largo = posto("TRW_ELEMDISTINTAORIG");
+    EXPECT_EQ(largo.top, albero.top);
+    EXPECT_GT(largo.height, albero.height);
+    EXPECT_EQ(posto("TRW_ELEMDISTINTADEST").height, largo.height);
+    EXPECT_TRUE(programma.classe->menuCommand("mnuDettagli"));
+    EXPECT_EQ(tutti(), senzaListe);
+    programma.pulsante("CMD_VISTOPDX").click();
+    EXPECT_EQ(tutti(), prima);
+}
+
 } // namespace

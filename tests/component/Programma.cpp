@@ -53,4 +53,13 @@ std::vector<std::string> Programma::errori() const {
     return nomi;
 }
 
+std::vector<std::string> soloQueste(const std::vector<std::string>& righe, const std::vector<std::string>& cercate) {
+    std::vector<std::string> trovate;
+    for (const auto& riga : righe)
+        for (const auto& cercata : cercate)
+            if (cercata.starts_with('~') ? riga == cercata : riga.starts_with(cercata))
+                trovate.push_back(cercata);
+    return trovate;
+}
+
 } // namespace prove

@@ -50,4 +50,7 @@ public:
     std::vector<std::string> errori() const;
 };
 
+/// Those of the lines that begin with one of the list's, or for an end ("~Name") are one, in their order.
+std::vector<std::string> soloQueste(const std::vector<std::string>& righe, const std::vector<std::string>& cercate);
+
 } // namespace prove

@@ -156,7 +156,7 @@ public:
         bool liveDrag = false;   ///< the panes follow while the bar is dragged
         bool sideBySide = false; ///< the panes stand side by side; otherwise one above the other
         bool locked = false;     ///< the bar can not be moved
-        bool keepShare = false;  ///< the share stays when the room grows or shrinks
+        bool keepShare = true;   ///< the share stays when the room grows or shrinks
         Color barColor = 0;
         Twips barSize = 0;
     };
