@@ -130,6 +130,12 @@ TEST(IstruzioniDettaglio, JoinTheSameTablesWhateverTheFlags) {
     }
 }
 
+TEST(IstruzioniDettaglio, DoNotAskForTheFlagOfTheRegistry) {
+    auto con = parametri(0);
+    con.flg_Anagrafica = true;
+    EXPECT_EQ(qz::istruzioneDettaglio(con, conto).text(), qz::istruzioneDettaglio(parametri(0), conto).text());
+}
+
 TEST(IstruzioniDettaglio, NestTheSalesDataWithRightJoins) {
     expectInOrder(qz::istruzioneDettaglio(parametri(0), conto).text(),
                   {" FROM         CG44_CLIFOR LEFT OUTER JOIN", "MG17_AGENTI ON", "CG16_ANAGGEN CG16_ANAGGEN_AGE ON",
