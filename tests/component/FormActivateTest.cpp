@@ -222,8 +222,15 @@ TEST(FormActivate, FillsTheMenusBeforeTheWorkflowAndReadsTheParametersAfterIt) {
 
 TEST(FormActivate, ReadsTheParametersBeforeTheColours) {
     Programma programma;
-    programma.host->journal->failCall("ClsGlobal.newTheme", 1, contract::RuntimeError(5, "x"));
+    std::vector<std::size_t> temi; // themes made when the parameters are read
+    programma.db->answer(lettura, [&](const std::string&) {
+        temi.push_back(programma.host->journal->count("ClsGlobal.newTheme"));
+        return platform::headless::ScriptedRows{};
+    });
     programma.apri();
+    ASSERT_FALSE(temi.empty());
+    EXPECT_EQ(temi.back(), 0U);
+    EXPECT_EQ(programma.host->journal->count("ClsGlobal.newTheme"), 1U);
     EXPECT_EQ(programma.db->statements().back().substr(0, 39), lettura);
 }
 
