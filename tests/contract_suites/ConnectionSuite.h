@@ -4,8 +4,9 @@
 //
 // Its cases are in this header: include it in one source file of a test program only.
 //
-//   INSTANTIATE_TEST_SUITE_P(Name, ConnectionSuite, testing::Values(&makeMyDatabase));
+//   INSTANTIATE_TEST_SUITE_P(Name, ConnectionSuite, testing::Values(&makeMyDatabase), parameterName("Database"));
 
+#include "contract_suites/ParameterName.h"
 #include "contract_suites/Sql.h"
 #include "contract_suites/SuiteSchema.h"
 #include "plugin/contract/Connection.h"

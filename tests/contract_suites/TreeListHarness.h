@@ -1,5 +1,6 @@
 #pragma once
 
+#include "contract_suites/ParameterName.h"
 #include "contract_suites/TreeRows.h"
 #include "plugin/contract/Recordset.h"
 #include "plugin/contract/RuntimeError.h"

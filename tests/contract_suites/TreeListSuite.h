@@ -2,7 +2,7 @@
 
 // What every tree list keeps to, whatever draws it. Include this in one file of a test program and instantiate it:
 //
-//   INSTANTIATE_TEST_SUITE_P(Headless, TreeListSuite, testing::Values(&makeHeadlessTree));
+//   INSTANTIATE_TEST_SUITE_P(Headless, TreeListSuite, testing::Values(&makeHeadlessTree), parameterName("Tree"));
 
 #include "contract_suites/TreeListHarness.h"
 

@@ -34,6 +34,6 @@ std::unique_ptr<FormHarness> makeHeadlessForms() {
 
 namespace contract_suites {
 
-INSTANTIATE_TEST_SUITE_P(Headless, FormSuite, testing::Values(&makeHeadlessForms));
+INSTANTIATE_TEST_SUITE_P(Headless, FormSuite, testing::Values(&makeHeadlessForms), parameterName("Forms"));
 
 } // namespace contract_suites

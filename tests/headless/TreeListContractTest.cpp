@@ -26,6 +26,6 @@ std::unique_ptr<TreeListHarness> makeHeadlessTree() {
 
 namespace contract_suites {
 
-INSTANTIATE_TEST_SUITE_P(Headless, TreeListSuite, testing::Values(&makeHeadlessTree));
+INSTANTIATE_TEST_SUITE_P(Headless, TreeListSuite, testing::Values(&makeHeadlessTree), parameterName("Tree"));
 
 } // namespace contract_suites

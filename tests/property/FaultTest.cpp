@@ -49,6 +49,19 @@ struct Case {
     Fault fault;
 };
 
+std::string nameOf(const ::testing::TestParamInfo<Case>& info) {
+    const std::string move = info.param.withValidity ? "Validity" : "Structure";
+    switch (info.param.fault) {
+    case Fault::error:
+        return move + "Error";
+    case Fault::endedByServer:
+        return move + "EndedByServer";
+    case Fault::lostConnection:
+        break;
+    }
+    return move + "LostConnection";
+}
+
 class FaultTest : public ::testing::TestWithParam<Case> {};
 // A lost connection has to be reopened first, so it is none of these.
 class RetryTest : public FaultTest {};
@@ -120,10 +133,12 @@ TEST_P(RetryTest, TryingAgainRunsTheWholeMoveInANewTransaction) {
 INSTANTIATE_TEST_SUITE_P(EveryKind, FaultTest,
                          ::testing::Values(Case{false, Fault::error}, Case{false, Fault::endedByServer},
                                            Case{false, Fault::lostConnection}, Case{true, Fault::error},
-                                           Case{true, Fault::endedByServer}, Case{true, Fault::lostConnection}));
+                                           Case{true, Fault::endedByServer}, Case{true, Fault::lostConnection}),
+                         nameOf);
 
 INSTANTIATE_TEST_SUITE_P(EveryKind, RetryTest,
                          ::testing::Values(Case{false, Fault::error}, Case{false, Fault::endedByServer},
-                                           Case{true, Fault::error}, Case{true, Fault::endedByServer}));
+                                           Case{true, Fault::error}, Case{true, Fault::endedByServer}),
+                         nameOf);
 
 } // namespace property

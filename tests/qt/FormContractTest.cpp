@@ -57,6 +57,6 @@ std::unique_ptr<FormHarness> makeQtForms() {
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Qt, FormSuite, testing::Values(&makeQtForms));
+INSTANTIATE_TEST_SUITE_P(Qt, FormSuite, testing::Values(&makeQtForms), parameterName("Forms"));
 
 } // namespace contract_suites

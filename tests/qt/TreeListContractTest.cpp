@@ -32,6 +32,6 @@ std::unique_ptr<TreeListHarness> makeQtTree() {
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Qt, TreeListSuite, testing::Values(&makeQtTree));
+INSTANTIATE_TEST_SUITE_P(Qt, TreeListSuite, testing::Values(&makeQtTree), parameterName("Tree"));
 
 } // namespace contract_suites

@@ -24,7 +24,7 @@ std::unique_ptr<TestDatabase> makeEmbedded() {
     return std::make_unique<EmbeddedDatabase>();
 }
 
-INSTANTIATE_TEST_SUITE_P(Embedded, ConnectionSuite, testing::Values(&makeEmbedded));
+INSTANTIATE_TEST_SUITE_P(Embedded, ConnectionSuite, testing::Values(&makeEmbedded), parameterName("File"));
 
 } // namespace
 } // namespace contract_suites

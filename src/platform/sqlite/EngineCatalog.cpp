@@ -1,8 +1,7 @@
 #include "platform/sqlite/EngineCatalog.h"
 
+#include "platform/dialect/SqliteValues.h"
 #include "platform/sqlite/Handles.h"
-
-#include <algorithm>
 
 namespace platform::sqlite {
 
@@ -42,26 +41,11 @@ const dialect::Catalog::Columns* EngineCatalog::columns(std::string_view table) 
     sqlite3_bind_text(raw, 1, name.data(), static_cast<int>(name.size()), SQLITE_STATIC);
     Columns columns;
     while (sqlite3_step(raw) == SQLITE_ROW)
-        columns.push_back({std::string(columnText(raw, 0)), kindOfDeclared(columnText(raw, 1))});
+        columns.push_back({std::string(columnText(raw, 0)), dialect::kindOfDeclared(columnText(raw, 1))});
     // A table that is not there now may be there at the next statement.
     if (columns.empty())
         return nullptr;
     return &tables_.emplace(name, std::move(columns)).first->second;
-}
-
-dialect::ValueKind kindOfDeclared(std::string_view type) {
-    using dialect::ValueKind;
-    const std::string name = lowered(type);
-    const auto has = [&](std::string_view part) { return name.find(part) != std::string::npos; };
-    if (has("date"))
-        return ValueKind::date;
-    if (has("int"))
-        return ValueKind::whole;
-    if (has("char") || has("clob") || has("text"))
-        return ValueKind::text;
-    if (has("numeric") || has("decimal") || has("real") || has("floa") || has("doub"))
-        return ValueKind::amount;
-    return ValueKind::unknown;
 }
 
 } // namespace platform::sqlite

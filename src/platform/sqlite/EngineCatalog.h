@@ -22,7 +22,4 @@ private:
     mutable std::map<std::string, Columns> tables_; // by name in lower case
 };
 
-/// What a declared column type of SQLite ("INTEGER", "DATE", ...) holds, by SQLite's own rules of affinity.
-dialect::ValueKind kindOfDeclared(std::string_view type);
-
 } // namespace platform::sqlite

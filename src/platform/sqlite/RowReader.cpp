@@ -1,67 +1,18 @@
 #include "platform/sqlite/RowReader.h"
 
-#include "platform/sqlite/EngineCatalog.h"
+#include "platform/dialect/SqliteValues.h"
 #include "platform/sqlite/Handles.h"
 
-#include <charconv>
 #include <cstring>
 
 namespace platform::sqlite {
 
 namespace {
 
-using contract::FieldInfo;
 using contract::FieldType;
 using dialect::ValueKind;
 
-constexpr int amountDecimals = 2;
-constexpr int amountDigits = 18;
 constexpr std::size_t dateLength = 10; // yyyy-mm-dd
-
-FieldInfo fieldOf(std::string name, ValueKind kind) {
-    FieldInfo field;
-    field.name = std::move(name);
-    switch (kind) {
-    case ValueKind::whole:
-        field.type = FieldType::integer;
-        break;
-    case ValueKind::amount:
-        field.type = FieldType::numeric;
-        field.precision = amountDigits;
-        field.numericScale = amountDecimals;
-        break;
-    case ValueKind::text:
-        field.type = FieldType::varWChar;
-        break;
-    case ValueKind::date:
-        field.type = FieldType::date;
-        break;
-    case ValueKind::unknown:
-        break;
-    }
-    return field;
-}
-
-/// The decimal form of an amount, with two decimals at least.
-std::string amountText(double value) {
-    char buffer[400];
-    const auto [end, error] = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed);
-    if (error != std::errc())
-        return {};
-    std::string text(buffer, end);
-    auto point = text.find('.');
-    if (point == std::string::npos) {
-        point = text.size();
-        text += '.';
-    }
-    while (text.size() < point + 1 + amountDecimals)
-        text += '0';
-    return text;
-}
-
-void appendAmount(contract::Column& column, std::int64_t value) {
-    column.append(std::string_view(std::to_string(value) + ".00"));
-}
 
 } // namespace
 
@@ -80,10 +31,10 @@ void RowReader::describe(sqlite3_stmt* statement) {
         const auto* known = known_ ? &(*known_)[static_cast<std::size_t>(i)] : nullptr;
         const char* declared = sqlite3_column_decltype(statement, i);
         const char* name = sqlite3_column_name(statement, i);
-        auto kind = declared ? kindOfDeclared(declared) : ValueKind::unknown;
+        auto kind = declared ? dialect::kindOfDeclared(declared) : ValueKind::unknown;
         if (kind == ValueKind::unknown && known)
             kind = known->kind;
-        fields->push_back(fieldOf(known ? known->name : std::string(name ? name : ""), kind));
+        fields->push_back(dialect::fieldOf(known ? known->name : std::string(name ? name : ""), kind));
     }
     fields_ = std::move(fields);
     dates_.assign(fields_->size(), LastDate());
@@ -111,13 +62,13 @@ int RowReader::read(sqlite3_stmt* statement, contract::Snapshot& rows) {
             switch (sqlite3_value_type(value)) {
             case SQLITE_INTEGER:
                 if (amounts_[field])
-                    appendAmount(column, sqlite3_value_int64(value));
+                    column.append(std::string_view(dialect::amountText(std::int64_t{sqlite3_value_int64(value)})));
                 else
                     column.append(static_cast<std::int64_t>(sqlite3_value_int64(value)));
                 break;
             case SQLITE_FLOAT:
                 if (amounts_[field])
-                    column.append(std::string_view(amountText(sqlite3_value_double(value))));
+                    column.append(std::string_view(dialect::amountText(sqlite3_value_double(value))));
                 else
                     column.append(sqlite3_value_double(value));
                 break;

@@ -1,0 +1,402 @@
+#include "platform/odbc/Connection.h"
+
+#include "platform/dialect/SqliteValues.h"
+#include "platform/odbc/Literals.h"
+#include "platform/odbc/Text.h"
+#include "plugin/contract/RuntimeError.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace platform::odbc {
+
+namespace {
+
+using contract::ErrorCategory;
+using contract::RuntimeError;
+
+constexpr std::string_view opening = "Apertura";
+constexpr std::string_view reopening = "Riapertura della connessione";
+constexpr std::string_view reading = "Lettura";
+constexpr std::string_view executing = "Esecuzione dell'istruzione";
+constexpr std::string_view beginning = "Apertura della transazione";
+constexpr std::string_view committing = "Conferma della transazione";
+constexpr std::int64_t noTransaction = 3903; ///< the server's number: a rollback without a transaction
+
+SQLPOINTER number(std::uintptr_t value) {
+    return reinterpret_cast<SQLPOINTER>(value); // NOLINT(performance-no-int-to-ptr)
+}
+
+std::string lowered(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return text;
+}
+
+/// SQLite's driver has narrow functions only. Its name tells it before it is asked: a path with accents must reach it
+/// as it is.
+bool namesSqlite(const platform::odbc::ConnectionString& string) {
+    return lowered(string.value("Driver").value_or("")).find("sqlite") != std::string::npos;
+}
+
+std::string infoText(SQLHDBC database, SQLUSMALLINT what) {
+    constexpr SQLSMALLINT room = 1024;
+    SQLCHAR text[room] = {};
+    SQLSMALLINT length = 0;
+    if (!SQL_SUCCEEDED(SQLGetInfo(database, what, text, room, &length)))
+        return {};
+    return reinterpret_cast<const char*>(text);
+}
+
+bool isSelect(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
+    return lowered(std::string(text.substr(0, 6))) == "select";
+}
+
+} // namespace
+
+Connection::Connection(std::string_view connectionString)
+    : connectionString_(connectionString), catalog_([this](const std::string& table) { return columnsOf(table); }) {
+}
+
+void Connection::SetConnectionString(std::string_view text) {
+    if (IsOpen())
+        throw RuntimeError(RuntimeError::invalidCall, "La stringa di connessione non si cambia a connessione aperta.");
+    connectionString_ = text;
+}
+
+void Connection::Open() {
+    if (IsOpen())
+        throw RuntimeError(RuntimeError::invalidCall, "La connessione è già aperta.");
+    platform::odbc::ConnectionString string(connectionString_);
+    name_ = string.name();
+    passwords_ = string.passwords();
+    timeout_ = 0;
+    if (const auto seconds = string.value(ConnectionString::statementTimeout)) {
+        const auto* end = seconds->data() + seconds->size();
+        const auto [rest, error] = std::from_chars(seconds->data(), end, timeout_);
+        if (error != std::errc() || rest != end)
+            platform::odbc::fail(errors_, ErrorCategory::other,
+                                 "StatementTimeout della stringa di connessione non è un numero di secondi", opening,
+                                 name_);
+    }
+    connect(opening);
+    open_ = true;
+}
+
+void Connection::connect(std::string_view operation) {
+    try {
+        establish(operation);
+    } catch (...) {
+        disconnect();
+        throw;
+    }
+}
+
+void Connection::establish(std::string_view operation) {
+    disconnect();
+    environment_ = Environment(nullptr);
+    if (environment_)
+        SQLSetEnvAttr(environment_.get(), SQL_ATTR_ODBC_VERSION, number(SQL_OV_ODBC3), 0);
+    database_ = DatabaseHandle(environment_.get());
+    if (!database_)
+        platform::odbc::fail(errors_, ErrorCategory::other, "il gestore dei driver ODBC non risponde", operation,
+                             name_);
+    SQLSetConnectAttr(database_.get(), SQL_ATTR_LOGIN_TIMEOUT, number(loginTimeout), SQL_IS_UINTEGER);
+    platform::odbc::ConnectionString string(connectionString_);
+    string.remove(ConnectionString::statementTimeout);
+    std::string text = string.text();
+    SQLRETURN result = SQL_ERROR;
+    SQLSMALLINT length = 0;
+    engine_ = namesSqlite(string) ? Engine::sqlite : Engine::server;
+    if (engine_ == Engine::sqlite) {
+        result = SQLDriverConnect(database_.get(), nullptr, reinterpret_cast<SQLCHAR*>(text.data()),
+                                  static_cast<SQLSMALLINT>(text.size()), nullptr, 0, &length, SQL_DRIVER_NOPROMPT);
+    } else {
+        wide(text, wideText_);
+        result =
+            SQLDriverConnectW(database_.get(), nullptr, wideText_.data(), static_cast<SQLSMALLINT>(wideText_.size()),
+                              nullptr, 0, &length, SQL_DRIVER_NOPROMPT);
+        std::fill(wideText_.begin(), wideText_.end(), SQLWCHAR{0});
+    }
+    if (!SQL_SUCCEEDED(result))
+        fail(SQL_HANDLE_DBC, database_.get(), operation);
+    engine_ = lowered(infoText(database_.get(), SQL_DBMS_NAME)).find("sqlite") != std::string::npos ? Engine::sqlite
+                                                                                                    : Engine::server;
+    prepareStatement(operation);
+}
+
+void Connection::prepareStatement(std::string_view operation) {
+    statement_ = StatementHandle(database_.get());
+    if (!statement_)
+        fail(SQL_HANDLE_DBC, database_.get(), operation);
+    if (timeout_ > 0 &&
+        !SQL_SUCCEEDED(SQLSetStmtAttr(statement_.get(), SQL_ATTR_QUERY_TIMEOUT, number(timeout_), SQL_IS_UINTEGER)))
+        fail(SQL_HANDLE_STMT, statement_.get(), operation);
+}
+
+void Connection::disconnect() noexcept {
+    statement_.reset();
+    if (database_)
+        SQLDisconnect(database_.get());
+    database_.reset();
+    environment_.reset();
+}
+
+void Connection::Close() noexcept {
+    if (database_ && begun_) {
+        SQLEndTran(SQL_HANDLE_DBC, database_.get(), SQL_ROLLBACK);
+        // A driver refuses to disconnect within a transaction.
+        setAutocommit(true);
+    }
+    disconnect();
+    statements_.clear();
+    catalog_.clear();
+    open_ = begun_ = ended_ = false;
+}
+
+std::string Connection::databaseName() const {
+    return database_ ? infoText(database_.get(), SQL_DATABASE_NAME) : std::string();
+}
+
+void Connection::fail(SQLSMALLINT type, SQLHANDLE handle, std::string_view operation) {
+    errors_ = recordsOf(type, handle, engine_);
+    for (auto& record : errors_)
+        record.description = withoutPasswords(std::move(record.description), passwords_);
+    std::string description = describe(operation, name_, errors_);
+    SQLULEN dead = SQL_CD_FALSE;
+    if (database_)
+        SQLGetConnectAttr(database_.get(), SQL_ATTR_CONNECTION_DEAD, &dead, SQL_IS_UINTEGER, nullptr);
+    if (endsConnection(errors_) || static_cast<SQLUINTEGER>(dead) == SQL_CD_TRUE)
+        disconnect();
+    else if (statement_)
+        Reset(statement_.get()).now();
+    if (begun_ && !ended_ && !serverHasTransaction()) {
+        ended_ = true;
+        if (operation == committing)
+            description += " Non è certo che le modifiche siano state registrate: ricaricare e controllare.";
+        else
+            description += " La transazione è annullata.";
+    }
+    throw RuntimeError(RuntimeError::database, std::move(description));
+}
+
+// A server ends a transaction by itself on some errors (the victim of a deadlock, a failed conversion).
+bool Connection::serverHasTransaction() {
+    if (!database_)
+        return false;
+    if (engine_ == Engine::sqlite || !statement_)
+        return true;
+    const Reset reset(statement_.get());
+    contract::Snapshot rows;
+    if (!SQL_SUCCEEDED(run("SELECT @@TRANCOUNT")) ||
+        reader_.read(statement_.get(), engine_, std::nullopt, RowReader::Fetch::byBlock, rows) !=
+            RowReader::Outcome::complete)
+        return true;
+    return rows.rowCount() == 0 || rows.column(0).integer(0).value_or(1) > 0;
+}
+
+// Opens a lost connection again.
+void Connection::ready(std::string_view operation) {
+    if (!IsOpen())
+        platform::odbc::fail(errors_, ErrorCategory::lostConnection, "la connessione non è aperta", operation, name_);
+    if (database_)
+        return;
+    if (begun_)
+        platform::odbc::fail(errors_, ErrorCategory::lostConnection,
+                             "la connessione si è interrotta e la transazione è annullata", operation, name_);
+    catalog_.clear();
+    connect(reopening);
+}
+
+// What follows in the same move must not be written on its own.
+void Connection::checkTransactionAlive(std::string_view operation) const {
+    if (begun_ && ended_)
+        throw RuntimeError(RuntimeError::database,
+                           std::string(operation) + " non riuscita sul database «" + name_ +
+                               "»: la transazione è già stata annullata per un errore precedente.");
+}
+
+const TranslatedStatement& Connection::translated(const contract::Statement& statement) {
+    if (const auto* found = statements_.find(statement))
+        return *found;
+    try {
+        return statements_.store(
+            std::make_unique<TranslatedStatement>(statement, dialect::Translator(catalog_).translate(statement)));
+    } catch (const dialect::TranslationError& error) {
+        errors_.assign(1, {"42000", 0, error.description(), ErrorCategory::syntax});
+        throw;
+    }
+}
+
+std::string Connection::translatedText(const TranslatedStatement& shape, const contract::Statement& statement) {
+    try {
+        return shape.text(statement);
+    } catch (const RuntimeError& error) {
+        errors_.assign(1, {"22018", 0, error.description(), ErrorCategory::other});
+        throw RuntimeError(RuntimeError::database, error.description());
+    }
+}
+
+SQLRETURN Connection::run(std::string_view text) {
+    if (engine_ == Engine::sqlite) {
+        std::string copy(text); // a driver's parameter is not const
+        return SQLExecDirect(statement_.get(), reinterpret_cast<SQLCHAR*>(copy.data()),
+                             static_cast<SQLINTEGER>(copy.size()));
+    }
+    wide(text, wideText_);
+    return SQLExecDirectW(statement_.get(), wideText_.data(), static_cast<SQLINTEGER>(wideText_.size()));
+}
+
+// Reads on to the end of what the server answers: a later part of it may hold an error.
+bool Connection::drain() {
+    SQLRETURN result = SQL_SUCCESS;
+    while (SQL_SUCCEEDED(result))
+        result = SQLMoreResults(statement_.get());
+    return result == SQL_NO_DATA;
+}
+
+std::int64_t Connection::execute(std::string_view text, std::string_view operation) {
+    Reset reset(statement_.get());
+    const SQLRETURN result = run(text);
+    SQLLEN changed = 0;
+    // SQL_NO_DATA: nothing was there to be changed.
+    bool done = SQL_SUCCEEDED(result) || result == SQL_NO_DATA;
+    if (SQL_SUCCEEDED(result)) {
+        SQLRowCount(statement_.get(), &changed);
+        done = drain();
+    }
+    if (!done) {
+        reset.forget();
+        fail(SQL_HANDLE_STMT, statement_.get(), operation);
+    }
+    return std::max<std::int64_t>(changed, 0);
+}
+
+std::int64_t Connection::Execute(const contract::Statement& statement) {
+    checkTransactionAlive(executing);
+    ready(executing);
+    if (engine_ == Engine::server)
+        return execute(statement.text(), executing);
+    return execute(translatedText(translated(statement), statement), executing);
+}
+
+void Connection::runNative(std::string_view text) {
+    checkTransactionAlive(executing);
+    ready(executing);
+    execute(text, executing);
+    catalog_.clear();
+    statements_.clear();
+}
+
+void Connection::Read(const contract::Statement& statement, contract::Snapshot& rows) {
+    rows.clear();
+    ready(reading);
+    const TranslatedStatement* shape = engine_ == Engine::sqlite ? &translated(statement) : nullptr;
+    const std::string text = shape != nullptr ? translatedText(*shape, statement) : statement.text();
+    const auto known = shape != nullptr ? shape->columns() : std::nullopt;
+    auto fetch = isSelect(text) ? RowReader::Fetch::byBlock : RowReader::Fetch::byRow;
+    for (;;) {
+        Reset reset(statement_.get());
+        const SQLRETURN result = run(text);
+        auto outcome = RowReader::Outcome::failed;
+        if (SQL_SUCCEEDED(result)) {
+            outcome = reader_.read(statement_.get(), engine_, known, fetch, rows);
+            // A count of rows or a message may come in front of the rows.
+            while (outcome == RowReader::Outcome::noResult && SQL_SUCCEEDED(SQLMoreResults(statement_.get())))
+                outcome = reader_.read(statement_.get(), engine_, known, fetch, rows);
+        }
+        if (outcome == RowReader::Outcome::tooLong) {
+            rows.clear();
+            fetch = RowReader::Fetch::byRow;
+            continue;
+        }
+        if (result == SQL_NO_DATA || outcome == RowReader::Outcome::noResult)
+            return;
+        if (outcome == RowReader::Outcome::complete && drain())
+            return;
+        rows.clear();
+        reset.forget();
+        fail(SQL_HANDLE_STMT, statement_.get(), reading);
+    }
+}
+
+bool Connection::setAutocommit(bool on) {
+    return SQL_SUCCEEDED(SQLSetConnectAttr(database_.get(), SQL_ATTR_AUTOCOMMIT,
+                                           number(on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF), SQL_IS_UINTEGER));
+}
+
+bool Connection::setIsolation(std::uintptr_t level) {
+    // SQLite knows no other.
+    return engine_ == Engine::sqlite ||
+           SQL_SUCCEEDED(SQLSetConnectAttr(database_.get(), SQL_ATTR_TXN_ISOLATION, number(level), SQL_IS_UINTEGER));
+}
+
+void Connection::BeginTrans() {
+    if (begun_)
+        throw RuntimeError(RuntimeError::invalidCall, "Una transazione è già aperta: le transazioni non si annidano.");
+    ready(beginning);
+    // For the transaction alone: what is read outside of one need not lock ranges.
+    if (!setIsolation(SQL_TXN_SERIALIZABLE) || !setAutocommit(false))
+        fail(SQL_HANDLE_DBC, database_.get(), beginning);
+    begun_ = true;
+    ended_ = false;
+}
+
+void Connection::CommitTrans() {
+    checkTransactionAlive(committing);
+    ready(committing);
+    if (!begun_)
+        platform::odbc::fail(errors_, ErrorCategory::other, "nessuna transazione è aperta", committing, name_);
+    if (!SQL_SUCCEEDED(SQLEndTran(SQL_HANDLE_DBC, database_.get(), SQL_COMMIT)))
+        fail(SQL_HANDLE_DBC, database_.get(), committing);
+    begun_ = ended_ = false;
+    endTransaction();
+}
+
+void Connection::RollbackTrans() {
+    if (!begun_)
+        return;
+    const bool ended = ended_;
+    begun_ = ended_ = false;
+    if (!database_)
+        return;
+    const bool done = SQL_SUCCEEDED(SQLEndTran(SQL_HANDLE_DBC, database_.get(), SQL_ROLLBACK));
+    // The driver's own state needs it also where the server has ended the transaction; that there is none any more is
+    // no failure then (3903), and the first error stays.
+    if (!done && !ended) {
+        const auto records = recordsOf(SQL_HANDLE_DBC, database_.get(), engine_);
+        const bool none = std::any_of(records.begin(), records.end(),
+                                      [](const auto& record) { return record.nativeError == noTransaction; });
+        if (!none) {
+            // Where the server does not hear of it, the connection ends, and with it the transaction.
+            disconnect();
+            return;
+        }
+    }
+    endTransaction();
+}
+
+// Back to statements that stand alone. A connection that does not get there is opened again.
+void Connection::endTransaction() {
+    if (!setAutocommit(true) || !setIsolation(SQL_TXN_READ_COMMITTED))
+        disconnect();
+}
+
+dialect::Catalog::Columns Connection::columnsOf(const std::string& table) {
+    dialect::Catalog::Columns columns;
+    std::string text = "SELECT name, type FROM pragma_table_info(";
+    appendQuoted(table, text);
+    text += ")";
+    const Reset reset(statement_.get());
+    contract::Snapshot rows;
+    if (!SQL_SUCCEEDED(run(text)) || reader_.read(statement_.get(), engine_, std::nullopt, RowReader::Fetch::byBlock,
+                                                  rows) != RowReader::Outcome::complete)
+        return columns;
+    for (std::size_t row = 0; row < rows.rowCount(); ++row)
+        columns.push_back(
+            {std::string(rows.column(0).text(row)), dialect::kindOfDeclared(std::string(rows.column(1).text(row)))});
+    return columns;
+}
+
+} // namespace platform::odbc

@@ -1,0 +1,105 @@
+#pragma once
+
+#include "platform/odbc/ConnectionString.h"
+#include "platform/odbc/EngineCatalog.h"
+#include "platform/odbc/Errors.h"
+#include "platform/odbc/Handles.h"
+#include "platform/odbc/RowReader.h"
+#include "platform/odbc/StatementCache.h"
+#include "plugin/contract/Connection.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform::odbc {
+
+/// A connection through ODBC's driver manager, to SQL Server or what speaks its dialect; the texts go to it unchanged,
+/// each in one piece. For a driver that says it is SQLite the dialect is translated in front of it.
+///
+/// The connection string is a driver's, and besides "StatementTimeout=" with the seconds that a statement may take (no
+/// limit without it). Its passwords stand in no error.
+///
+/// A connection that is lost, or whose statement timed out, is opened again by the next command, but never within a
+/// transaction: that one is over, and everything but reading is refused until RollbackTrans().
+class Connection : public contract::Connection {
+public:
+    static constexpr int loginTimeout = 10; ///< seconds
+
+    Connection() : Connection(std::string_view()) {}
+    /// Not open yet.
+    explicit Connection(std::string_view connectionString);
+    ~Connection() override { Close(); }
+
+    std::string ConnectionString() const override { return connectionString_; }
+    void SetConnectionString(std::string_view text) override;
+
+    void Open() override;
+    void Close() noexcept override;
+    /// True also while a lost connection waits to be opened again.
+    bool IsOpen() const override { return open_; }
+
+    std::int64_t Execute(const contract::Statement& statement) override;
+    void Read(const contract::Statement& statement, contract::Snapshot& rows) override;
+
+    void BeginTrans() override;
+    void CommitTrans() override;
+    void RollbackTrans() override;
+    bool InTransaction() const override { return begun_ && !ended_; }
+
+    const contract::ErrorList& Errors() const override { return errors_; }
+
+    /// Runs one text of the engine's own language, untranslated. Throws as Execute() does.
+    void runNative(std::string_view text);
+
+    Engine engine() const { return engine_; }
+    /// What a user calls the database; no password.
+    const std::string& name() const { return name_; }
+    /// The database's own name as the driver tells it: a SQLite file's path.
+    std::string databaseName() const;
+    /// The driver's handle; null while the connection is closed or lost.
+    SQLHDBC handle() const { return database_.get(); }
+
+    /// Puts the records of a statement's or the connection's failure into Errors() and throws; for the parts of this
+    /// adapter.
+    [[noreturn]] void fail(SQLSMALLINT type, SQLHANDLE handle, std::string_view operation);
+
+private:
+    void connect(std::string_view operation);
+    void establish(std::string_view operation);
+    void disconnect() noexcept;
+    void prepareStatement(std::string_view operation);
+    void ready(std::string_view operation);
+    void checkTransactionAlive(std::string_view operation) const;
+    const TranslatedStatement& translated(const contract::Statement& statement);
+    std::string translatedText(const TranslatedStatement& shape, const contract::Statement& statement);
+    SQLRETURN run(std::string_view text);
+    bool drain();
+    std::int64_t execute(std::string_view text, std::string_view operation);
+    void endTransaction();
+    bool setIsolation(std::uintptr_t level);
+    bool setAutocommit(bool on);
+    bool serverHasTransaction();
+    dialect::Catalog::Columns columnsOf(const std::string& table);
+
+    std::string connectionString_;
+    std::string name_;
+    std::vector<std::string> passwords_;
+    std::uintptr_t timeout_ = 0; ///< of a statement, in seconds; 0 for none
+
+    Environment environment_;
+    DatabaseHandle database_;
+    StatementHandle statement_;
+    Engine engine_ = Engine::server;
+    EngineCatalog catalog_;
+    StatementCache statements_;
+    RowReader reader_;
+    std::vector<SQLWCHAR> wideText_;
+    contract::ErrorList errors_;
+    bool open_ = false;
+    bool begun_ = false; ///< by BeginTrans(), whatever the server has done with it since
+    bool ended_ = false; ///< the server has ended the transaction, or the connection is lost
+};
+
+} // namespace platform::odbc

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform::odbc {
+
+/// An ODBC connection string: keywords with values, "Driver={ODBC Driver};Server=erp;PWD=...". Keywords are compared
+/// without regard to case; a value in braces may hold semicolons, and a closing brace written twice.
+class ConnectionString {
+public:
+    /// Of this program, taken out before a driver sees the string: the longest time a statement may take, in seconds.
+    static constexpr std::string_view statementTimeout = "StatementTimeout";
+
+    ConnectionString() = default;
+    /// Reads any text; what is no keyword with a value stays as it is.
+    explicit ConnectionString(std::string_view text);
+
+    /// The value of a keyword without its braces; the first one where it is repeated.
+    std::optional<std::string> value(std::string_view keyword) const;
+    /// Puts a keyword at the end, or changes its value; braces are written where the value needs them.
+    void set(std::string_view keyword, std::string_view value);
+    void remove(std::string_view keyword);
+
+    /// The whole string.
+    std::string text() const;
+    /// The string with "***" for every password.
+    std::string masked() const;
+    /// The values of its passwords.
+    std::vector<std::string> passwords() const;
+    /// What a user calls the database: server and database, or the data source, never a password. "ODBC" where the
+    /// string names none of them.
+    std::string name() const;
+
+private:
+    struct Entry {
+        std::string keyword; ///< empty for a part without "="
+        std::string raw;     ///< as written, with braces
+    };
+    const Entry* find(std::string_view keyword) const;
+
+    std::vector<Entry> entries_;
+};
+
+/// The text with "***" for each of the passwords and for what follows "PWD=" or "Password=" in it: what a driver says
+/// may repeat what it was given.
+std::string withoutPasswords(std::string text, const std::vector<std::string>& passwords);
+
+} // namespace platform::odbc

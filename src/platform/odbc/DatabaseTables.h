@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/odbc/Connection.h"
+#include "plugin/contract/Schema.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace platform::odbc {
+
+/// The names of a table's columns, nothing when there is no such table (or view). Throws RuntimeError (database).
+std::optional<std::vector<std::string>> columnsOf(Connection& connection, std::string_view table);
+
+/// The first table of the schema that the database has already; nothing when it has none of them.
+std::optional<std::string> existingTable(Connection& connection, const contract::Schema& schema);
+
+/// Makes the schema's tables in the database of an open connection, and lets fill write their first rows (it may be
+/// empty), all in one transaction: whatever goes wrong leaves none of the tables.
+///
+/// Throws RuntimeError (database) when one of the tables exists, and whatever fill throws.
+void createTables(Connection& connection, const contract::Schema& schema,
+                  const std::function<void(Connection&)>& fill = {});
+
+/// Whether a database serves this schema: throws RuntimeError (database) that says which table or column is missing.
+/// Writes nothing.
+void checkDatabase(Connection& connection, const contract::Schema& schema);
+
+} // namespace platform::odbc

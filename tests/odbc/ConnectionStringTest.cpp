@@ -1,0 +1,69 @@
+#include "platform/odbc/ConnectionString.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using platform::odbc::ConnectionString;
+using platform::odbc::withoutPasswords;
+
+TEST(OdbcConnectionString, ReadsKeywordsWithoutRegardToCase) {
+    const ConnectionString string("Driver={ODBC Driver 18 for SQL Server}; SERVER = erp ;Database=Contabilità;");
+    EXPECT_EQ("ODBC Driver 18 for SQL Server", string.value("DRIVER"));
+    EXPECT_EQ("erp", string.value("server"));
+    EXPECT_EQ("Contabilità", string.value("Database"));
+    EXPECT_FALSE(string.value("UID").has_value());
+}
+
+TEST(OdbcConnectionString, BracesHoldSemicolonsAndBracesWrittenTwice) {
+    const ConnectionString string("UID=sa;PWD={a;b}}c=d};Server=erp");
+    EXPECT_EQ("a;b}c=d", string.value("pwd"));
+    EXPECT_EQ("erp", string.value("Server"));
+    EXPECT_EQ("UID=sa;PWD={a;b}}c=d};Server=erp", string.text());
+}
+
+TEST(OdbcConnectionString, WritesBracesWhereTheValueNeedsThem) {
+    ConnectionString string("Server=a");
+    string.set("PWD", "x;}y");
+    string.set("server", "b");
+    EXPECT_EQ("Server=b;PWD={x;}}y}", string.text());
+    EXPECT_EQ("x;}y", ConnectionString(string.text()).value("PWD"));
+    string.remove("pwd");
+    EXPECT_EQ("Server=b", string.text());
+}
+
+TEST(OdbcConnectionString, MasksEveryPassword) {
+    for (const std::string text : {"DSN=erp;PWD=segreto", "DSN=erp;pwd=segreto;", "Password={seg;reto};DSN=erp",
+                                   "DSN=erp; PaSsWoRd = segreto", "DSN=erp;PWD={segreto", "PWD={a}}segreto};DSN=erp"}) {
+        const std::string masked = ConnectionString(text).masked();
+        EXPECT_EQ(std::string::npos, masked.find("reto")) << masked;
+        EXPECT_NE(std::string::npos, masked.find("***")) << masked;
+        EXPECT_EQ(std::string::npos, ConnectionString(text).name().find("reto"));
+        EXPECT_EQ(std::string::npos, withoutPasswords("detto: " + text + "; fine", {}).find("reto"));
+    }
+}
+
+TEST(OdbcConnectionString, PasswordsGoFromWhatADriverRepeats) {
+    EXPECT_EQ("login of sa with *** failed", withoutPasswords("login of sa with segreto failed", {"segreto"}));
+    EXPECT_EQ("*** and ***", withoutPasswords("segreto and segreto", {"segreto"}));
+    // A short one could be any part of a text, and goes with its keyword only.
+    EXPECT_EQ("a table is missing", withoutPasswords("a table is missing", {"a"}));
+    EXPECT_EQ("UID=sa;PWD=***;x", withoutPasswords("UID=sa;PWD=a;x", {"a"}));
+    EXPECT_EQ("no password given", withoutPasswords("no password given", {}));
+}
+
+TEST(OdbcConnectionString, NamesTheDatabase) {
+    EXPECT_EQ("erp/Conti", ConnectionString("Driver=x;Server=erp;Database=Conti;PWD=a").name());
+    EXPECT_EQ("erp:1433/Conti", ConnectionString("Server=erp;Port=1433;Database=Conti").name());
+    EXPECT_EQ("sorgente", ConnectionString("DSN=sorgente;UID=a;PWD=b").name());
+    EXPECT_EQ("/tmp/a.db", ConnectionString("Driver=SQLite3;Database=/tmp/a.db").name());
+    EXPECT_EQ("ODBC", ConnectionString("UID=a;PWD=b").name());
+    EXPECT_EQ("ODBC", ConnectionString("").name());
+}
+
+TEST(OdbcConnectionString, KeepsWhatIsNoKeyword) {
+    EXPECT_EQ("erp;Server=a", ConnectionString("erp;;Server=a").text());
+    EXPECT_EQ("", ConnectionString(";;").text());
+}
+
+} // namespace
