@@ -1,9 +1,12 @@
 #include "host/DatabaseSetup.h"
 
+#include "host/DatabaseAccess.h"
 #include "host/DemoDatabase.h"
 #include "host/StartFailure.h"
 #include "host/StateStore.h"
 #include "host/UserFolders.h"
+#include "platform/odbc/Connection.h"
+#include "platform/odbc/DatabaseTables.h"
 #include "platform/sqlite/Connection.h"
 #include "platform/sqlite/DatabaseFile.h"
 #include "plugin/contract/RuntimeError.h"
@@ -36,17 +39,41 @@ void refuseExistingTables(const std::string& path, const contract::Schema& schem
                                "il database \"" + path + "\" contiene già la tabella " + std::string(table.name));
 }
 
+void createInFile(const std::string& path, const contract::Schema& schema, std::optional<std::int64_t> demoSize) {
+    refuseExistingTables(path, schema);
+    if (demoSize)
+        createDemoDatabase(path, schema, *demoSize);
+    else
+        platform::sqlite::createDatabase(path, schema);
+}
+
+void createOnServer(const std::string& connectionString, const contract::Schema& schema,
+                    std::optional<std::int64_t> demoSize) {
+    platform::odbc::Connection connection(connectionString);
+    connection.Open();
+    contract::Schema all = schema;
+    if (connection.engine() == platform::odbc::Engine::server) {
+        const auto& states = StateStore::schema().tables;
+        all.tables.insert(all.tables.end(), states.begin(), states.end());
+    }
+    if (const auto table = platform::odbc::existingTable(connection, all))
+        throw StartFailure(ExitStatus::refused,
+                           "il database \"" + connection.name() + "\" contiene già la tabella " + *table);
+    if (demoSize)
+        createDemoDatabase(connection, schema, *demoSize);
+    else
+        platform::odbc::createTables(connection, all);
+}
+
 } // namespace
 
 std::optional<std::string> wantedDatabase(const CommandLine& line, const std::optional<std::string>& saved) {
-    constexpr auto noAdapter = ": questa versione non ha l'adattatore ODBC; indicare un database incorporato con "
-                               "--database";
     if (line.database)
-        return line.database;
+        return embeddedDatabase(*line.database);
     if (line.odbc)
-        fail(std::string("connessione ODBC dell'opzione --odbc") + noAdapter); // not the string: it may hold a password
+        return line.odbc;
     if (const char* odbc = std::getenv("DISTINTE_ODBC"); odbc != nullptr && odbc[0] != '\0')
-        fail(std::string("connessione ODBC della variabile DISTINTE_ODBC") + noAdapter);
+        return odbc;
     return saved;
 }
 
@@ -65,7 +92,7 @@ std::string prepareDefaultDatabase(const contract::Schema& schema) {
             fs::remove(file, ignored);
     };
     try {
-        createDatabaseFile(making, schema, CommandLine::defaultDemoSize);
+        createDatabase(embeddedDatabase(making), schema, CommandLine::defaultDemoSize);
     } catch (const StartFailure&) {
         discard();
         throw;
@@ -81,13 +108,13 @@ std::string prepareDefaultDatabase(const contract::Schema& schema) {
     return path.string();
 }
 
-void createDatabaseFile(const std::string& path, const contract::Schema& schema, std::optional<std::int64_t> demoSize) {
+void createDatabase(const std::string& connectionString, const contract::Schema& schema,
+                    std::optional<std::int64_t> demoSize) {
     try {
-        refuseExistingTables(path, schema);
-        if (demoSize)
-            createDemoDatabase(path, schema, *demoSize);
+        if (isEmbedded(connectionString))
+            createInFile(embeddedPath(connectionString), schema, demoSize);
         else
-            platform::sqlite::createDatabase(path, schema);
+            createOnServer(connectionString, schema, demoSize);
     } catch (const contract::RuntimeError& error) {
         fail(error.description());
     }

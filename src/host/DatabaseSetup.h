@@ -8,18 +8,21 @@
 
 namespace host {
 
-// Which database the program works on, and how one is made. All throw StartFailure.
+// Which database the program works on, and how one is made. All throw StartFailure. A connection string is one of
+// DatabaseAccess.h.
 
-/// The embedded database that the command line, the environment or the saved connection asks for; nothing for the
-/// default file. Status 3 for a connection over ODBC, which this build has no adapter for.
+/// The connection string of the database that the command line, the environment (DISTINTE_ODBC) or the saved connection
+/// asks for, in this order; nothing for the default file.
 std::optional<std::string> wantedDatabase(const CommandLine& line, const std::optional<std::string>& saved);
 
 /// The default file, made with the demo companies when it is not there yet: under another name, which is given up once
 /// it is whole.
 std::string prepareDefaultDatabase(const contract::Schema& schema);
 
-/// Makes the tables, with or without the demo companies, in a file that is empty or not there. Status 1 when one of the
-/// tables exists, 3 when the file is no database or can not be made.
-void createDatabaseFile(const std::string& path, const contract::Schema& schema, std::optional<std::int64_t> demoSize);
+/// Makes the tables, with or without the demo companies, in a file that is empty or not there, or in a server's
+/// database with the host's own tables for workflow states. Status 1 when one of the tables exists, 3 when the database
+/// can not be opened or made.
+void createDatabase(const std::string& connectionString, const contract::Schema& schema,
+                    std::optional<std::int64_t> demoSize);
 
 } // namespace host

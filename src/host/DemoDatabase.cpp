@@ -2,6 +2,7 @@
 
 #include "host/DemoWriter.h"
 #include "host/StateStore.h"
+#include "platform/odbc/DatabaseTables.h"
 #include "platform/sqlite/DatabaseFile.h"
 #include "plugin/contract/RuntimeError.h"
 
@@ -43,6 +44,22 @@ private:
     bool kept_ = false;
 };
 
+void writeStatesFile(const DemoData& data, const fs::path& path) {
+    platform::sqlite::createDatabase(path.string(), StateStore::schema(), [&](platform::sqlite::Connection& file) {
+        const auto target = newTarget(file);
+        writeDemoStates(data, *target);
+        target->finish();
+    });
+}
+
+/// The component's tables and the host's.
+contract::Schema withStates(const contract::Schema& schema) {
+    contract::Schema all = schema;
+    const auto& own = StateStore::schema().tables;
+    all.tables.insert(all.tables.end(), own.begin(), own.end());
+    return all;
+}
+
 } // namespace
 
 void createDemoDatabase(const std::string& path, const contract::Schema& schema, std::int64_t largest) {
@@ -50,14 +67,36 @@ void createDemoDatabase(const std::string& path, const contract::Schema& schema,
     const std::string statesFile = StateStore::fileOf(path);
     MadeFile states(statesFile + ".nuovo" + std::to_string(::getpid()));
     platform::sqlite::createDatabase(path, schema, [&](platform::sqlite::Connection& connection) {
-        writeDemoData(data, connection);
-        platform::sqlite::createDatabase(states.path().string(), StateStore::schema(),
-                                         [&](platform::sqlite::Connection& file) { writeDemoStates(data, file); });
+        const auto target = newTarget(connection);
+        writeDemoData(data, *target);
+        target->finish();
+        writeStatesFile(data, states.path());
         // Before the database is committed: one that stands has its states. States of an earlier database under this
         // name belong to nothing any more.
         states.renameTo(statesFile);
     });
     states.keep();
+}
+
+void createDemoDatabase(platform::odbc::Connection& connection, const contract::Schema& schema, std::int64_t largest) {
+    const DemoData data = makeDemoData(largest);
+    const bool file = connection.engine() == platform::odbc::Engine::sqlite;
+    const contract::Schema all = file ? schema : withStates(schema);
+    const std::string statesFile = StateStore::fileOf(connection.databaseName());
+    MadeFile states(statesFile + ".nuovo" + std::to_string(::getpid()));
+    platform::odbc::createTables(connection, all, [&](platform::odbc::Connection& open) {
+        const auto target = newTarget(open, all);
+        writeDemoData(data, *target);
+        if (!file)
+            writeDemoStates(data, *target);
+        target->finish();
+        if (file) {
+            writeStatesFile(data, states.path());
+            states.renameTo(statesFile);
+        }
+    });
+    if (file)
+        states.keep();
 }
 
 } // namespace host

@@ -1,14 +1,14 @@
 #pragma once
 
 #include "host/DemoModel.h"
-#include "platform/sqlite/Connection.h"
+#include "host/DemoTarget.h"
 
 namespace host {
 
-// Both write within the transaction that is open on the connection.
+// Both leave the rows in the target, whose owner finishes it.
 
-void writeDemoData(const DemoData& data, platform::sqlite::Connection& connection);
-/// The nodes' workflow states into the host's own file.
-void writeDemoStates(const DemoData& data, platform::sqlite::Connection& connection);
+void writeDemoData(const DemoData& data, DemoTarget& target);
+/// The nodes' workflow states into the host's own tables.
+void writeDemoStates(const DemoData& data, DemoTarget& target);
 
 } // namespace host

@@ -1,10 +1,10 @@
 #include "host/HostServices.h"
 
 #include "host/AccountWindow.h"
+#include "host/DatabaseAccess.h"
 #include "host/TracingConnection.h"
 #include "platform/qt/Appearance.h"
 #include "platform/qt/CaptionedControl.h"
-#include "platform/sqlite/Connection.h"
 #include "plugin/contract/Recordset.h"
 
 namespace host {
@@ -79,8 +79,8 @@ std::shared_ptr<contract::Connection> HostConnectionProvider::newConnection() {
     // The connection is traced into the context, so it holds on to it.
     struct Held : TracingConnection {
         explicit Held(std::shared_ptr<HostContext> owner)
-            : TracingConnection(std::make_unique<platform::sqlite::Connection>(), owner->trace),
-              context(std::move(owner)) {}
+            : TracingConnection(host::newConnection(owner->connectionString), owner->trace), context(std::move(owner)) {
+        }
         std::shared_ptr<HostContext> context;
     };
     return std::make_shared<Held>(context_);

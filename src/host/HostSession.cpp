@@ -2,6 +2,7 @@
 
 #include "host/ClassProperties.h"
 #include "host/ComponentLibrary.h"
+#include "host/DatabaseAccess.h"
 #include "host/HostGlobal.h"
 #include "host/HostServices.h"
 #include "host/ObjectModels.h"
@@ -11,12 +12,9 @@
 #include "platform/qt/Appearance.h"
 #include "platform/qt/DataEntryHooks.h"
 #include "platform/qt/QtControlFactory.h"
-#include "platform/sqlite/Connection.h"
-#include "platform/sqlite/DatabaseFile.h"
 #include "plugin/contract/Form.h"
 #include "plugin/contract/Snapshot.h"
 
-#include <QFileInfo>
 #include <QTimer>
 
 #include <array>
@@ -77,16 +75,27 @@ HostSession::~HostSession() {
     context_->connection.reset();
 }
 
-void HostSession::openDatabase() {
-    const std::string& path = settings_.databasePath;
-    context_->connectionString = std::string(platform::sqlite::Connection::scheme) + path;
-    auto connection = std::make_shared<platform::sqlite::Connection>(context_->connectionString);
+QString HostSession::tryDatabase(const std::string& connectionString) {
     try {
+        const auto connection = newConnection(connectionString);
         connection->Open();
-        platform::sqlite::checkDatabase(*connection, component_.schema());
+        checkTables(*connection, component_.schema());
+    } catch (const contract::RuntimeError& error) {
+        return toQt(error.description());
+    }
+    return {};
+}
+
+void HostSession::openDatabase() {
+    context_->connectionString = settings_.connectionString;
+    try {
+        std::shared_ptr<contract::Connection> connection = newConnection(context_->connectionString);
+        connection->Open();
+        checkTables(*connection, component_.schema());
         context_->connection = connection;
-        context_->states = std::make_unique<StateStore>(
-            path, [](std::function<void()> action) { QTimer::singleShot(0, qApp, std::move(action)); });
+        context_->states = openStates(context_->connectionString, *connection, [](std::function<void()> action) {
+            QTimer::singleShot(0, qApp, std::move(action));
+        });
         const auto all = settings_.company ? std::vector<std::int64_t>{*settings_.company} : companies();
         context_->company = all.empty() ? 1 : all.front();
     } catch (const contract::RuntimeError& error) {
@@ -154,8 +163,7 @@ QString HostSession::openForm(const QJsonObject& properties) {
 
 void HostSession::giveContext() {
     auto& plugin = class_->plugin();
-    auto connection = std::make_unique<platform::sqlite::Connection>(context_->connectionString);
-    auto traced = std::make_shared<TracingConnection>(std::move(connection), context_->trace);
+    auto traced = std::make_shared<TracingConnection>(newConnection(context_->connectionString), context_->trace);
     traced->Open();
     plugin.Connection(traced);
     plugin.ClsGlobal(global_);
@@ -357,7 +365,7 @@ std::vector<std::int64_t> HostSession::companies() {
 }
 
 QString HostSession::databaseName() const {
-    return QFileInfo(toQt(settings_.databasePath)).fileName();
+    return toQt(databaseLabel(settings_.connectionString));
 }
 QString HostSession::logFile() const {
     return settings_.logFile;

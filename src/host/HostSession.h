@@ -29,7 +29,7 @@ struct HostContext;
 
 /// With what a session starts.
 struct SessionSettings {
-    std::string databasePath;            ///< embedded database; it exists
+    std::string connectionString;        ///< of a database that exists
     std::optional<std::int64_t> company; ///< nothing: the lowest one in the database
     std::string user = "ADMIN";
     std::string group = "ADMIN";
@@ -53,6 +53,12 @@ public:
     HostSession(SessionSettings settings, ComponentLibrary& component, QMdiArea* area, QWidget* window);
     ~HostSession() override;
 
+    /// The database to be opened, in the place of the one it was made with.
+    void setDatabase(const std::string& connectionString) { settings_.connectionString = connectionString; }
+    const std::string& connectionString() const { return settings_.connectionString; }
+    /// Whether a database would serve: opens it, looks for the component's tables and closes it. The reason of a
+    /// failure, empty when it serves.
+    QString tryDatabase(const std::string& connectionString);
     /// Opens the database and checks that it has the component's tables. Throws StartFailure (exit status 3).
     void openDatabase();
 

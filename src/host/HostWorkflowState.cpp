@@ -6,6 +6,8 @@
 
 #include <QUuid>
 
+#include <algorithm>
+
 namespace host {
 
 namespace {
@@ -59,16 +61,13 @@ std::string HostWorkflowState::GetDescrizioneStatoFromGUID(std::string_view guid
 
 std::vector<std::string> HostWorkflowState::descriptions(const std::vector<std::string>& guids) {
     std::vector<std::string> texts(guids.size());
-    std::map<std::int64_t, std::string> all;
-    for (std::size_t i = 0; i < guids.size(); ++i) {
-        const auto state = context_->states->state(guids[i]);
-        if (!state)
-            continue;
-        if (all.empty())
-            all = states();
-        if (const auto at = all.find(*state); at != all.end())
+    const auto found = context_->states->states(guids);
+    if (std::none_of(found.begin(), found.end(), [](const auto& state) { return state.has_value(); }))
+        return texts;
+    const auto all = states();
+    for (std::size_t i = 0; i < guids.size(); ++i)
+        if (const auto at = found[i] ? all.find(*found[i]) : all.end(); at != all.end())
             texts[i] = at->second;
-    }
     return texts;
 }
 

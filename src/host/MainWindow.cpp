@@ -2,15 +2,17 @@
 
 #include "host/AppIcon.h"
 #include "host/BusyIndicator.h"
+#include "host/ConnectionDialog.h"
+#include "host/DatabaseAccess.h"
 #include "host/DialogButtons.h"
 #include "host/ErrorLogWindow.h"
 #include "host/HostSession.h"
+#include "host/Text.h"
 #include "host/UserChoice.h"
 #include "platform/qt/Appearance.h"
 
 #include <QActionGroup>
 #include <QCloseEvent>
-#include <QFileDialog>
 #include <QHBoxLayout>
 #include <QInputDialog>
 #include <QMenuBar>
@@ -79,7 +81,7 @@ void MainWindow::makeMenus() {
     auto* tools = menuBar()->addMenu(QStringLiteral("S&trumenti"));
     tools->addAction(QStringLiteral("&Azienda di lavoro…"), this, &MainWindow::chooseCompany);
     tools->addAction(QStringLiteral("&Utente e gruppo…"), this, &MainWindow::chooseUser);
-    tools->addAction(QStringLiteral("&Database all'avvio…"), this, &MainWindow::chooseDatabase);
+    tools->addAction(QStringLiteral("&Connessione…"), this, &MainWindow::chooseConnection);
     tools->addSeparator();
     tools->addAction(QStringLiteral("&Registro degli errori…"), this, &MainWindow::showErrors);
 
@@ -322,13 +324,17 @@ void MainWindow::chooseUser() {
         session_->setUser(choice.user(), choice.group());
 }
 
-void MainWindow::chooseDatabase() {
-    const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Database da aprire all'avvio"), QString(),
-                                                      QStringLiteral("Database (*.sqlite *.db);;Tutti i file (*)"));
-    if (path.isEmpty() || settings_ == nullptr)
+void MainWindow::chooseConnection() {
+    ConnectionDialog dialog(
+        session_->connectionString(),
+        [this](const std::string& connectionString) { return session_->tryDatabase(connectionString); }, this);
+    if (dialog.exec() != QDialog::Accepted || settings_ == nullptr)
         return;
-    settings_->saveDatabase(path);
-    QMessageBox::information(this, windowTitle(), QStringLiteral("Dal prossimo avvio il programma apre\n%1").arg(path));
+    const std::string chosen = dialog.connectionString();
+    settings_->saveConnection(chosen);
+    QMessageBox::information(
+        this, windowTitle(),
+        QStringLiteral("Dal prossimo avvio il programma apre\n%1").arg(toQt(databaseLabel(chosen))));
 }
 
 void MainWindow::showErrors() {

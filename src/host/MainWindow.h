@@ -41,7 +41,7 @@ private:
     void saveSplitters();
     void chooseCompany();
     void chooseUser();
-    void chooseDatabase();
+    void chooseConnection();
     void showErrors();
     void showAbout();
 

@@ -1,5 +1,7 @@
 #include "host/StateStore.h"
 
+#include "platform/odbc/Connection.h"
+#include "platform/odbc/DatabaseTables.h"
 #include "platform/sqlite/Connection.h"
 #include "platform/sqlite/DatabaseFile.h"
 #include "plugin/contract/Date.h"
@@ -24,6 +26,15 @@ std::string normal(std::string_view guid) {
     std::transform(text.begin(), text.end(), text.begin(),
                    [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
     return text;
+}
+
+/// Whether the server takes the text for a global identifier.
+bool isGuid(std::string_view text) {
+    constexpr std::string_view pattern = "hhhhhhhh-hhhh-hhhh-hhhh-hhhhhhhhhhhh";
+    return std::equal(text.begin(), text.end(), pattern.begin(), pattern.end(), [](char c, char wanted) {
+        const bool digit = (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F');
+        return wanted == '-' ? c == '-' : digit;
+    });
 }
 
 } // namespace
@@ -52,6 +63,10 @@ StateStore::StateStore(std::string databasePath, std::function<void(std::functio
     : path_(fileOf(databasePath)), later_(std::move(later)) {
 }
 
+StateStore::StateStore(std::unique_ptr<platform::odbc::Connection> connection)
+    : connection_(std::move(connection)), server_(static_cast<platform::odbc::Connection*>(connection_.get())) {
+}
+
 StateStore::~StateStore() {
     *alive_ = false;
     try {
@@ -63,6 +78,23 @@ StateStore::~StateStore() {
 }
 
 contract::Connection* StateStore::open(bool create) {
+    return server_ != nullptr ? openServer(create) : openFile(create);
+}
+
+contract::Connection* StateStore::openServer(bool create) {
+    if (!server_->IsOpen())
+        server_->Open();
+    if (!tablesThere_) {
+        tablesThere_ = platform::odbc::columnsOf(*server_, schema().tables.front().name).has_value();
+        if (!tablesThere_ && create) {
+            platform::odbc::createTables(*server_, schema());
+            tablesThere_ = true;
+        }
+    }
+    return tablesThere_ ? server_ : nullptr;
+}
+
+contract::Connection* StateStore::openFile(bool create) {
     if (connection_)
         return connection_.get();
     std::error_code ignored;
@@ -78,58 +110,123 @@ contract::Connection* StateStore::open(bool create) {
     return connection_.get();
 }
 
+// One spelling; empty for what can have no state.
+std::string StateStore::keyOf(std::string_view guid) const {
+    std::string key = normal(guid);
+    return server_ == nullptr || isGuid(key) ? key : std::string();
+}
+
 std::optional<std::int64_t> StateStore::state(std::string_view guid) {
-    const std::string key = normal(guid);
-    auto* connection = key.empty() ? nullptr : open(false);
+    return states({std::string(guid)}).front();
+}
+
+std::vector<std::optional<std::int64_t>> StateStore::states(const std::vector<std::string>& guids) {
+    std::vector<std::optional<std::int64_t>> found(guids.size());
+    std::vector<std::string> keys;
+    keys.reserve(guids.size());
+    for (const auto& guid : guids)
+        keys.push_back(keyOf(guid));
+    const bool any = std::any_of(keys.begin(), keys.end(), [](const auto& key) { return !key.empty(); });
+    auto* connection = any ? open(false) : nullptr;
     if (connection == nullptr)
-        return std::nullopt;
-    Statement statement("SELECT STATI_ID_WF02 FROM STATI_LEGAME WHERE STATI_GUID = '");
+        return found;
+    // A file answers one at a time as fast; a server is asked once for a screen.
+    constexpr std::size_t mostAtOnce = 100;
+    const std::size_t atOnce = server_ != nullptr ? mostAtOnce : 1;
+    for (std::size_t first = 0; first < keys.size(); first += atOnce) {
+        const std::size_t last = std::min(keys.size(), first + atOnce);
+        Statement statement("SELECT STATI_GUID, STATI_ID_WF02 FROM STATI_LEGAME WHERE STATI_GUID IN ('");
+        bool asked = false;
+        for (std::size_t i = first; i < last; ++i) {
+            if (keys[i].empty())
+                continue;
+            if (asked)
+                statement << "', '";
+            statement.text(keys[i]);
+            asked = true;
+        }
+        if (!asked)
+            continue;
+        statement << "')";
+        contract::Snapshot rows;
+        connection->Read(statement, rows);
+        for (std::size_t row = 0; row < rows.rowCount(); ++row) {
+            const std::string key = normal(rows.column(0).value(row).text());
+            for (std::size_t i = first; i < last; ++i)
+                if (keys[i] == key)
+                    found[i] = rows.column(1).integer(row);
+        }
+    }
+    return found;
+}
+
+// The transaction of the present command, in a file.
+void StateStore::begin(contract::Connection& connection) {
+    if (server_ != nullptr || connection.InTransaction())
+        return;
+    connection.BeginTrans();
+    if (later_)
+        later_([this, alive = alive_] {
+            if (*alive)
+                commit();
+        });
+}
+
+std::int64_t StateStore::update(contract::Connection& connection, const std::string& key, std::int64_t state) {
+    Statement statement("UPDATE STATI_LEGAME SET STATI_ID_WF02 = ");
+    statement.number(state) << " WHERE STATI_GUID = '";
     statement.text(key) << "'";
-    contract::Snapshot rows;
-    connection->Read(statement, rows);
-    return rows.rowCount() > 0 ? rows.column(0).integer(0) : std::nullopt;
+    return connection.Execute(statement);
+}
+
+void StateStore::insert(contract::Connection& connection, const std::string& key, std::int64_t state) {
+    Statement statement("INSERT INTO STATI_LEGAME (STATI_GUID, STATI_ID_WF02) VALUES ('");
+    statement.text(key) << "', ";
+    statement.number(state) << ")";
+    connection.Execute(statement);
 }
 
 void StateStore::setState(std::string_view guid, std::int64_t state, std::string_view user, std::string_view from) {
-    const std::string key = normal(guid);
+    const std::string key = keyOf(guid);
     if (key.empty())
         return;
     auto& connection = *open(true);
-    if (!connection.InTransaction()) {
-        connection.BeginTrans();
-        if (later_)
-            later_([this, alive = alive_] {
-                if (*alive)
-                    commit();
-            });
+    begin(connection);
+    if (update(connection, key, state) == 0) {
+        try {
+            insert(connection, key, state);
+        } catch (const contract::RuntimeError&) {
+            // Another user was quicker.
+            if (server_ == nullptr || update(connection, key, state) == 0)
+                throw;
+        }
     }
-    Statement update("UPDATE STATI_LEGAME SET STATI_ID_WF02 = ");
-    update.number(state) << " WHERE STATI_GUID = '";
-    update.text(key) << "'";
-    if (connection.Execute(update) == 0) {
-        Statement insert("INSERT INTO STATI_LEGAME (STATI_GUID, STATI_ID_WF02) VALUES ('");
-        insert.text(key) << "', ";
-        insert.number(state) << ")";
-        connection.Execute(insert);
-    }
-    Statement history("INSERT INTO STATI_STORIA (STORIA_GUID, STORIA_ID_WF02, STORIA_GUIDORIG, STORIA_UTENTE, "
-                      "STORIA_DATA) VALUES ('");
+    const std::string origin = keyOf(from);
+    Statement history("INSERT INTO STATI_STORIA (STORIA_GUID, STORIA_ID_WF02, STORIA_UTENTE, STORIA_DATA");
+    if (!origin.empty())
+        history << ", STORIA_GUIDORIG";
+    history << ") VALUES ('";
     history.text(key) << "', ";
     history.number(state) << ", '";
-    history.text(normal(from)) << "', '";
     history.text(user) << "', CONVERT(DateTime,'";
-    history.date(contract::Date::today()) << "',103))";
+    history.date(contract::Date::today()) << "',103)";
+    if (!origin.empty()) {
+        history << ", '";
+        history.text(origin) << "'";
+    }
+    history << ")";
     connection.Execute(history);
     if (!later_)
         commit();
 }
 
 std::size_t StateStore::changes(std::string_view guid) {
-    auto* connection = open(false);
+    const std::string key = keyOf(guid);
+    auto* connection = key.empty() ? nullptr : open(false);
     if (connection == nullptr)
         return 0;
     Statement statement("SELECT STORIA_ID FROM STATI_STORIA WHERE STORIA_GUID = '");
-    statement.text(normal(guid)) << "'";
+    statement.text(key) << "'";
     contract::Snapshot rows;
     connection->Read(statement, rows);
     return rows.rowCount();

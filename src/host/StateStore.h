@@ -9,18 +9,27 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
+
+namespace platform::odbc {
+class Connection;
+}
 
 namespace host {
 
-/// The host's workflow states of links, by the link's GUID, with their history: a file of the host's own beside the
-/// database ("<database>.stati"), made when the first state is written.
+/// The host's workflow states of links, by the link's GUID, with their history, over a connection of their own: in a
+/// file beside an embedded database ("<database>.stati"), or in two tables on the database's server. Either is made
+/// when the first state is written, if it is not there yet.
 ///
-/// Writes of one command are put into one transaction, which is committed when the user interface comes back to rest,
-/// so that giving a state to thousands of links costs one write to the disk.
+/// In a file the writes of one command are put into one transaction, which is committed when the user interface comes
+/// back to rest, so that giving a state to thousands of links costs one write to the disk. On a server each write
+/// stands alone: other users wait for none of them.
 class StateStore {
 public:
     /// later: calls a function once the present command is done; nothing commits each write at once.
     explicit StateStore(std::string databasePath, std::function<void(std::function<void()>)> later = {});
+    /// On the server of that connection, which is opened when it is needed.
+    explicit StateStore(std::unique_ptr<platform::odbc::Connection> connection);
     StateStore(const StateStore&) = delete;
     StateStore& operator=(const StateStore&) = delete;
     /// Commits.
@@ -31,6 +40,8 @@ public:
 
     /// State of a link (WF02_ID), nothing when it has none. GUIDs compare without regard to case and blanks around.
     std::optional<std::int64_t> state(std::string_view guid);
+    /// The same for many links, in their order.
+    std::vector<std::optional<std::int64_t>> states(const std::vector<std::string>& guids);
     /// Gives a link a state and keeps it in the history, with who and, for a state taken over from a link, that link's
     /// GUID. Throws RuntimeError.
     void setState(std::string_view guid, std::int64_t state, std::string_view user, std::string_view from = {});
@@ -41,10 +52,18 @@ public:
 
 private:
     contract::Connection* open(bool create);
+    contract::Connection* openFile(bool create);
+    contract::Connection* openServer(bool create);
+    void begin(contract::Connection& connection);
+    static std::int64_t update(contract::Connection& connection, const std::string& key, std::int64_t state);
+    static void insert(contract::Connection& connection, const std::string& key, std::int64_t state);
+    std::string keyOf(std::string_view guid) const;
 
     std::string path_;
     std::function<void(std::function<void()>)> later_;
     std::unique_ptr<contract::Connection> connection_;
+    platform::odbc::Connection* server_ = nullptr; ///< the same, on a server
+    bool tablesThere_ = false;                     ///< on a server
     std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 

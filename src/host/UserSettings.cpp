@@ -1,5 +1,7 @@
 #include "host/UserSettings.h"
 
+#include "host/DatabaseAccess.h"
+#include "host/Text.h"
 #include "host/UserFolders.h"
 #include "platform/qt/Appearance.h"
 #include "platform/qt/Scriptable.h"
@@ -17,6 +19,7 @@ const QString zoomKey = QStringLiteral("aspetto/zoom");
 const QString geometryKey = QStringLiteral("finestra/geometria");
 const QString splitterGroup = QStringLiteral("divisori/");
 const QString databaseKey = QStringLiteral("connessione/database");
+const QString odbcKey = QStringLiteral("connessione/odbc");
 
 /// Calls the action with every splitter of a form.
 template <class Action> void forEachSplitter(platform::qt::FormWindow& form, Action action) {
@@ -71,13 +74,22 @@ void UserSettings::saveSplitters(platform::qt::FormWindow& form) {
     });
 }
 
-std::optional<std::string> UserSettings::savedDatabase() const {
+std::optional<std::string> UserSettings::savedConnection() const {
+    const QString odbc = settings_.value(odbcKey).toString();
+    if (!odbc.isEmpty())
+        return odbc.toStdString();
     const QString path = settings_.value(databaseKey).toString();
-    return path.isEmpty() ? std::nullopt : std::optional(path.toStdString());
+    return path.isEmpty() ? std::nullopt : std::optional(embeddedDatabase(path.toStdString()));
 }
 
-void UserSettings::saveDatabase(const QString& path) {
-    settings_.setValue(databaseKey, path);
+void UserSettings::saveConnection(std::string_view connectionString) {
+    settings_.remove(odbcKey);
+    settings_.remove(databaseKey);
+    if (isEmbedded(connectionString)) {
+        settings_.setValue(databaseKey, toQt(embeddedPath(connectionString)));
+        return;
+    }
+    settings_.setValue(odbcKey, toQt(withoutPassword(connectionString)));
 }
 
 } // namespace host

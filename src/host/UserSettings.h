@@ -9,6 +9,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace host {
 
@@ -25,9 +26,10 @@ public:
     void restoreSplitters(platform::qt::FormWindow& form);
     void saveSplitters(platform::qt::FormWindow& form);
 
-    /// Path of the embedded database to open when the command line names none.
-    std::optional<std::string> savedDatabase() const;
-    void saveDatabase(const QString& path);
+    /// Connection string of the database to open when the command line names none; no password stands in it.
+    std::optional<std::string> savedConnection() const;
+    /// Saves a connection string without its passwords.
+    void saveConnection(std::string_view connectionString);
 
 private:
     QSettings settings_;

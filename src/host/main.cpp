@@ -1,18 +1,23 @@
 #include "host/CommandLine.h"
 #include "host/ComponentLibrary.h"
+#include "host/ConnectionDialog.h"
+#include "host/DatabaseAccess.h"
 #include "host/DatabaseSetup.h"
 #include "host/HostSession.h"
 #include "host/MainWindow.h"
 #include "host/ScriptReader.h"
 #include "host/ScriptRunner.h"
 #include "host/StartFailure.h"
+#include "host/Text.h"
 #include "host/UserFolders.h"
 #include "host/UserSettings.h"
 #include "platform/qt/Appearance.h"
 
 #include <QApplication>
+#include <QInputDialog>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QMessageBox>
 #include <QTranslator>
 
 #include <algorithm>
@@ -60,21 +65,30 @@ host::ComponentLibrary loadComponent() {
     return host::ComponentLibrary::load(programFolder(), host::componentRegistryFile());
 }
 
+/// Puts the password of the environment into a connection string that names a user without one.
+std::string withPasswordOfEnvironment(const std::string& connectionString) {
+    const char* password = std::getenv("DISTINTE_ODBC_PASSWORD");
+    if (password == nullptr || password[0] == '\0' || !host::wantsPassword(connectionString))
+        return connectionString;
+    return host::withPassword(connectionString, password);
+}
+
 std::string databaseOf(const CommandLine& line, const contract::Schema& schema) {
-    const auto wanted = host::wantedDatabase(line, host::UserSettings().savedDatabase());
-    return wanted ? *wanted : host::prepareDefaultDatabase(schema);
+    const auto wanted = host::wantedDatabase(line, host::UserSettings().savedConnection());
+    return wanted ? withPasswordOfEnvironment(*wanted) : host::embeddedDatabase(host::prepareDefaultDatabase(schema));
 }
 
 int create(const CommandLine& line) {
     const auto component = loadComponent();
-    auto path = host::wantedDatabase(line, host::UserSettings().savedDatabase());
-    if (!path) {
+    auto database = host::wantedDatabase(line, host::UserSettings().savedConnection());
+    if (!database) {
         std::error_code ignored;
         std::filesystem::create_directories(host::dataFolder(), ignored);
-        path = host::defaultDatabase().string();
+        database = host::embeddedDatabase(host::defaultDatabase().string());
     }
     const bool demo = line.action == CommandLine::Action::createDemo;
-    host::createDatabaseFile(*path, component.schema(), demo ? std::optional(line.demoSize) : std::nullopt);
+    host::createDatabase(withPasswordOfEnvironment(*database), component.schema(),
+                         demo ? std::optional(line.demoSize) : std::nullopt);
     return static_cast<int>(ExitStatus::success);
 }
 
@@ -84,6 +98,46 @@ void useItalian(QApplication& application) {
     auto* translator = new QTranslator(&application);
     if (translator->load(QStringLiteral("qtbase_it"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(translator);
+}
+
+/// Asks for the password where a user is named without one.
+void askPassword(host::HostSession& session) {
+    const std::string& database = session.connectionString();
+    if (!host::wantsPassword(database))
+        return;
+    bool given = false;
+    const QString password =
+        QInputDialog::getText(nullptr, QStringLiteral("Manutenzione distinte"),
+                              QStringLiteral("Password per %1:").arg(host::toQt(host::databaseLabel(database))),
+                              QLineEdit::Password, QString(), &given);
+    if (!given)
+        throw StartFailure(ExitStatus::database,
+                           "connessione a \"" + host::databaseLabel(database) + "\" annullata: password non data");
+    session.setDatabase(host::withPassword(database, password.toStdString()));
+}
+
+/// A database that was saved, or is the default, may be exchanged for another one when it does not open; one that the
+/// command line or the environment names may not.
+void openForAPerson(host::HostSession& session, const CommandLine& line, host::UserSettings& remembered) {
+    const bool named = line.database || line.odbc || isSet("DISTINTE_ODBC");
+    for (;;) {
+        try {
+            askPassword(session);
+            session.openDatabase();
+            return;
+        } catch (const StartFailure& failure) {
+            if (named || failure.status() != ExitStatus::database)
+                throw;
+            QMessageBox::critical(nullptr, QStringLiteral("Manutenzione distinte"), QString::fromUtf8(failure.what()));
+            host::ConnectionDialog dialog(
+                session.connectionString(), [&](const std::string& text) { return session.tryDatabase(text); },
+                nullptr);
+            if (dialog.exec() != QDialog::Accepted)
+                throw;
+            remembered.saveConnection(dialog.connectionString());
+            session.setDatabase(dialog.connectionString());
+        }
+    }
 }
 
 int work(const CommandLine& line, int& argc, char** argv) {
@@ -99,7 +153,7 @@ int work(const CommandLine& line, int& argc, char** argv) {
     auto component = loadComponent();
 
     host::SessionSettings settings;
-    settings.databasePath = databaseOf(line, component.schema());
+    settings.connectionString = databaseOf(line, component.schema());
     settings.company = line.company;
     settings.user = line.user;
     settings.group = line.group;
@@ -122,7 +176,10 @@ int work(const CommandLine& line, int& argc, char** argv) {
 
     host::MainWindow window(scripted ? nullptr : &remembered);
     host::HostSession session(settings, component, window.area(), &window);
-    session.openDatabase();
+    if (scripted)
+        session.openDatabase();
+    else
+        openForAPerson(session, line, remembered);
     window.attach(session);
     window.show();
     if (scripted)

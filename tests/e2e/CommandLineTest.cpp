@@ -25,7 +25,7 @@ protected:
 
     QString script(const QByteArray& lines) { return place_.write(QStringLiteral("s.jsonl"), lines); }
 
-    Workplace place_;
+    Workplace place_{Workplace::Where::file};
 };
 
 TEST_F(CommandLine, TellsVersionAndHelp) {

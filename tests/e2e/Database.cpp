@@ -1,28 +1,112 @@
 #include "e2e/Database.h"
 
+#include "data/Schema.h"
+#include "e2e/Program.h"
+#include "platform/odbc/Connection.h"
+#include "platform/odbc/DatabaseTables.h"
+#include "plugin/contract/RuntimeError.h"
+#include "plugin/contract/Snapshot.h"
+
 #include <gtest/gtest.h>
 
 #include <sqlite3.h>
 
 namespace e2e {
 
+namespace {
+
+/// The statements of a text; semicolons within quotes are characters.
+std::vector<std::string> statementsOf(const std::string& sql) {
+    std::vector<std::string> statements(1);
+    bool quoted = false;
+    for (const char c : sql) {
+        if (c == '\'')
+            quoted = !quoted;
+        if (c == ';' && !quoted)
+            statements.emplace_back();
+        else
+            statements.back() += c;
+    }
+    std::erase_if(statements, [](const auto& text) { return text.find_first_not_of(" \n") == std::string::npos; });
+    return statements;
+}
+
+/// The table of an insert that gives numbers which the server counts by itself; empty for any other statement.
+std::string tableWithIdentity(const std::string& statement) {
+    for (const auto& table : qz::schema().tables) {
+        const bool inserts = statement.find("INSERT INTO " + std::string(table.name) + " (") != std::string::npos;
+        for (const auto& column : table.columns) {
+            const auto names = statement.substr(0, statement.find("VALUES"));
+            if (inserts && column.type == contract::ColumnType::identity &&
+                names.find(std::string(column.name) + ",") != std::string::npos)
+                return std::string(table.name);
+        }
+    }
+    return {};
+}
+
+/// A value as SQLite keeps it.
+std::string stored(const contract::Value& value) {
+    if (value.isNull())
+        return "null";
+    if (const auto* date = value.as<contract::Date>())
+        return date->iso();
+    if (const auto* flag = value.as<bool>())
+        return *flag ? "1" : "0";
+    return value.text();
+}
+
+} // namespace
+
 Database::Database(const QString& file) {
-    EXPECT_EQ(SQLITE_OK, sqlite3_open_v2(file.toUtf8().constData(), &database_, SQLITE_OPEN_READWRITE, nullptr))
-        << file.toStdString();
-    sqlite3_busy_timeout(database_, 5000);
+    open(file);
+}
+
+Database::Database(const Workplace& place) {
+    if (!place.onServer()) {
+        open(place.database());
+        return;
+    }
+    server_ = std::make_unique<platform::odbc::Connection>(place.server());
+    server_->Open();
 }
 
 Database::~Database() {
     sqlite3_close(database_);
 }
 
+void Database::open(const QString& file) {
+    EXPECT_EQ(SQLITE_OK, sqlite3_open_v2(file.toUtf8().constData(), &database_, SQLITE_OPEN_READWRITE, nullptr))
+        << file.toStdString();
+    sqlite3_busy_timeout(database_, 5000);
+}
+
 void Database::run(const std::string& sql) {
+    if (server_)
+        return runOnServer(sql);
     char* error = nullptr;
     EXPECT_EQ(SQLITE_OK, sqlite3_exec(database_, sql.c_str(), nullptr, nullptr, &error)) << sql << ": " << error;
     sqlite3_free(error);
 }
 
+void Database::runOnServer(const std::string& sql) {
+    for (const auto& statement : statementsOf(sql)) {
+        try {
+            const std::string table = tableWithIdentity(statement);
+            if (!table.empty())
+                server_->runNative("SET IDENTITY_INSERT " + table + " ON");
+            server_->runNative(statement);
+            if (!table.empty())
+                server_->runNative("SET IDENTITY_INSERT " + table + " OFF");
+        } catch (const contract::RuntimeError& error) {
+            ADD_FAILURE() << statement << ": " << error.description();
+        }
+    }
+}
+
 std::vector<std::vector<std::string>> Database::rows(const std::string& sql) {
+    if (server_)
+        return rowsOfServer(sql);
     std::vector<std::vector<std::string>> result;
     sqlite3_stmt* statement = nullptr;
     EXPECT_EQ(SQLITE_OK, sqlite3_prepare_v2(database_, sql.c_str(), -1, &statement, nullptr))
@@ -35,6 +119,22 @@ std::vector<std::vector<std::string>> Database::rows(const std::string& sql) {
         }
     }
     sqlite3_finalize(statement);
+    return result;
+}
+
+std::vector<std::vector<std::string>> Database::rowsOfServer(const std::string& sql) {
+    std::vector<std::vector<std::string>> result;
+    try {
+        contract::Snapshot rows;
+        server_->readNative(sql, rows);
+        for (std::size_t row = 0; row < rows.rowCount(); ++row) {
+            auto& cells = result.emplace_back();
+            for (std::size_t column = 0; column < rows.columnCount(); ++column)
+                cells.push_back(stored(rows.column(column).value(row)));
+        }
+    } catch (const contract::RuntimeError& error) {
+        ADD_FAILURE() << sql << ": " << error.description();
+    }
     return result;
 }
 
@@ -51,6 +151,17 @@ std::string Database::nodes() {
         all += "\n";
     }
     return all;
+}
+
+void dropServerTables(const std::string& connectionString) {
+    platform::odbc::Connection connection(connectionString);
+    connection.Open();
+    std::vector<std::string> names{"STATI_LEGAME", "STATI_STORIA"};
+    for (const auto& table : qz::schema().tables)
+        names.emplace_back(table.name);
+    for (const auto& name : names)
+        if (platform::odbc::columnsOf(connection, name))
+            connection.runNative("DROP TABLE " + name);
 }
 
 // Company 1, customers (node number, account, name)

@@ -2,17 +2,28 @@
 
 #include <QString>
 
+#include <memory>
 #include <string>
 #include <vector>
 
 struct sqlite3;
 
+namespace platform::odbc {
+class Connection;
+}
+
 namespace e2e {
 
-/// The tables of an embedded database as an outside program reaches them: plain SQL, nothing of the program between.
+class Workplace;
+
+/// The tables of a database as an outside program reaches them: plain SQL, untranslated. What it is given must mean the
+/// same to SQLite and to SQL Server.
 class Database {
 public:
+    /// An embedded one.
     explicit Database(const QString& file);
+    /// The workplace's.
+    explicit Database(const Workplace& place);
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
     ~Database();
@@ -27,8 +38,16 @@ public:
     std::string nodes();
 
 private:
+    void open(const QString& file);
+    void runOnServer(const std::string& sql);
+    std::vector<std::vector<std::string>> rowsOfServer(const std::string& sql);
+
     sqlite3* database_ = nullptr;
+    std::unique_ptr<platform::odbc::Connection> server_;
 };
+
+/// Drops the program's tables, the host's with them, where they are there.
+void dropServerTables(const std::string& connectionString);
 
 /// Fills the tables of a new database with two customer hierarchies, one of suppliers and an empty one of company 1,
 /// and one supplier hierarchy of company 2 (see the .cpp for the drawing).

@@ -30,9 +30,8 @@ protected:
     }
 
     std::string stored(int id) {
-        const auto row = Database(place_.database())
-                             .rows("SELECT QZ02_DATAINIZIOVAL,QZ02_DATAFINEVAL FROM QZ02_DISTINTA WHERE QZ02_ID = " +
-                                   std::to_string(id));
+        const auto row = Database(place_).rows(
+            "SELECT QZ02_DATAINIZIOVAL,QZ02_DATAFINEVAL FROM QZ02_DISTINTA WHERE QZ02_ID = " + std::to_string(id));
         return row.at(0).at(0) + " " + row.at(0).at(1);
     }
 
@@ -46,10 +45,11 @@ TEST_F(Edit, AnAcceptedEditIsStored) {
     EXPECT_TRUE(messages(reply).empty());
     EXPECT_EQ("01/01/2020 30/06/2050", dates(program, 5));
     EXPECT_EQ("2020-01-01 2050-06-30", stored(5));
-    EXPECT_EQ(QDate::currentDate().toString(Qt::ISODate).toStdString() + "|ADMIN|ADMIN",
-              Database(place_.database())
-                  .value("SELECT QZ02_DATAVAR || '|' || QZ02_GRUPPOVAR || '|' || QZ02_UTENTEVAR FROM QZ02_DISTINTA "
-                         "WHERE QZ02_ID = 5"));
+    const std::vector<std::string> audit{QDate::currentDate().toString(Qt::ISODate).toStdString(), "ADMIN", "ADMIN"};
+    EXPECT_EQ(audit,
+              Database(place_)
+                  .rows("SELECT QZ02_DATAVAR, QZ02_GRUPPOVAR, QZ02_UTENTEVAR FROM QZ02_DISTINTA WHERE QZ02_ID = 5")
+                  .at(0));
     EXPECT_EQ("30/06/2050", text(program.state().value(QLatin1String("DataFineNodoDest"))));
     // The origin shows the same distinta: it was read again.
     EXPECT_EQ("30/06/2050", program.cell(origTree, 5, QStringLiteral("QZ02_DATAFINEVAL")));
@@ -101,14 +101,14 @@ TEST_F(Edit, AnOverlapIsRefusedWithItsPlace) {
 }
 
 TEST_F(Edit, AnOverlappingRootLinkIsNotReported) {
-    Database(place_.database()).run("UPDATE QZ02_DISTINTA SET QZ02_IDPARENT_QZ02 = NULL WHERE QZ02_ID = 24");
+    Database(place_).run("UPDATE QZ02_DISTINTA SET QZ02_IDPARENT_QZ02 = NULL WHERE QZ02_ID = 24");
     Dialogue program(place_);
     EXPECT_TRUE(messages(edit(program, 4, endColumn, "31/12/2025")).empty());
     EXPECT_EQ("2024-01-01 2025-12-31", stored(4));
 }
 
 TEST_F(Edit, TheAccountOfTheParentIsRefused) {
-    Database(place_.database()).run("UPDATE QZ02_DISTINTA SET QZ02_CLIFOR_CG44 = 130 WHERE QZ02_ID = 6");
+    Database(place_).run("UPDATE QZ02_DISTINTA SET QZ02_CLIFOR_CG44 = 130 WHERE QZ02_ID = 6");
     Dialogue program(place_);
     const auto shown = onlyMessage(edit(program, 6, endColumn, "31/12/2050"));
     EXPECT_EQ("Anagrafica non modificata:\nCliente 130 uguale al nodo padre, non è possibile salvare la struttura.\n",
@@ -118,7 +118,7 @@ TEST_F(Edit, TheAccountOfTheParentIsRefused) {
 TEST_F(Edit, ARowChangedMeanwhileIsNotOverwritten) {
     Dialogue program(place_);
     program.focus(destTree, 5);
-    Database(place_.database()).run("UPDATE QZ02_DISTINTA SET QZ02_DATAFINEVAL = '2077-07-07' WHERE QZ02_ID = 5");
+    Database(place_).run("UPDATE QZ02_DISTINTA SET QZ02_DATAFINEVAL = '2077-07-07' WHERE QZ02_ID = 5");
     const auto shown = onlyMessage(edit(program, 5, endColumn, "30/06/2050"));
     EXPECT_EQ("error", text(shown.value(QLatin1String("kind"))));
     EXPECT_EQ("01/01/2020 07/07/2077", dates(program, 5));
@@ -143,13 +143,12 @@ protected:
 
     /// A settlement of this state, due on 30/06/2025, for node 5.
     void settle(int state) {
-        Database(place_.database())
-            .run("DELETE FROM QZ13_PREMI; DELETE FROM QZ14_SOGGCONTR; DELETE FROM QZ18_LIQUIDAZIONE;"
-                 "INSERT INTO QZ13_PREMI (QZ13_ID,QZ13_DITTA_CG18) VALUES (1,1);"
-                 "INSERT INTO QZ14_SOGGCONTR VALUES (1,5,1,10,1,3);"
-                 "INSERT INTO QZ18_LIQUIDAZIONE (QZ18_ID_QZ13,QZ18_DATASCADENZA,QZ18_STATOSCADENZA) VALUES "
-                 "(1,'2025-06-30'," +
-                 std::to_string(state) + ")");
+        Database(place_).run("DELETE FROM QZ13_PREMI; DELETE FROM QZ14_SOGGCONTR; DELETE FROM QZ18_LIQUIDAZIONE;"
+                             "INSERT INTO QZ13_PREMI (QZ13_ID,QZ13_DITTA_CG18) VALUES (1,1);"
+                             "INSERT INTO QZ14_SOGGCONTR VALUES (1,5,1,10,1,3);"
+                             "INSERT INTO QZ18_LIQUIDAZIONE (QZ18_ID_QZ13,QZ18_DATASCADENZA,QZ18_STATOSCADENZA) VALUES "
+                             "(1,'2025-06-30'," +
+                             std::to_string(state) + ")");
     }
 
     static bool startLocked(Dialogue& program) {
@@ -207,7 +206,7 @@ TEST_F(EditWithBonus, AProvisionalSettlementBlocksNothing) {
 }
 
 TEST_F(EditWithBonus, AnExcludedSubjectBlocksNothing) {
-    Database(place_.database()).run("INSERT INTO QZ27_SOGGCONTRDISAB VALUES (5,1,10,1,3)");
+    Database(place_).run("INSERT INTO QZ27_SOGGCONTRDISAB VALUES (5,1,10,1,3)");
     Dialogue program(place_);
     program.focus(destTree, 5);
     EXPECT_FALSE(startLocked(program));

@@ -12,7 +12,7 @@ using namespace e2e;
 namespace {
 
 TEST(Guide, TheGuidedDemonstrationShowsWhatItSays) {
-    Workplace place;
+    Workplace place(Workplace::Where::file);
     ASSERT_EQ(0, place.run({"--database", place.database(), "--create-demo"}).status);
     QFile guide(QStringLiteral(DISTINTE_GUIDE));
     ASSERT_TRUE(guide.open(QIODevice::ReadOnly));

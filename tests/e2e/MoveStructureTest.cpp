@@ -29,8 +29,8 @@ protected:
     }
 
     std::string column(int node, const char* name) {
-        return Database(place_.database())
-            .value(std::string("SELECT ") + name + " FROM QZ02_DISTINTA WHERE QZ02_ID = " + std::to_string(node));
+        return Database(place_).value(std::string("SELECT ") + name +
+                                      " FROM QZ02_DISTINTA WHERE QZ02_ID = " + std::to_string(node));
     }
 
     Workplace place_;
@@ -120,7 +120,7 @@ TEST_F(MoveStructure, SendsExactlyTheseStatements) {
 }
 
 TEST_F(MoveStructure, MovesTheSubtreeAndNothingElse) {
-    Database database(place_.database());
+    Database database(place_);
     {
         Dialogue program(place_, {"--user", "MARIO", "--group", "VENDITE"});
         aim(program, 2, "C2", 21);
@@ -156,7 +156,7 @@ TEST_F(MoveStructure, ANodeWithoutChildrenMovesAlone) {
 }
 
 TEST_F(MoveStructure, NoChangesNothingAndOpensNoTransaction) {
-    Database database(place_.database());
+    Database database(place_);
     const std::string before = database.nodes();
     Dialogue program(place_);
     aim(program, 2, "C2", 21);
@@ -181,7 +181,7 @@ TEST_F(MoveStructure, AnEmptyOriginDoesNothing) {
 }
 
 TEST_F(MoveStructure, AnEmptyDestinationIsRefusedAndRolledBack) {
-    Database database(place_.database());
+    Database database(place_);
     const std::string before = database.nodes();
     Dialogue program(place_);
     aim(program, 2, "C4", 0);
@@ -198,7 +198,7 @@ TEST_F(MoveStructure, AnEmptyDestinationIsRefusedAndRolledBack) {
 }
 
 TEST_F(MoveStructure, TheAccountItselfIsNoDestination) {
-    Database database(place_.database());
+    Database database(place_);
     const std::string before = database.nodes();
     Dialogue program(place_);
     aim(program, 2, "C1", 2);
@@ -212,7 +212,7 @@ TEST_F(MoveStructure, TheAccountItselfIsNoDestination) {
 }
 
 TEST_F(MoveStructure, ADescendantIsNoDestination) {
-    Database database(place_.database());
+    Database database(place_);
     const std::string before = database.nodes();
     Dialogue program(place_);
     aim(program, 1, "C1", 3);
@@ -232,9 +232,11 @@ TEST_F(MoveStructure, SuppliersAreCalledSuppliers) {
 }
 
 TEST_F(MoveStructure, OnlyTheLastNodeOfTheWalkCanFailTheMove) {
+    if (place_.onServer())
+        GTEST_SKIP() << "a server does not change the numbers it has given";
     // Account 220, an ancestor in the destination, hangs below the node that moves: first as a child that another one
     // follows, which is left behind without a word, then as the last one, which undoes the move.
-    Database database(place_.database());
+    Database database(place_);
     database.run("INSERT INTO QZ02_DISTINTA (QZ02_ID,QZ02_ID_QZ01,QZ02_IDPARENT_QZ02,QZ02_DITTA_CG18,QZ02_TIPOCF_CG44,"
                  "QZ02_CLIFOR_CG44,QZ02_DATAINIZIOVAL,QZ02_DATAFINEVAL) VALUES "
                  "(60,1,5,1,0,110,'2020-01-01','2020-12-31'),(26,2,25,1,0,130,'2020-01-01','2020-12-31'),"
@@ -262,7 +264,7 @@ TEST_F(MoveStructure, OnlyTheLastNodeOfTheWalkCanFailTheMove) {
 }
 
 TEST_F(MoveStructure, ANodeThatLeftTheDistintaMeanwhileIsNotMoved) {
-    Database database(place_.database());
+    Database database(place_);
     Dialogue program(place_);
     aim(program, 4, "C2", 25);
     database.run("UPDATE QZ02_DISTINTA SET QZ02_ID_QZ01 = 4, QZ02_IDPARENT_QZ02 = NULL WHERE QZ02_ID = 4");
@@ -276,7 +278,9 @@ TEST_F(MoveStructure, ANodeThatLeftTheDistintaMeanwhileIsNotMoved) {
 }
 
 TEST_F(MoveStructure, AnotherWriterIsToldAndTheMoveCanBeMadeLater) {
-    Database other(place_.database());
+    if (place_.onServer())
+        GTEST_SKIP() << "a server lets the other writer be waited for";
+    Database other(place_);
     const std::string before = other.nodes();
     Dialogue program(place_);
     aim(program, 4, "C2", 25);

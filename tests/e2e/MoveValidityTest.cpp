@@ -32,7 +32,7 @@ protected:
     }
 
     std::vector<std::string> row(const std::string& columns, const std::string& where) {
-        const auto rows = Database(place_.database()).rows("SELECT " + columns + " FROM QZ02_DISTINTA WHERE " + where);
+        const auto rows = Database(place_).rows("SELECT " + columns + " FROM QZ02_DISTINTA WHERE " + where);
         EXPECT_EQ(1U, rows.size()) << where;
         return rows.empty() ? std::vector<std::string>{} : rows.front();
     }
@@ -63,7 +63,7 @@ TEST_F(MoveValidity, ClosesTheOldLinksAndInsertsNewOnes) {
     for (const char* id : {"2", "3"})
         EXPECT_EQ((std::vector<std::string>{"1", "2024-06-30", "ADMIN", "null"}),
                   row("QZ02_ID_QZ01,QZ02_DATAFINEVAL,QZ02_UTENTEVAR,QZ02_DATAVAR", std::string("QZ02_ID = ") + id));
-    Database database(place_.database());
+    Database database(place_);
     EXPECT_EQ("17", database.value("SELECT COUNT(DISTINCT QZ02_GUID) FROM QZ02_DISTINTA"));
 }
 
@@ -94,9 +94,9 @@ TEST_F(MoveValidity, SendsTheseStatements) {
 }
 
 TEST_F(MoveValidity, FixedDatesEndTheNewLinks) {
-    Database(place_.database())
-        .run("INSERT INTO QZ03_PARAMETRI (QZ03_DITTA_CG18,QZ03_ID_WF02,QZ03_TIPOCARICODATA,QZ03_DATAFINEVAL) VALUES "
-             "(1,20,1,'2030-12-31')");
+    Database(place_).run(
+        "INSERT INTO QZ03_PARAMETRI (QZ03_DITTA_CG18,QZ03_ID_WF02,QZ03_TIPOCARICODATA,QZ03_DATAFINEVAL) VALUES "
+        "(1,20,1,'2030-12-31')");
     {
         Dialogue program(place_);
         aim(program, 2, 21);
@@ -108,8 +108,7 @@ TEST_F(MoveValidity, FixedDatesEndTheNewLinks) {
 }
 
 TEST_F(MoveValidity, OptionalValuesAreCopiedWhereTheyAre) {
-    Database(place_.database())
-        .run("UPDATE QZ02_DISTINTA SET QZ02_CLIFORFATT_CG44 = 200, QZ02_INDEREPROMO = 1 WHERE QZ02_ID = 4");
+    Database(place_).run("UPDATE QZ02_DISTINTA SET QZ02_CLIFORFATT_CG44 = 200, QZ02_INDEREPROMO = 1 WHERE QZ02_ID = 4");
     {
         Dialogue program(place_);
         aim(program, 4, 25);
@@ -173,10 +172,9 @@ TEST_F(MoveValidity, CancellingKeepsTheDateOfTheMoveBefore) {
 }
 
 TEST_F(MoveValidity, ALinkThatBeginsLaterEndsOnItsOwnFirstDay) {
-    Database(place_.database())
-        .run("UPDATE QZ02_DISTINTA SET QZ02_DATAINIZIOVAL = '2025-03-01' WHERE QZ02_ID = 3;"
-             "INSERT INTO QZ03_PARAMETRI (QZ03_DITTA_CG18,QZ03_TIPOCARICODATA,QZ03_DATAFINEVAL) VALUES "
-             "(1,1,'2024-12-31')");
+    Database(place_).run("UPDATE QZ02_DISTINTA SET QZ02_DATAINIZIOVAL = '2025-03-01' WHERE QZ02_ID = 3;"
+                         "INSERT INTO QZ03_PARAMETRI (QZ03_DITTA_CG18,QZ03_TIPOCARICODATA,QZ03_DATAFINEVAL) VALUES "
+                         "(1,1,'2024-12-31')");
     {
         Dialogue program(place_);
         aim(program, 2, 21);
@@ -189,7 +187,7 @@ TEST_F(MoveValidity, ALinkThatBeginsLaterEndsOnItsOwnFirstDay) {
 }
 
 TEST_F(MoveValidity, ALinkClosedInsideTheNewPeriodOverlapsIt) {
-    Database database(place_.database());
+    Database database(place_);
     database.run("UPDATE QZ02_DISTINTA SET QZ02_DATAINIZIOVAL = '2025-03-01' WHERE QZ02_ID = 3");
     const std::string before = database.nodes();
     Dialogue program(place_);
@@ -203,7 +201,7 @@ TEST_F(MoveValidity, ALinkClosedInsideTheNewPeriodOverlapsIt) {
 }
 
 TEST_F(MoveValidity, ALinkThatEndedBeforeKeepsItsEnd) {
-    Database(place_.database()).run("UPDATE QZ02_DISTINTA SET QZ02_DATAFINEVAL = '2024-01-31' WHERE QZ02_ID = 3");
+    Database(place_).run("UPDATE QZ02_DISTINTA SET QZ02_DATAFINEVAL = '2024-01-31' WHERE QZ02_ID = 3");
     {
         Dialogue program(place_);
         aim(program, 2, 21);
@@ -215,7 +213,7 @@ TEST_F(MoveValidity, ALinkThatEndedBeforeKeepsItsEnd) {
 }
 
 TEST_F(MoveValidity, AllTheOverlapsAreTold) {
-    Database database(place_.database());
+    Database database(place_);
     database.run("UPDATE QZ02_DISTINTA SET QZ02_CLIFOR_CG44 = 111 WHERE QZ02_ID = 22;"
                  "UPDATE QZ02_DISTINTA SET QZ02_CLIFOR_CG44 = 110, QZ02_IDPARENT_QZ02 = 20 WHERE QZ02_ID = 25");
     const std::string before = database.nodes();
@@ -233,7 +231,7 @@ TEST_F(MoveValidity, AllTheOverlapsAreTold) {
 
 TEST_F(MoveValidity, AnOverlapRollsTheWholeMoveBack) {
     // Account 111, the child, stands in the destination already, for ever.
-    Database database(place_.database());
+    Database database(place_);
     database.run("UPDATE QZ02_DISTINTA SET QZ02_CLIFOR_CG44 = 111 WHERE QZ02_ID = 22");
     const std::string before = database.nodes();
     Dialogue program(place_);

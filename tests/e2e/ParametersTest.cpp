@@ -25,8 +25,8 @@ protected:
     }
 
     std::string stored(const char* column) {
-        return Database(place_.database())
-            .value(std::string("SELECT ") + column + " FROM QZ03_PARAMETRI WHERE QZ03_DITTA_CG18 = 1");
+        return Database(place_).value(std::string("SELECT ") + column +
+                                      " FROM QZ03_PARAMETRI WHERE QZ03_DITTA_CG18 = 1");
     }
 
     Workplace place_;
@@ -84,9 +84,9 @@ TEST_F(Parameters, RefusesAnEndBeforeTheStart) {
 }
 
 TEST_F(Parameters, TheDatesBelongToTheFixedDates) {
-    Database(place_.database())
-        .run("INSERT INTO QZ03_PARAMETRI (QZ03_DITTA_CG18,QZ03_TIPOCARICODATA,QZ03_DATAINIZIOVAL,QZ03_DATAFINEVAL) "
-             "VALUES (1,1,'2021-01-01','2031-12-31')");
+    Database(place_).run(
+        "INSERT INTO QZ03_PARAMETRI (QZ03_DITTA_CG18,QZ03_TIPOCARICODATA,QZ03_DATAINIZIOVAL,QZ03_DATAFINEVAL) "
+        "VALUES (1,1,'2021-01-01','2031-12-31')");
     Dialogue program(place_);
     const QByteArray both =
         R"(,{"do":"read","control":"TXT_QZ03_DATAINIZIOVAL"},{"do":"read","control":"TXT_QZ03_DATAFINEVAL"})";

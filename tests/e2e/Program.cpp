@@ -1,6 +1,7 @@
 #include "e2e/Program.h"
 
 #include "e2e/Database.h"
+#include "odbc/ServerLock.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -10,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <cstdlib>
 
 #include <sys/resource.h>
 
@@ -57,17 +59,34 @@ QByteArray compact(const QJsonObject& object) {
 
 } // namespace
 
-Workplace::Workplace() {
+Workplace::Workplace(Where where) {
     EXPECT_TRUE(folder_.isValid());
+    const char* server = std::getenv("DISTINTE_TEST_ODBC");
+    if (where == Where::file || server == nullptr || server[0] == '\0')
+        return;
+    server_ = server;
+    lock_ = odbc_test::lockServer();
+}
+
+Workplace::~Workplace() {
+    odbc_test::unlockServer(lock_);
+}
+
+QStringList Workplace::connection() const {
+    return onServer() ? QStringList{QStringLiteral("--odbc"), QString::fromStdString(server_)}
+                      : QStringList{QStringLiteral("--database"), database()};
 }
 
 void Workplace::prepare(QProcess& process) const {
     auto environment = QProcessEnvironment::systemEnvironment();
-    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "DISTINTE_ODBC", "DISTINTE_REGISTRY"})
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "DISTINTE_ODBC", "DISTINTE_ODBC_PASSWORD",
+                             "DISTINTE_REGISTRY"})
         environment.remove(QLatin1String(name));
     environment.insert(QStringLiteral("HOME"), folder_.path());
     environment.insert(QStringLiteral("XDG_DATA_HOME"), path(QStringLiteral("data")));
     environment.insert(QStringLiteral("XDG_CONFIG_HOME"), path(QStringLiteral("config")));
+    for (const auto& [name, value] : variables_)
+        environment.insert(name, value);
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(folder_.path());
     process.setProgram(QStringLiteral(DISTINTE_EXECUTABLE));
@@ -80,9 +99,11 @@ void Workplace::prepare(QProcess& process) const {
 }
 
 void Workplace::makeForest() {
-    const Outcome made = run({QStringLiteral("--database"), database(), QStringLiteral("--create")});
+    if (onServer())
+        dropServerTables(server_);
+    const Outcome made = run(connection() + QStringList{QStringLiteral("--create")});
     ASSERT_EQ(0, made.status) << made.err.toStdString();
-    Database filled(database());
+    Database filled(*this);
     fillForest(filled);
 }
 
@@ -111,8 +132,7 @@ QString Workplace::write(const QString& name, const QByteArray& content) {
 
 Outcome Workplace::runScript(const QByteArray& script, const QStringList& arguments) {
     const QString file = write(QStringLiteral("prova.jsonl"), script);
-    Outcome outcome =
-        run(QStringList{QStringLiteral("--database"), database(), QStringLiteral("--script"), file} + arguments);
+    Outcome outcome = run(connection() + QStringList{QStringLiteral("--script"), file} + arguments);
     for (const QByteArray& line : outcome.out.split('\n')) {
         if (!line.isEmpty())
             outcome.replies.push_back(parsed(line));
@@ -122,9 +142,8 @@ Outcome Workplace::runScript(const QByteArray& script, const QStringList& argume
 
 Dialogue::Dialogue(Workplace& place, const QStringList& arguments, bool openForm) {
     place.prepare(process_);
-    process_.setArguments(
-        QStringList{QStringLiteral("--database"), place.database(), QStringLiteral("--script"), QStringLiteral("-")} +
-        arguments);
+    process_.setArguments(place.connection() + QStringList{QStringLiteral("--script"), QStringLiteral("-")} +
+                          arguments);
     process_.start();
     EXPECT_TRUE(process_.waitForStarted(patience));
     if (openForm)

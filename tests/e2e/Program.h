@@ -28,11 +28,20 @@ struct Outcome {
 /// A folder of its own for a user of the program, without a display, with nothing saved in it.
 class Workplace {
 public:
-    Workplace();
+    /// Where its database is: in a file, or on the server that DISTINTE_TEST_ODBC names, if it does.
+    enum class Where : std::uint8_t { file, serverIfAny };
+
+    explicit Workplace(Where where = Where::serverIfAny);
+    ~Workplace();
 
     QString path(const QString& name) const { return folder_.filePath(name); }
     QString database() const { return path(QStringLiteral("prova.sqlite")); }
-    /// A new database with the program's tables, filled by fillForest().
+    /// The server's connection string; empty for a file.
+    const std::string& server() const { return server_; }
+    bool onServer() const { return !server_.empty(); }
+    /// The options of the command line that name the database.
+    QStringList connection() const;
+    /// A new database with the program's tables, filled by fillForest(); on a server after dropping those there.
     void makeForest();
 
     /// Runs the program with these arguments to its end.
@@ -44,12 +53,17 @@ public:
 
     /// No file that the program writes may pass this size from now on, as on a disk that is full.
     void limitFiles(std::uint64_t bytes) { largestFile_ = bytes; }
+    /// A variable of the environment of the programs started from now on.
+    void setVariable(const QString& name, const QString& value) { variables_[name] = value; }
     /// Prepares a process in this user's environment.
     void prepare(QProcess& process) const;
 
 private:
     QTemporaryDir folder_;
     std::optional<std::uint64_t> largestFile_;
+    std::string server_;
+    std::map<QString, QString> variables_;
+    int lock_ = -1; ///< file that keeps other tests off the server's tables
 };
 
 /// The program under way, asked line by line.

@@ -120,7 +120,7 @@ TEST_F(Start, HasDefaultParametersWithoutARow) {
 }
 
 TEST_F(Start, ReadsARowOfNullParameters) {
-    Database(place_.database()).run("INSERT INTO QZ03_PARAMETRI (QZ03_DITTA_CG18) VALUES (1)");
+    Database(place_).run("INSERT INTO QZ03_PARAMETRI (QZ03_DITTA_CG18) VALUES (1)");
     Dialogue program(place_);
     const auto state = program.state();
     EXPECT_EQ("01/01/2000", text(state.value(QLatin1String("DataFissaINIZIO"))));

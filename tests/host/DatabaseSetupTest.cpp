@@ -2,6 +2,7 @@
 
 #include "TestFolder.h"
 #include "TestSchema.h"
+#include "host/DatabaseAccess.h"
 #include "host/DemoModel.h"
 #include "host/StartFailure.h"
 #include "host/StateStore.h"
@@ -50,7 +51,7 @@ protected:
 };
 
 TEST_F(DatabaseSetup, MakesTheTablesInAFileThatIsNotThere) {
-    host::createDatabaseFile(file, schema(), std::nullopt);
+    host::createDatabase(host::embeddedDatabase(file), schema(), std::nullopt);
     EXPECT_NO_THROW(platform::sqlite::checkDatabase(file, schema()));
     EXPECT_EQ(0, firstNumber(file, "SELECT COUNT(*) FROM QZ02_DISTINTA"));
     EXPECT_EQ(1U, folder.entries());
@@ -58,16 +59,17 @@ TEST_F(DatabaseSetup, MakesTheTablesInAFileThatIsNotThere) {
 
 TEST_F(DatabaseSetup, MakesTheTablesInAnEmptyFile) {
     host_test::write(file, "");
-    host::createDatabaseFile(file, schema(), std::nullopt);
+    host::createDatabase(host::embeddedDatabase(file), schema(), std::nullopt);
     EXPECT_NO_THROW(platform::sqlite::checkDatabase(file, schema()));
 }
 
 TEST_F(DatabaseSetup, RefusesTablesThatExistAndLeavesThemAlone) {
-    host::createDatabaseFile(file, schema(), 20);
+    host::createDatabase(host::embeddedDatabase(file), schema(), 20);
     const std::string before = host_test::contentOf(file);
     const std::string states = host_test::contentOf(host::StateStore::fileOf(file));
     for (const auto demo : {std::optional<std::int64_t>(), std::optional<std::int64_t>(5)}) {
-        const auto [status, reason] = failureOf([&] { host::createDatabaseFile(file, schema(), demo); });
+        const auto [status, reason] =
+            failureOf([&] { host::createDatabase(host::embeddedDatabase(file), schema(), demo); });
         EXPECT_EQ(ExitStatus::refused, status);
         EXPECT_NE(std::string::npos, reason.find(file));
         EXPECT_EQ(before, host_test::contentOf(file));
@@ -77,7 +79,8 @@ TEST_F(DatabaseSetup, RefusesTablesThatExistAndLeavesThemAlone) {
 
 TEST_F(DatabaseSetup, RefusesAFileThatIsNoDatabase) {
     host_test::write(file, std::string(5000, 'x'));
-    const auto [status, reason] = failureOf([&] { host::createDatabaseFile(file, schema(), std::nullopt); });
+    const auto [status, reason] =
+        failureOf([&] { host::createDatabase(host::embeddedDatabase(file), schema(), std::nullopt); });
     EXPECT_EQ(ExitStatus::database, status);
     EXPECT_NE(std::string::npos, reason.find(file));
     EXPECT_EQ(std::string(5000, 'x'), host_test::contentOf(file));
@@ -85,20 +88,21 @@ TEST_F(DatabaseSetup, RefusesAFileThatIsNoDatabase) {
 
 TEST_F(DatabaseSetup, RefusesAFolderThatIsNotThere) {
     const std::string lost = folder.file("manca/prova.sqlite");
-    const auto [status, reason] = failureOf([&] { host::createDatabaseFile(lost, schema(), 10); });
+    const auto [status, reason] = failureOf([&] { host::createDatabase(host::embeddedDatabase(lost), schema(), 10); });
     EXPECT_EQ(ExitStatus::database, status);
     EXPECT_NE(std::string::npos, reason.find(lost));
     EXPECT_EQ(0U, folder.entries());
 }
 
 TEST_F(DatabaseSetup, RefusesAFolderInThePlaceOfTheFile) {
-    EXPECT_EQ(ExitStatus::database,
-              failureOf([&] { host::createDatabaseFile(folder.path().string(), schema(), 10); }).first);
+    EXPECT_EQ(
+        ExitStatus::database,
+        failureOf([&] { host::createDatabase(host::embeddedDatabase(folder.path().string()), schema(), 10); }).first);
     EXPECT_EQ(0U, folder.entries());
 }
 
 TEST_F(DatabaseSetup, WritesTheDemoDataAsTheyWereMade) {
-    host::createDatabaseFile(file, schema(), 300);
+    host::createDatabase(host::embeddedDatabase(file), schema(), 300);
     const auto data = host::makeDemoData(300);
     EXPECT_EQ(static_cast<std::int64_t>(data.nodes.size()), firstNumber(file, "SELECT COUNT(*) FROM QZ02_DISTINTA"));
     EXPECT_EQ(static_cast<std::int64_t>(data.types.size()),
@@ -115,8 +119,8 @@ TEST_F(DatabaseSetup, WritesTheDemoDataAsTheyWereMade) {
 
 TEST_F(DatabaseSetup, GivesTheSameDatabaseEveryTime) {
     const std::string other = folder.file("altra.sqlite");
-    host::createDatabaseFile(file, schema(), 100);
-    host::createDatabaseFile(other, schema(), 100);
+    host::createDatabase(host::embeddedDatabase(file), schema(), 100);
+    host::createDatabase(host::embeddedDatabase(other), schema(), 100);
     EXPECT_EQ(host_test::contentOf(file), host_test::contentOf(other));
 }
 
@@ -142,28 +146,19 @@ TEST_F(DatabaseSetup, SaysWhyTheDefaultDatabaseCanNotBeMade) {
 }
 
 TEST(WantedDatabase, TakesTheOrderOfTheOptions) {
-    const Environment none("DISTINTE_ODBC", nullptr);
-    CommandLine line;
-    EXPECT_FALSE(host::wantedDatabase(line, std::nullopt).has_value());
-    EXPECT_EQ("salvato", host::wantedDatabase(line, "salvato"));
-    line.database = "chiesto";
-    EXPECT_EQ("chiesto", host::wantedDatabase(line, "salvato"));
-}
-
-TEST(WantedDatabase, SaysThatThereIsNoOdbc) {
     CommandLine line;
     {
-        const Environment odbc("DISTINTE_ODBC", "DSN=erp");
-        EXPECT_EQ(ExitStatus::database, failureOf([&] { host::wantedDatabase(line, "salvato"); }).first);
-        line.database = "chiesto";
-        EXPECT_EQ("chiesto", host::wantedDatabase(line, std::nullopt));
+        const Environment none("DISTINTE_ODBC", nullptr);
+        EXPECT_FALSE(host::wantedDatabase(line, std::nullopt).has_value());
+        EXPECT_EQ("embedded:salvato", host::wantedDatabase(line, "embedded:salvato"));
     }
-    line.database.reset();
-    line.odbc = "DSN=erp;PWD=segreto";
-    const auto [status, reason] = failureOf([&] { host::wantedDatabase(line, std::nullopt); });
-    EXPECT_EQ(ExitStatus::database, status);
-    EXPECT_NE(std::string::npos, reason.find("--odbc"));
-    EXPECT_EQ(std::string::npos, reason.find("segreto"));
+    const Environment odbc("DISTINTE_ODBC", "DSN=ambiente");
+    EXPECT_EQ("DSN=ambiente", host::wantedDatabase(line, "embedded:salvato"));
+    line.odbc = "DSN=riga";
+    EXPECT_EQ("DSN=riga", host::wantedDatabase(line, "embedded:salvato"));
+    line.odbc.reset();
+    line.database = "chiesto";
+    EXPECT_EQ("embedded:chiesto", host::wantedDatabase(line, "embedded:salvato"));
 }
 
 } // namespace

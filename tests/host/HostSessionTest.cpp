@@ -1,6 +1,7 @@
 #include "host/HostSession.h"
 
 #include "TestSession.h"
+#include "host/DatabaseAccess.h"
 #include "host/MainWindow.h"
 #include "host/StartFailure.h"
 #include "platform/qt/Appearance.h"
@@ -18,9 +19,9 @@ using host::StartFailure;
 class Session : public testing::Test {
 protected:
     Session() {
-        host::createDatabaseFile(file, host_test::component().schema(), 40);
+        host::createDatabase(host::embeddedDatabase(file), host_test::component().schema(), 40);
         platform::qt::Session::instance().modalOpened = [](platform::qt::FormWindow&) {};
-        settings.databasePath = file;
+        settings.connectionString = host::embeddedDatabase(file);
         settings.scripted = true;
         settings.logFile = QString::fromStdString(folder.file("errori.log"));
     }
@@ -65,7 +66,7 @@ TEST_F(Session, TakesTheLowestCompanyUnlessOneIsNamed) {
 
 TEST_F(Session, RefusesWhatIsNoDatabaseOfItsOwn) {
     const auto statusOf = [&](const std::string& path) {
-        settings.databasePath = path;
+        settings.connectionString = host::embeddedDatabase(path);
         try {
             start();
         } catch (const StartFailure& failure) {

@@ -3,6 +3,7 @@
 
 #include "contract_suites/ConnectionSuite.h"
 #include "odbc/OdbcFixture.h"
+#include "odbc/ServerLock.h"
 
 namespace contract_suites {
 namespace {
@@ -46,9 +47,25 @@ std::unique_ptr<TestDatabase> makeFile() {
     return driver ? std::make_unique<OdbcFile>(*driver) : nullptr;
 }
 
+class OdbcServer : public TestDatabase {
+public:
+    explicit OdbcServer(const std::string& connectionString)
+        : lock_(odbc_test::lockServer()), tables_(std::make_unique<OdbcDatabase>(connectionString)) {}
+    ~OdbcServer() override {
+        tables_.reset();
+        odbc_test::unlockServer(lock_);
+    }
+
+    std::unique_ptr<contract::Connection> connect() override { return tables_->connect(); }
+
+private:
+    int lock_;
+    std::unique_ptr<OdbcDatabase> tables_;
+};
+
 std::unique_ptr<TestDatabase> makeServer() {
     const auto text = odbc_test::serverString();
-    return text ? std::make_unique<OdbcDatabase>(*text) : nullptr;
+    return text ? std::make_unique<OdbcServer>(*text) : nullptr;
 }
 
 INSTANTIATE_TEST_SUITE_P(OdbcSqlite, ConnectionSuite, testing::Values(&makeFile), parameterName("File"));

@@ -293,8 +293,20 @@ void Connection::Read(const contract::Statement& statement, contract::Snapshot& 
     rows.clear();
     ready(reading);
     const TranslatedStatement* shape = engine_ == Engine::sqlite ? &translated(statement) : nullptr;
-    const std::string text = shape != nullptr ? translatedText(*shape, statement) : statement.text();
-    const auto known = shape != nullptr ? shape->columns() : std::nullopt;
+    if (shape != nullptr)
+        read(translatedText(*shape, statement), shape->columns(), rows);
+    else
+        read(statement.text(), std::nullopt, rows);
+}
+
+void Connection::readNative(std::string_view text, contract::Snapshot& rows) {
+    rows.clear();
+    ready(reading);
+    read(std::string(text), std::nullopt, rows);
+}
+
+void Connection::read(const std::string& text, const std::optional<std::vector<dialect::ResultColumn>>& known,
+                      contract::Snapshot& rows) {
     auto fetch = isSelect(text) ? RowReader::Fetch::byBlock : RowReader::Fetch::byRow;
     for (;;) {
         Reset reset(statement_.get());

@@ -52,6 +52,8 @@ public:
 
     /// Runs one text of the engine's own language, untranslated. Throws as Execute() does.
     void runNative(std::string_view text);
+    /// The same for a text with rows. Throws as Read() does.
+    void readNative(std::string_view text, contract::Snapshot& rows);
 
     Engine engine() const { return engine_; }
     /// What a user calls the database; no password.
@@ -76,6 +78,8 @@ private:
     std::string translatedText(const TranslatedStatement& shape, const contract::Statement& statement);
     SQLRETURN run(std::string_view text);
     bool drain();
+    void read(const std::string& text, const std::optional<std::vector<dialect::ResultColumn>>& known,
+              contract::Snapshot& rows);
     std::int64_t execute(std::string_view text, std::string_view operation);
     void endTransaction();
     bool setIsolation(std::uintptr_t level);

@@ -121,6 +121,10 @@ void ConnectionString::remove(std::string_view keyword) {
     std::erase_if(entries_, [&](const Entry& entry) { return lowered(entry.keyword) == wanted; });
 }
 
+void ConnectionString::removePasswords() {
+    std::erase_if(entries_, [](const Entry& entry) { return isPassword(entry.keyword); });
+}
+
 std::string ConnectionString::text() const {
     std::string text;
     for (const auto& entry : entries_) {

@@ -23,6 +23,7 @@ public:
     /// Puts a keyword at the end, or changes its value; braces are written where the value needs them.
     void set(std::string_view keyword, std::string_view value);
     void remove(std::string_view keyword);
+    void removePasswords();
 
     /// The whole string.
     std::string text() const;

@@ -1,0 +1,204 @@
+#include "host/ConnectionDialog.h"
+
+#include "host/DatabaseAccess.h"
+#include "host/DialogButtons.h"
+#include "host/Text.h"
+#include "platform/odbc/ConnectionString.h"
+#include "platform/odbc/Drivers.h"
+
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFormLayout>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QIntValidator>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace host {
+
+namespace {
+
+using platform::odbc::ConnectionString;
+
+constexpr int longestWait = 3600; ///< of a statement, in seconds
+constexpr int highestPort = 65535;
+
+/// Keywords that have a field of their own.
+constexpr const char* ownKeywords[] = {"Driver", "Server", "Port", "Database", "Trusted_Connection", "UID"};
+
+} // namespace
+
+ConnectionDialog::ConnectionDialog(const std::string& connectionString, Trial trial, QWidget* parent)
+    : QDialog(parent), trial_(std::move(trial)),
+      embedded_(new QRadioButton(QStringLiteral("&File sul computer"), this)),
+      server_(new QRadioButton(QStringLiteral("&Server SQL (ODBC)"), this)) {
+    setWindowTitle(QStringLiteral("Connessione"));
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(embedded_);
+    column->addWidget(fileFields_ = makeFileFields());
+    column->addWidget(server_);
+    column->addWidget(serverFields_ = makeServerFields());
+    result_ = new QLabel(this);
+    result_->setObjectName(QStringLiteral("esito"));
+    result_->setTextFormat(Qt::PlainText);
+    result_->setWordWrap(true);
+    result_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    result_->setAccessibleName(QStringLiteral("Esito della prova"));
+    column->addWidget(result_);
+
+    auto* buttons = new QDialogButtonBox(this);
+    try_ = dialogButton(QStringLiteral("&Prova"), buttons);
+    try_->setObjectName(QStringLiteral("prova"));
+    buttons->addButton(try_, QDialogButtonBox::ActionRole);
+    accept_ = dialogButton(QStringLiteral("&Conferma"), buttons, true);
+    buttons->addButton(accept_, QDialogButtonBox::AcceptRole);
+    buttons->addButton(dialogButton(QStringLiteral("&Annulla"), buttons), QDialogButtonBox::RejectRole);
+    accept_->setDefault(true);
+    column->addWidget(buttons);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(try_, &QPushButton::clicked, this, &ConnectionDialog::tryIt);
+
+    show(connectionString);
+    connect(embedded_, &QRadioButton::toggled, this, &ConnectionDialog::update);
+    connect(integrated_, &QCheckBox::toggled, this, &ConnectionDialog::update);
+    for (auto* field : {file_, address_})
+        connect(field, &QLineEdit::textChanged, this, &ConnectionDialog::update);
+    update();
+}
+
+QWidget* ConnectionDialog::makeFileFields() {
+    auto* box = new QWidget(this);
+    auto* row = new QHBoxLayout(box);
+    row->setContentsMargins(24, 0, 0, 8);
+    file_ = new QLineEdit(box);
+    file_->setObjectName(QStringLiteral("file"));
+    file_->setAccessibleName(QStringLiteral("File del database"));
+    file_->setMinimumWidth(380);
+    auto* browse = dialogButton(QStringLiteral("S&foglia…"), box);
+    connect(browse, &QPushButton::clicked, this, &ConnectionDialog::browse);
+    row->addWidget(file_, 1);
+    row->addWidget(browse);
+    return box;
+}
+
+QWidget* ConnectionDialog::makeServerFields() {
+    auto* box = new QWidget(this);
+    auto* form = new QFormLayout(box);
+    form->setContentsMargins(24, 0, 0, 8);
+    const auto field = [&](const QString& label, const char* name) {
+        auto* edit = new QLineEdit(box);
+        edit->setObjectName(QLatin1String(name));
+        form->addRow(label, edit);
+        return edit;
+    };
+    driver_ = new QComboBox(box);
+    driver_->setObjectName(QStringLiteral("driver"));
+    driver_->setEditable(true);
+    for (const auto& driver : platform::odbc::installedDrivers())
+        driver_->addItem(toQt(driver));
+    form->addRow(QStringLiteral("&Driver ODBC"), driver_);
+    address_ = field(QStringLiteral("S&erver"), "server");
+    port_ = field(QStringLiteral("P&orta"), "porta");
+    port_->setValidator(new QIntValidator(1, highestPort, port_));
+    port_->setPlaceholderText(QStringLiteral("quella del driver"));
+    database_ = field(QStringLiteral("Data&base"), "database");
+    integrated_ = new QCheckBox(QStringLiteral("Autenticazione &integrata"), box);
+    integrated_->setObjectName(QStringLiteral("integrata"));
+    form->addRow(QString(), integrated_);
+    user_ = field(QStringLiteral("&Utente"), "utente");
+    password_ = field(QStringLiteral("Pass&word"), "password");
+    password_->setEchoMode(QLineEdit::Password);
+    password_->setToolTip(QStringLiteral("Non viene salvata: il programma la chiede all'avvio"));
+    timeout_ = new QSpinBox(box);
+    timeout_->setObjectName(QStringLiteral("attesa"));
+    timeout_->setRange(0, longestWait);
+    timeout_->setSuffix(QStringLiteral(" s"));
+    timeout_->setSpecialValueText(QStringLiteral("senza limite"));
+    form->addRow(QStringLiteral("Attesa &massima per istruzione"), timeout_);
+    others_ = field(QStringLiteral("A&ltre opzioni"), "altre");
+    others_->setPlaceholderText(QStringLiteral("TDS_Version=7.4;Encrypt=yes"));
+    return box;
+}
+
+void ConnectionDialog::show(const std::string& connectionString) {
+    const bool odbc = !connectionString.empty() && !isEmbedded(connectionString);
+    (odbc ? server_ : embedded_)->setChecked(true);
+    if (!odbc) {
+        file_->setText(toQt(embeddedPath(connectionString)));
+        return;
+    }
+    ConnectionString string(connectionString);
+    const auto text = [&](const char* keyword) { return toQt(string.value(keyword).value_or("")); };
+    driver_->setCurrentText(text("Driver"));
+    address_->setText(text("Server"));
+    port_->setText(text("Port"));
+    database_->setText(text("Database"));
+    user_->setText(text("UID"));
+    const QString trusted = text("Trusted_Connection").toLower();
+    integrated_->setChecked(trusted == QLatin1String("yes") || trusted == QLatin1String("true"));
+    if (const auto passwords = string.passwords(); !passwords.empty())
+        password_->setText(toQt(passwords.front()));
+    timeout_->setValue(text(std::string(ConnectionString::statementTimeout).c_str()).toInt());
+    for (const char* keyword : ownKeywords)
+        string.remove(keyword);
+    string.remove(ConnectionString::statementTimeout);
+    string.removePasswords();
+    others_->setText(toQt(string.text()));
+}
+
+std::string ConnectionDialog::connectionString() const {
+    if (embedded_->isChecked())
+        return embeddedDatabase(file_->text().trimmed().toStdString());
+    ConnectionString string;
+    const auto put = [&](const char* keyword, const QString& text) {
+        if (!text.isEmpty())
+            string.set(keyword, text.toStdString());
+    };
+    put("Driver", driver_->currentText().trimmed());
+    put("Server", address_->text().trimmed());
+    put("Port", port_->text().trimmed());
+    put("Database", database_->text().trimmed());
+    if (integrated_->isChecked()) {
+        string.set("Trusted_Connection", "yes");
+    } else {
+        put("UID", user_->text().trimmed());
+        put("PWD", password_->text());
+    }
+    if (timeout_->value() > 0)
+        string.set(ConnectionString::statementTimeout, std::to_string(timeout_->value()));
+    const std::string others = ConnectionString(others_->text().toStdString()).text();
+    return others.empty() ? string.text() : string.text() + ";" + others;
+}
+
+void ConnectionDialog::browse() {
+    const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Database"), file_->text(),
+                                                      QStringLiteral("Database (*.sqlite *.db);;Tutti i file (*)"));
+    if (!path.isEmpty())
+        file_->setText(path);
+}
+
+void ConnectionDialog::tryIt() {
+    result_->setText(QStringLiteral("Prova in corso…"));
+    result_->repaint();
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    const QString reason = trial_(connectionString());
+    QGuiApplication::restoreOverrideCursor();
+    result_->setText(reason.isEmpty() ? QStringLiteral("La connessione riesce e le tabelle ci sono.") : reason);
+}
+
+void ConnectionDialog::update() {
+    fileFields_->setEnabled(embedded_->isChecked());
+    serverFields_->setEnabled(server_->isChecked());
+    user_->setEnabled(!integrated_->isChecked());
+    password_->setEnabled(!integrated_->isChecked());
+    const bool named = embedded_->isChecked()
+                           ? !file_->text().trimmed().isEmpty()
+                           : !address_->text().trimmed().isEmpty() || !others_->text().trimmed().isEmpty();
+    accept_->setEnabled(named);
+    try_->setEnabled(named);
+}
+
+} // namespace host

@@ -1,0 +1,81 @@
+#include "host/DatabaseAccess.h"
+
+#include "platform/odbc/Connection.h"
+#include "platform/odbc/DatabaseTables.h"
+#include "platform/sqlite/Connection.h"
+#include "platform/sqlite/DatabaseFile.h"
+
+#include <filesystem>
+#include <utility>
+
+namespace host {
+
+namespace {
+
+constexpr std::string_view scheme = platform::sqlite::Connection::scheme;
+
+} // namespace
+
+std::string embeddedDatabase(std::string_view path) {
+    return std::string(scheme) + std::string(path);
+}
+
+bool isEmbedded(std::string_view connectionString) {
+    return connectionString.substr(0, scheme.size()) == scheme;
+}
+
+std::string embeddedPath(std::string_view connectionString) {
+    return isEmbedded(connectionString) ? std::string(connectionString.substr(scheme.size())) : std::string();
+}
+
+std::string databaseLabel(std::string_view connectionString) {
+    if (isEmbedded(connectionString))
+        return std::filesystem::path(embeddedPath(connectionString)).filename().string();
+    return platform::odbc::ConnectionString(connectionString).name();
+}
+
+std::string withoutPassword(std::string_view connectionString) {
+    platform::odbc::ConnectionString string(connectionString);
+    string.removePasswords();
+    return string.text();
+}
+
+bool wantsPassword(std::string_view connectionString) {
+    if (isEmbedded(connectionString))
+        return false;
+    const platform::odbc::ConnectionString string(connectionString);
+    const bool user = !string.value("UID").value_or(string.value("User ID").value_or("")).empty();
+    return user && string.passwords().empty();
+}
+
+std::string withPassword(std::string_view connectionString, std::string_view password) {
+    platform::odbc::ConnectionString string(connectionString);
+    string.set("PWD", password);
+    return string.text();
+}
+
+std::unique_ptr<contract::Connection> newConnection(std::string_view connectionString) {
+    if (isEmbedded(connectionString))
+        return std::make_unique<platform::sqlite::Connection>(connectionString);
+    return std::make_unique<platform::odbc::Connection>(connectionString);
+}
+
+void checkTables(contract::Connection& connection, const contract::Schema& schema) {
+    if (auto* embedded = dynamic_cast<platform::sqlite::Connection*>(&connection))
+        platform::sqlite::checkDatabase(*embedded, schema);
+    else if (auto* server = dynamic_cast<platform::odbc::Connection*>(&connection))
+        platform::odbc::checkDatabase(*server, schema);
+}
+
+std::unique_ptr<StateStore> openStates(std::string_view connectionString, contract::Connection& connection,
+                                       std::function<void(std::function<void()>)> later) {
+    const auto* server = dynamic_cast<platform::odbc::Connection*>(&connection);
+    if (server == nullptr)
+        return std::make_unique<StateStore>(embeddedPath(connectionString), std::move(later));
+    // Two transactions on one file would wait for each other, whatever way they come to it.
+    if (server->engine() == platform::odbc::Engine::sqlite)
+        return std::make_unique<StateStore>(server->databaseName(), std::move(later));
+    return std::make_unique<StateStore>(std::make_unique<platform::odbc::Connection>(connectionString));
+}
+
+} // namespace host

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "host/StateStore.h"
+#include "plugin/contract/Connection.h"
+#include "plugin/contract/Schema.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace host {
+
+// The host knows a database by its connection string: "embedded:" and a file's path, or an ODBC driver's string. Only
+// what stands here tells the two apart.
+
+/// The connection string of an embedded database file.
+std::string embeddedDatabase(std::string_view path);
+bool isEmbedded(std::string_view connectionString);
+/// The file of an embedded database; empty for any other.
+std::string embeddedPath(std::string_view connectionString);
+
+/// What a user calls the database: a file's name, or server and database. No password.
+std::string databaseLabel(std::string_view connectionString);
+
+/// An ODBC connection string without the passwords in it.
+std::string withoutPassword(std::string_view connectionString);
+/// Whether an ODBC connection string names a user but no password.
+bool wantsPassword(std::string_view connectionString);
+std::string withPassword(std::string_view connectionString, std::string_view password);
+
+/// A connection of the kind that the string asks for, not open.
+std::unique_ptr<contract::Connection> newConnection(std::string_view connectionString);
+
+/// Throws RuntimeError (database) that says which table or column of the schema an open database lacks.
+void checkTables(contract::Connection& connection, const contract::Schema& schema);
+
+/// The workflow states that belong to a database, over a connection of their own: a file beside an embedded one, the
+/// host's tables on a server. connection: to the database, open. later: see StateStore.
+std::unique_ptr<StateStore> openStates(std::string_view connectionString, contract::Connection& connection,
+                                       std::function<void(std::function<void()>)> later);
+
+} // namespace host

@@ -1,0 +1,118 @@
+// The connection that the host remembers, and the dialog that asks for it.
+
+#include "host/ConnectionDialog.h"
+#include "host/DatabaseAccess.h"
+#include "host/UserSettings.h"
+
+#include "TestFolder.h"
+#include "TestSession.h"
+#include "host/UserFolders.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using host::ConnectionDialog;
+using host::UserSettings;
+using host_test::Environment;
+using host_test::Folder;
+
+class SavedConnection : public testing::Test {
+protected:
+    Folder folder;
+    Environment config{"XDG_CONFIG_HOME", folder.path().c_str()};
+    std::string saved() const { return host_test::contentOf(folder.file("distinte/distinte.conf")); }
+};
+
+TEST_F(SavedConnection, NothingAtFirst) {
+    EXPECT_FALSE(UserSettings().savedConnection().has_value());
+}
+
+TEST_F(SavedConnection, KeepsAFile) {
+    UserSettings().saveConnection(host::embeddedDatabase("/dati/città.sqlite"));
+    EXPECT_EQ("embedded:/dati/città.sqlite", UserSettings().savedConnection());
+}
+
+TEST_F(SavedConnection, KeepsAServerWithoutItsPassword) {
+    UserSettings().saveConnection("Driver=FreeTDS;Server=erp;UID=sa;PWD={seg;reto};Password=segreto");
+    EXPECT_EQ("Driver=FreeTDS;Server=erp;UID=sa", UserSettings().savedConnection());
+    EXPECT_EQ(std::string::npos, saved().find("reto")) << saved();
+}
+
+TEST_F(SavedConnection, TheLastOneSavedCounts) {
+    UserSettings().saveConnection("DSN=erp");
+    UserSettings().saveConnection(host::embeddedDatabase("/a.sqlite"));
+    EXPECT_EQ("embedded:/a.sqlite", UserSettings().savedConnection());
+    UserSettings().saveConnection("DSN=erp");
+    EXPECT_EQ("DSN=erp", UserSettings().savedConnection());
+}
+
+TEST(Password, IsWantedForAUserWithoutOne) {
+    EXPECT_TRUE(host::wantsPassword("Server=erp;UID=sa"));
+    EXPECT_FALSE(host::wantsPassword("Server=erp;UID=sa;PWD=x"));
+    EXPECT_FALSE(host::wantsPassword("Server=erp;Trusted_Connection=yes"));
+    EXPECT_FALSE(host::wantsPassword("embedded:/UID=sa"));
+    EXPECT_EQ("Server=erp;UID=sa;PWD={a;b}", host::withPassword("Server=erp;UID=sa", "a;b"));
+}
+
+TEST(DatabaseLabel, IsWhatAUserCallsIt) {
+    EXPECT_EQ("prova.sqlite", host::databaseLabel("embedded:/dati/prova.sqlite"));
+    EXPECT_EQ("erp/Conti", host::databaseLabel("Driver=FreeTDS;Server=erp;Database=Conti;UID=sa;PWD=segreto"));
+}
+
+class Dialog : public testing::Test {
+protected:
+    Dialog() { host_test::needApplication(); }
+
+    template <class T> static T& field(ConnectionDialog& dialog, const char* name) {
+        auto* found = dialog.findChild<T*>(QLatin1String(name));
+        EXPECT_NE(nullptr, found) << name;
+        return *found;
+    }
+    static QString served(const std::string&) { return {}; }
+};
+
+TEST_F(Dialog, GivesBackWhatItWasShown) {
+    for (const std::string text :
+         {"embedded:/dati/prova.sqlite",
+          "Driver=FreeTDS;Server=erp;Port=1433;Database=Conti;UID=sa;PWD={a;b};StatementTimeout=30;TDS_Version=7.4",
+          "Driver={ODBC Driver 18 for SQL Server};Server={erp,1433};Trusted_Connection=yes"})
+        EXPECT_EQ(text, ConnectionDialog(text, served, nullptr).connectionString());
+}
+
+TEST_F(Dialog, NoPasswordAndNoUserWithIntegratedAuthentication) {
+    ConnectionDialog dialog("Driver=FreeTDS;Server=erp;UID=sa;PWD=segreto", served, nullptr);
+    field<QCheckBox>(dialog, "integrata").setChecked(true);
+    EXPECT_EQ("Driver=FreeTDS;Server=erp;Trusted_Connection=yes", dialog.connectionString());
+    EXPECT_FALSE(field<QLineEdit>(dialog, "utente").isEnabled());
+    EXPECT_EQ(QLineEdit::Password, field<QLineEdit>(dialog, "password").echoMode());
+}
+
+TEST_F(Dialog, TriesWhatTheFieldsSay) {
+    std::string tried;
+    QString answer = QStringLiteral("non risponde");
+    ConnectionDialog dialog(
+        "Driver=FreeTDS;Server=erp",
+        [&](const std::string& text) {
+            tried = text;
+            return answer;
+        },
+        nullptr);
+    field<QLineEdit>(dialog, "server").setText(QStringLiteral("altro"));
+    field<QPushButton>(dialog, "prova").click();
+    EXPECT_EQ("Driver=FreeTDS;Server=altro", tried);
+    EXPECT_EQ(QStringLiteral("non risponde"), field<QLabel>(dialog, "esito").text());
+    answer.clear();
+    field<QPushButton>(dialog, "prova").click();
+    EXPECT_EQ(QStringLiteral("La connessione riesce e le tabelle ci sono."), field<QLabel>(dialog, "esito").text());
+}
+
+TEST_F(Dialog, WantsAFileOrAServer) {
+    ConnectionDialog dialog("", served, nullptr);
+    EXPECT_FALSE(field<QPushButton>(dialog, "prova").isEnabled());
+    field<QLineEdit>(dialog, "file").setText(QStringLiteral("/a.sqlite"));
+    EXPECT_TRUE(field<QPushButton>(dialog, "prova").isEnabled());
+    EXPECT_EQ("embedded:/a.sqlite", dialog.connectionString());
+}
+
+} // namespace

@@ -1,0 +1,310 @@
+// What the adapter does with a server: the texts it sends, the values it takes, and the failures that no server has on
+// demand.
+
+#include "odbc/ScriptedServer.h"
+
+namespace odbc_test {
+namespace {
+
+using contract::ErrorCategory;
+using contract::FieldType;
+using contract::Value;
+using Calls = std::vector<std::string>;
+
+const std::vector<scripted::Diagnostic> deadlock = {
+    {"40001", 1205, "[FreeTDS][SQL Server]Transaction was deadlocked and has been chosen as the victim."}};
+const std::vector<scripted::Diagnostic> lost = {{"08S01", 20006, "[FreeTDS][SQL Server]Write to the server failed"}};
+const std::vector<scripted::Diagnostic> timedOut = {{"HYT00", 20003, "[FreeTDS][SQL Server]Timeout expired"},
+                                                    {"08S01", 20047, "[FreeTDS][SQL Server]DBPROCESS is dead"}};
+
+class OdbcServer : public ScriptedServer {};
+
+TEST_F(OdbcServer, TextsGoUnchangedInOnePiece) {
+    contract::Statement statement(" SELECT   A+B  AS [x y] FROM T WHERE N = '");
+    statement.text("O'Brien è \n?") << "' AND D = CONVERT(DateTime,'31/12/2099',103)";
+    connection.Execute(statement);
+    EXPECT_EQ((Calls{" SELECT   A+B  AS [x y] FROM T WHERE N = 'O''Brien \\u232 \n?' AND D = "
+                     "CONVERT(DateTime,'31/12/2099',103)"}),
+              script().calls);
+}
+
+TEST_F(OdbcServer, TheTimeOuts) {
+    EXPECT_EQ(10U, script().loginTimeout);
+    EXPECT_EQ(0U, script().queryTimeout);
+    Connection other(string(";statementtimeout=7"));
+    other.Open();
+    EXPECT_EQ(7U, script().queryTimeout);
+    EXPECT_FALSE(has(script().connectionString, "imeout")) << script().connectionString;
+    Connection wrong(string(";StatementTimeout=poco"));
+    EXPECT_TRUE(has(failureOf([&] { wrong.Open(); }), "StatementTimeout"));
+}
+
+TEST_F(OdbcServer, RowsComeInBlocksOfAThousand) {
+    script().answer = [](const std::string&) {
+        scripted::Answer answer;
+        answer.columns = {{"ID", SQL_INTEGER, 10, 0}, {"NOME", SQL_WVARCHAR, 100, 0}};
+        for (int i = 0; i < 2500; ++i) {
+            const std::string digits = std::to_string(i);
+            answer.rows.push_back({std::u16string(digits.begin(), digits.end()), u"nome"});
+        }
+        return answer;
+    };
+    contract::Snapshot rows;
+    connection.Read("SELECT ID, NOME FROM PROVA"_sql, rows);
+    ASSERT_EQ(2500U, rows.rowCount());
+    EXPECT_EQ(2499, rows.column(0).integer(2499));
+    EXPECT_EQ((std::vector<int>{1000, 1000, 1000, 1000}), script().fetchSizes);
+}
+
+TEST_F(OdbcServer, EveryTypeHasItsField) {
+    script().answer = [](const std::string&) {
+        return oneRow({{"A", SQL_BIT, 1, 0},
+                       {"B", SQL_TINYINT, 3, 0},
+                       {"C", SQL_SMALLINT, 5, 0},
+                       {"D", SQL_INTEGER, 10, 0},
+                       {"E", SQL_BIGINT, 19, 0},
+                       {"F", SQL_REAL, 24, 0},
+                       {"G", SQL_FLOAT, 53, 0},
+                       {"H", SQL_NUMERIC, 18, 2},
+                       {"I", SQL_DECIMAL, 19, 4},
+                       {"J", SQL_TYPE_TIMESTAMP, 23, 3},
+                       {"K", SQL_GUID, 36, 0},
+                       {"L", SQL_WVARCHAR, 20, 0},
+                       {"M", SQL_VARCHAR, 20, 0},
+                       {"N", SQL_CHAR, 5, 0},
+                       {"O", SQL_WVARCHAR, 0, 0}},
+                      {u"1", u"255", u"-32768", u"2147483647", u"9223372036854775807", u"1.5", u"-2.25", u"-.50",
+                       u"1234.5000", u"2024-02-29 00:00:00", u"6F9619FF-8B86-D011-B42D-00C04FC964FF",
+                       u"Citt\u00e0 \u20ac \U0001F984", u"testo", u"ab   ", u"lungo"});
+    };
+    contract::Snapshot rows;
+    connection.Read("SELECT * FROM T"_sql, rows);
+    ASSERT_EQ(1U, rows.rowCount());
+    const auto type = [&](std::size_t i) { return rows.fields()[i].type; };
+    const auto value = [&](std::size_t i) { return rows.column(i).value(0); };
+    EXPECT_EQ(Value(true), value(0));
+    EXPECT_EQ(FieldType::boolean, type(0));
+    EXPECT_EQ(255, value(1).integer());
+    EXPECT_EQ(FieldType::unsignedTinyInt, type(1));
+    EXPECT_EQ(Value(std::int16_t{-32768}), value(2));
+    EXPECT_EQ(Value(2147483647), value(3));
+    EXPECT_EQ(Value(std::int64_t{9223372036854775807}), value(4));
+    EXPECT_EQ(Value(1.5), value(5));
+    EXPECT_EQ(Value(-2.25), value(6));
+    EXPECT_EQ(Value(contract::Decimal{"-0.50"}), value(7));
+    EXPECT_EQ(18, rows.fields()[7].precision);
+    EXPECT_EQ(2, rows.fields()[7].numericScale);
+    EXPECT_EQ(Value(contract::Decimal{"1234.5000"}), value(8));
+    EXPECT_EQ(4, rows.fields()[8].numericScale);
+    EXPECT_EQ(Value(*contract::Date::of(2024, 2, 29)), value(9));
+    EXPECT_EQ("6F9619FF-8B86-D011-B42D-00C04FC964FF", value(10).text());
+    EXPECT_EQ(FieldType::guid, type(10));
+    EXPECT_EQ("Città € 🦄", value(11).text());
+    EXPECT_EQ(FieldType::varWChar, type(11));
+    EXPECT_EQ(FieldType::varChar, type(12));
+    EXPECT_EQ("ab   ", value(13).text());
+    EXPECT_EQ(FieldType::varWChar, type(14));
+    EXPECT_EQ("lungo", value(14).text());
+}
+
+TEST_F(OdbcServer, ATextOfAnyLengthIsReadWhole) {
+    for (const std::size_t length : {512U, 513U, 4096U, 300000U}) {
+        script().calls.clear();
+        script().answer = [length](const std::string&) {
+            auto answer = oneRow({{"ID", SQL_INTEGER, 10, 0}, {"T", SQL_WLONGVARCHAR, 0, 0}, {"U", SQL_NUMERIC, 5, 0}},
+                                 {u"7", std::u16string(length, u'\u00e8'), u"12"});
+            answer.rows.push_back({std::nullopt, std::nullopt, std::nullopt});
+            return answer;
+        };
+        contract::Snapshot rows;
+        connection.Read("SELECT ID, T, U FROM PROVA"_sql, rows);
+        ASSERT_EQ(2U, rows.rowCount());
+        EXPECT_EQ(2 * length, rows.column(1).text(0).size());
+        EXPECT_EQ(7, rows.column(0).integer(0));
+        EXPECT_EQ(12, rows.column(2).integer(0));
+        for (std::size_t i = 0; i < 3; ++i)
+            EXPECT_TRUE(rows.column(i).isNull(1));
+        EXPECT_EQ(length > 512 ? 2U : 1U, script().calls.size());
+    }
+}
+
+TEST_F(OdbcServer, NoStatementRunsTwiceThatMayChangeRows) {
+    script().answer = [](const std::string&) {
+        return oneRow({{"T", SQL_WLONGVARCHAR, 0, 0}}, {std::u16string(5000, u'x')});
+    };
+    contract::Snapshot rows;
+    connection.Read("EXEC Qualcosa"_sql, rows);
+    EXPECT_EQ(5000U, rows.column(0).text(0).size());
+    EXPECT_EQ(1U, script().calls.size());
+}
+
+TEST_F(OdbcServer, ADayThatThisProgramDoesNotKnowIsShownAsItIs) {
+    script().answer = [](const std::string&) {
+        return oneRow({{"D", SQL_TYPE_TIMESTAMP, 23, 3}}, {u"1753-01-01 00:00:00"});
+    };
+    contract::Snapshot rows;
+    connection.Read("SELECT D FROM PROVA"_sql, rows);
+    EXPECT_EQ("1753-01-01", rows.column(0).value(0).text());
+}
+
+TEST_F(OdbcServer, NoResultStaysOpen) {
+    script().answer = [](const std::string&) { return oneRow({{"N", SQL_INTEGER, 10, 0}}, {u"1"}); };
+    Connection other(string());
+    other.Open();
+    contract::Snapshot rows;
+    for (auto* used : {&connection, &other}) {
+        used->Read("SELECT N FROM PROVA"_sql, rows);
+        EXPECT_EQ(0, script().openResults);
+        used->Execute("SELECT N FROM PROVA"_sql);
+        EXPECT_EQ(0, script().openResults);
+    }
+}
+
+TEST_F(OdbcServer, TransactionsAreSerialisableAndTheDriversOwn) {
+    connection.BeginTrans();
+    run();
+    connection.CommitTrans();
+    EXPECT_EQ((Calls{"serializable", "autocommit off", "UPDATE PROVA SET CODICE = 1", "commit", "autocommit on",
+                     "read committed"}),
+              script().calls);
+    script().calls.clear();
+    connection.BeginTrans();
+    connection.RollbackTrans();
+    EXPECT_EQ((Calls{"serializable", "autocommit off", "rollback", "autocommit on", "read committed"}), script().calls);
+}
+
+TEST_F(OdbcServer, EveryRecordIsKept) {
+    failWith({{"01000", 3621, "[FreeTDS][SQL Server]The statement has been terminated."},
+              {"23000", 2627, "[FreeTDS][SQL Server]Violation of PRIMARY KEY constraint."}});
+    const auto description = failureOf([&] { run(); });
+    ASSERT_EQ(2U, connection.Errors().size());
+    EXPECT_EQ("01000", connection.Errors()[0].sqlState);
+    EXPECT_EQ(3621, connection.Errors()[0].nativeError);
+    EXPECT_EQ("[FreeTDS][SQL Server]Violation of PRIMARY KEY constraint.", connection.Errors()[1].description);
+    EXPECT_EQ(ErrorCategory::duplicate, connection.Errors()[1].category);
+    EXPECT_TRUE(has(description, "PRIMARY KEY")) << description;
+    EXPECT_TRUE(has(description, "erp/Conti")) << description;
+}
+
+TEST_F(OdbcServer, ATransactionThatTheServerEndedTakesNoMoreWrites) {
+    connection.BeginTrans();
+    failWith(deadlock, 0);
+    failureOf([&] { run(); });
+    EXPECT_FALSE(connection.InTransaction());
+    succeed();
+    const std::size_t before = script().calls.size();
+    EXPECT_TRUE(has(failureOf([&] { run(); }), "già stata annullata"));
+    EXPECT_TRUE(has(failureOf([&] { connection.CommitTrans(); }), "già stata annullata"));
+    EXPECT_EQ(before, script().calls.size()) << "nothing was sent";
+    script().rollbackFailure = {{"42000", 3903,
+                                 "[FreeTDS][SQL Server]The ROLLBACK TRANSACTION request has no "
+                                 "corresponding BEGIN TRANSACTION."}};
+    connection.RollbackTrans();
+    EXPECT_EQ(ErrorCategory::deadlock, connection.Errors().front().category) << "the first error stays";
+    run();
+    connection.BeginTrans();
+    EXPECT_TRUE(connection.InTransaction());
+}
+
+TEST_F(OdbcServer, ARollbackWithoutTransactionOnTheServerIsQuiet) {
+    connection.BeginTrans();
+    script().rollbackFailure = {{"25000", 3903, "[FreeTDS][SQL Server]no transaction"}};
+    connection.RollbackTrans();
+    EXPECT_FALSE(connection.InTransaction());
+    EXPECT_TRUE(connection.Errors().empty());
+    EXPECT_EQ(0U, callsOf("disconnect"));
+}
+
+TEST_F(OdbcServer, ATransactionThatTheServerKeptGoesOn) {
+    connection.BeginTrans();
+    failWith({{"23000", 2627, "duplicate"}}, 1);
+    failureOf([&] { run(); });
+    EXPECT_TRUE(connection.InTransaction());
+    succeed();
+    run();
+    connection.CommitTrans();
+    EXPECT_EQ(1U, callsOf("commit"));
+}
+
+TEST_F(OdbcServer, ALostConnectionIsOpenedByTheNextCommand) {
+    failWith(lost);
+    failureOf([&] { run(); });
+    EXPECT_EQ(ErrorCategory::lostConnection, connection.Errors().front().category);
+    EXPECT_TRUE(connection.IsOpen());
+    succeed();
+    script().calls.clear();
+    run();
+    EXPECT_EQ((Calls{"connect", "UPDATE PROVA SET CODICE = 1"}), script().calls);
+}
+
+TEST_F(OdbcServer, AServerThatStaysAwayIsTriedAgainAtEachCommand) {
+    failWith(lost);
+    failureOf([&] { run(); });
+    succeed();
+    script().connectFailure = {{"08001", 20009, "[FreeTDS]Unable to connect: Adaptive Server is unavailable"}};
+    for (int i = 0; i < 2; ++i)
+        EXPECT_TRUE(has(failureOf([&] { run(); }), "Unable to connect"));
+    script().connectFailure.clear();
+    run();
+    EXPECT_EQ(3U, callsOf("connect"));
+}
+
+TEST_F(OdbcServer, AStatementThatTimedOutTakesTheConnectionWithIt) {
+    failWith(timedOut);
+    const auto description = failureOf([&] { run(); });
+    EXPECT_TRUE(has(description, "tempo massimo")) << description;
+    EXPECT_TRUE(has(description, "si riapre al prossimo comando")) << description;
+    EXPECT_EQ(ErrorCategory::timeout, connection.Errors().front().category);
+    EXPECT_EQ(2U, connection.Errors().size());
+    EXPECT_EQ(1U, callsOf("disconnect"));
+    succeed();
+    run();
+    EXPECT_EQ(1U, callsOf("connect"));
+}
+
+TEST_F(OdbcServer, NoConnectionIsOpenedWithinATransaction) {
+    for (const auto& failure : {lost, timedOut}) {
+        connection.BeginTrans();
+        run();
+        failWith(failure);
+        EXPECT_TRUE(has(failureOf([&] { run(); }), "La transazione è annullata"));
+        succeed();
+        script().calls.clear();
+        contract::Snapshot rows;
+        failureOf([&] { run(); });
+        failureOf([&] { connection.Read("SELECT 1"_sql, rows); });
+        failureOf([&] { connection.CommitTrans(); });
+        EXPECT_FALSE(connection.InTransaction());
+        EXPECT_TRUE(script().calls.empty());
+        connection.RollbackTrans();
+        EXPECT_TRUE(script().calls.empty());
+        run();
+        EXPECT_EQ((Calls{"connect", "UPDATE PROVA SET CODICE = 1"}), script().calls);
+    }
+}
+
+TEST_F(OdbcServer, ACommitThatNobodyAnsweredIsToldAsUncertain) {
+    connection.BeginTrans();
+    script().commitFailure = lost;
+    EXPECT_TRUE(has(failureOf([&] { connection.CommitTrans(); }), "Non è certo"));
+    EXPECT_FALSE(connection.InTransaction());
+    connection.RollbackTrans();
+    run();
+    EXPECT_EQ(1U, callsOf("connect"));
+}
+
+TEST_F(OdbcServer, NoPasswordStandsInAnError) {
+    failWith({{"28000", 18456, "[FreeTDS][SQL Server]Login failed for sa with segreto; PWD=segreto"}});
+    EXPECT_FALSE(has(failureOf([&] { run(); }), "segreto"));
+    EXPECT_FALSE(has(connection.Errors().front().description, "segreto"));
+    Connection other(string());
+    script().connectFailure = {{"28000", 18456, "[FreeTDS][SQL Server]Login failed: UID=sa;PWD={segreto}"}};
+    const auto description = failureOf([&] { other.Open(); });
+    EXPECT_FALSE(has(description, "segreto")) << description;
+    EXPECT_TRUE(has(description, "erp/Conti")) << description;
+    EXPECT_EQ(ErrorCategory::permission, other.Errors().front().category);
+    EXPECT_FALSE(other.IsOpen());
+}
+
+} // namespace
+} // namespace odbc_test
