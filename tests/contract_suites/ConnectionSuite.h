@@ -161,13 +161,14 @@ TEST_P(ConnectionSuite, ExecuteCountsTheChangedRows) {
 
 TEST_P(ConnectionSuite, ResultsHaveTheNamesOfTheServer) {
     contract::Recordset rows;
-    rows.Open("SELECT CODICE, PROVA.NOME, CODICE AS COD, Count(*) AS Conta, ISNULL(NOME,'') Testo FROM PROVA WHERE "
-              "1=0"_sql,
-              connection());
-    EXPECT_TRUE(rows.FieldCount() == 5U);
-    const char* names[] = {"CODICE", "NOME", "COD", "Conta", "Testo"};
+    rows.Open("SELECT CODICE, PROVA.NOME, CODICE AS COD, ISNULL(NOME,'') Testo FROM PROVA WHERE 1=0"_sql, connection());
+    ASSERT_EQ(rows.FieldCount(), 4U);
+    const char* names[] = {"CODICE", "NOME", "COD", "Testo"};
     for (std::size_t i = 0; i < rows.FieldCount(); ++i)
         EXPECT_EQ(rows.Fields(i).Name(), names[i]);
+    contract::Recordset counted;
+    counted.Open("SELECT Count(*) AS Conta FROM PROVA"_sql, connection());
+    EXPECT_EQ(counted.Fields(0).Name(), "Conta");
 }
 
 TEST_P(ConnectionSuite, AnEmptyResultStillHasItsFields) {
@@ -365,7 +366,9 @@ TEST_P(ConnectionSuite, ErrorsAreKeptByCategory) {
     EXPECT_TRUE(connection().Errors().empty());
     const auto missing = failureOf([&] { connection().Execute("DELETE FROM NONESISTE"_sql); });
     EXPECT_EQ(category(), contract::ErrorCategory::missingTable);
-    EXPECT_NE(missing.find("NONESISTE"), std::string::npos) << missing;
+    // A server may write the name in small letters.
+    EXPECT_TRUE(missing.find("NONESISTE") != std::string::npos || missing.find("nonesiste") != std::string::npos)
+        << missing;
     EXPECT_NE(connection().Errors().front().nativeError, 0);
 
     failureOf([&] { connection().Execute("UPDATE PROVA SET NONESISTE = 1"_sql); });

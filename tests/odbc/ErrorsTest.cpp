@@ -44,6 +44,18 @@ TEST(OdbcErrors, StatesOfTheDriverHaveCategories) {
     EXPECT_EQ(ErrorCategory::other, server("HY000", 0));
 }
 
+TEST(OdbcErrors, AServerWithNumbersOfItsOwnIsToldByItsWords) {
+    const auto other = [](std::string_view text) { return categoryOf(Engine::server, "42000", 33557097, text); };
+    EXPECT_EQ(ErrorCategory::missingTable, other("[FreeTDS][SQL Server]relation \"x\" does not exist"));
+    EXPECT_EQ(ErrorCategory::syntax, other("column \"y\" of relation \"x\" does not exist"));
+    EXPECT_EQ(ErrorCategory::syntax, other("syntax error near 'where' at line 1"));
+    EXPECT_EQ(ErrorCategory::duplicate, other("duplicate key value violates unique constraint \"k\""));
+    EXPECT_EQ(ErrorCategory::deadlock, other("deadlock detected"));
+    EXPECT_EQ(ErrorCategory::permission, other("permission denied for table x"));
+    EXPECT_EQ(ErrorCategory::other, other("division by zero"));
+    EXPECT_EQ(ErrorCategory::other, categoryOf(Engine::server, "42000", 50000, "a syntax error of ours"));
+}
+
 TEST(OdbcErrors, SqlitesCodesHaveCategories) {
     const auto sqlite = [](std::int64_t native, std::string_view text) {
         return categoryOf(Engine::sqlite, "HY000", native, text);

@@ -2,6 +2,7 @@
 
 #include "platform/dialect/Ddl.h"
 #include "platform/dialect/Token.h"
+#include "platform/odbc/Literals.h"
 #include "plugin/contract/RuntimeError.h"
 #include "plugin/contract/Snapshot.h"
 
@@ -17,31 +18,55 @@ using contract::RuntimeError;
     throw RuntimeError(RuntimeError::database, "Il database «" + connection.name() + "» " + why + ".");
 }
 
-} // namespace
-
-std::optional<std::vector<std::string>> columnsOf(Connection& connection, std::string_view table) {
-    contract::Statement statement("SELECT * FROM ");
-    statement.identifier(table) << " WHERE 1=0";
-    contract::Snapshot rows;
-    try {
-        connection.Read(statement, rows);
-    } catch (const RuntimeError&) {
-        const auto& records = connection.Errors();
-        if (std::any_of(records.begin(), records.end(),
-                        [](const auto& record) { return record.category == contract::ErrorCategory::missingTable; }))
-            return std::nullopt;
-        throw;
-    }
-    std::vector<std::string> names;
-    for (const auto& field : rows.fields())
-        names.push_back(field.name);
+std::vector<std::string_view> namesOf(const contract::Schema& schema) {
+    std::vector<std::string_view> names;
+    for (const auto& table : schema.tables)
+        names.push_back(table.name);
     return names;
 }
 
+} // namespace
+
+std::optional<std::vector<std::string>> columnsOf(Connection& connection, std::string_view table) {
+    auto tables = columnsOf(connection, std::vector<std::string_view>{table});
+    return std::move(tables.front());
+}
+
+std::vector<std::optional<std::vector<std::string>>> columnsOf(Connection& connection,
+                                                               const std::vector<std::string_view>& tables) {
+    std::vector<std::optional<std::vector<std::string>>> columns(tables.size());
+    if (tables.empty())
+        return columns;
+    std::string text = connection.engine() == Engine::sqlite
+                           ? "SELECT m.name AS t, p.name AS c FROM sqlite_master m JOIN pragma_table_info(m.name) p "
+                             "WHERE m.name COLLATE NOCASE IN ("
+                           : "SELECT TABLE_NAME, COLUMN_NAME FROM INFORMATION_SCHEMA.COLUMNS WHERE TABLE_SCHEMA IN "
+                             "(SCHEMA_NAME(), 'dbo') AND TABLE_NAME IN (";
+    for (const auto table : tables) {
+        if (table != tables.front())
+            text += ", ";
+        appendQuoted(table, text);
+    }
+    text += connection.engine() == Engine::sqlite ? ") ORDER BY p.cid" : ") ORDER BY ORDINAL_POSITION";
+    contract::Snapshot rows;
+    connection.readNative(text, rows);
+    for (std::size_t row = 0; row < rows.rowCount(); ++row) {
+        const auto name = rows.column(0).text(row);
+        for (std::size_t i = 0; i < tables.size(); ++i)
+            if (dialect::sameName(name, tables[i])) {
+                if (!columns[i])
+                    columns[i].emplace();
+                columns[i]->emplace_back(rows.column(1).text(row));
+            }
+    }
+    return columns;
+}
+
 std::optional<std::string> existingTable(Connection& connection, const contract::Schema& schema) {
-    for (const auto& table : schema.tables)
-        if (columnsOf(connection, table.name))
-            return std::string(table.name);
+    const auto columns = columnsOf(connection, namesOf(schema));
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        if (columns[i])
+            return std::string(schema.tables[i].name);
     return std::nullopt;
 }
 
@@ -59,8 +84,10 @@ void createTables(Connection& connection, const contract::Schema& schema,
 }
 
 void checkDatabase(Connection& connection, const contract::Schema& schema) {
-    for (const auto& table : schema.tables) {
-        const auto columns = columnsOf(connection, table.name);
+    const auto all = columnsOf(connection, namesOf(schema));
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        const auto& table = schema.tables[i];
+        const auto& columns = all[i];
         if (!columns)
             refuse(connection, "non contiene la tabella " + std::string(table.name));
         for (const auto& column : table.columns)

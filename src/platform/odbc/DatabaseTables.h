@@ -6,12 +6,17 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace platform::odbc {
 
 /// The names of a table's columns, nothing when there is no such table (or view). Throws RuntimeError (database).
 std::optional<std::vector<std::string>> columnsOf(Connection& connection, std::string_view table);
+
+/// The same for several tables, in their order, by one statement.
+std::vector<std::optional<std::vector<std::string>>> columnsOf(Connection& connection,
+                                                               const std::vector<std::string_view>& tables);
 
 /// The first table of the schema that the database has already; nothing when it has none of them.
 std::optional<std::string> existingTable(Connection& connection, const contract::Schema& schema);

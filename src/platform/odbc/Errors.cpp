@@ -57,6 +57,24 @@ constexpr NativeCategory sqliteNumbers[] = {
     {14, ErrorCategory::notADatabase}, {23, ErrorCategory::permission},   {26, ErrorCategory::notADatabase},
 };
 
+/// Words of servers that speak the dialect but have numbers of their own.
+struct WordsCategory {
+    std::string_view words;
+    ErrorCategory category;
+};
+constexpr WordsCategory serverWords[] = {
+    {"deadlock", ErrorCategory::deadlock},
+    {"could not serialize access", ErrorCategory::deadlock},
+    {"duplicate key", ErrorCategory::duplicate},
+    {"permission denied", ErrorCategory::permission},
+    {"Invalid object name", ErrorCategory::missingTable},
+    {"Invalid column name", ErrorCategory::syntax},
+    {"column", ErrorCategory::syntax}, // of a relation that exists
+    {"relation", ErrorCategory::missingTable},
+    {"syntax error", ErrorCategory::syntax},
+    {"lock timeout", ErrorCategory::locked},
+};
+
 bool has(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
@@ -65,6 +83,17 @@ template <std::size_t N> ErrorCategory byNumber(const NativeCategory (&numbers)[
     const auto* at = std::find_if(std::begin(numbers), std::end(numbers),
                                   [native](const auto& entry) { return entry.number == native; });
     return at == std::end(numbers) ? ErrorCategory::other : at->category;
+}
+
+ErrorCategory byWords(std::string_view state, std::int64_t native, std::string_view text) {
+    constexpr std::int64_t highestNumber = 100000; // of SQL Server's own errors
+    if (native < highestNumber || (state != "42000" && state != "23000" && state != "40001" && state != "HY000"))
+        return ErrorCategory::other;
+    const auto* at = std::find_if(std::begin(serverWords), std::end(serverWords),
+                                  [text](const auto& entry) { return has(text, entry.words); });
+    const bool missing = at != std::end(serverWords) && (at->words == "column" || at->words == "relation");
+    return at == std::end(serverWords) || (missing && !has(text, "does not exist")) ? ErrorCategory::other
+                                                                                    : at->category;
 }
 
 ErrorCategory sqliteCategory(std::int64_t native, std::string_view text) {
@@ -168,7 +197,9 @@ contract::ErrorCategory categoryOf(Engine engine, std::string_view state, std::i
     const auto found = byState(state, native);
     if (found == ErrorCategory::lostConnection || found == ErrorCategory::timeout)
         return found;
-    const auto own = engine == Engine::sqlite ? sqliteCategory(native, text) : byNumber(serverNumbers, native);
+    auto own = engine == Engine::sqlite ? sqliteCategory(native, text) : byNumber(serverNumbers, native);
+    if (own == ErrorCategory::other && engine == Engine::server)
+        own = byWords(state, native, text);
     return own == ErrorCategory::other ? found : own;
 }
 
