@@ -12,6 +12,7 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <set>
 
 #include <sys/resource.h>
 
@@ -51,6 +52,20 @@ QJsonObject parsed(const QByteArray& line) {
     EXPECT_TRUE(reply.value(QLatin1String("modal")).isArray()) << line.toStdString();
     EXPECT_EQ(reply.value(QLatin1String("ok")).toBool(), !reply.contains(QLatin1String("error"))) << line.toStdString();
     return reply;
+}
+
+/// The nodes below a parent, each followed by those below it.
+std::vector<int> inOrder(const std::map<int, std::set<int>>& children, int parent) {
+    std::vector<int> all;
+    const auto at = children.find(parent);
+    if (at == children.end())
+        return all;
+    for (const int child : at->second) {
+        all.push_back(child);
+        const auto below = inOrder(children, child);
+        all.insert(all.end(), below.begin(), below.end());
+    }
+    return all;
 }
 
 QByteArray compact(const QJsonObject& object) {
@@ -140,7 +155,7 @@ Outcome Workplace::runScript(const QByteArray& script, const QStringList& argume
     return outcome;
 }
 
-Dialogue::Dialogue(Workplace& place, const QStringList& arguments, bool openForm) {
+Dialogue::Dialogue(Workplace& place, const QStringList& arguments, bool openForm) : onServer_(place.onServer()) {
     place.prepare(process_);
     process_.setArguments(place.connection() + QStringList{QStringLiteral("--script"), QStringLiteral("-")} +
                           arguments);
@@ -233,10 +248,13 @@ QJsonArray Dialogue::services() {
 
 std::vector<int> Dialogue::ids(const QString& tree) {
     std::vector<int> found;
+    std::map<int, std::set<int>> children; // by parent, -1 for the roots
     const QJsonArray nodes = read(tree).value(QLatin1String("nodes")).toArray();
-    for (const auto& node : nodes)
+    for (const auto& node : nodes) {
         found.push_back(node[QLatin1String("id")].toInt(-1));
-    return found;
+        children[node[QLatin1String("parent")].toInt(-1)].insert(found.back());
+    }
+    return onServer_ ? inOrder(children, -1) : found;
 }
 
 QJsonObject Dialogue::node(const QString& tree, int id) {

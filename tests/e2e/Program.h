@@ -94,7 +94,8 @@ public:
     /// Statements since the last trace.
     std::vector<std::string> trace();
     QJsonArray services();
-    /// Ids of a tree's nodes in display order.
+    /// Ids of a tree's nodes in display order. A server gives brothers in the order it likes: they come by ascending
+    /// id.
     std::vector<int> ids(const QString& tree);
     /// The node of that id as `read` answers it; empty when the tree has none.
     QJsonObject node(const QString& tree, int id);
@@ -107,6 +108,7 @@ public:
 
 private:
     QProcess process_;
+    bool onServer_ = false;
     QString err_;
 };
 

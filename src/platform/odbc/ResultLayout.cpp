@@ -133,7 +133,7 @@ bool ResultLayout::describe(SQLHSTMT statement, SQLSMALLINT count, Engine engine
             described->push_back(dialect::fieldOf(useKnown ? (*known)[static_cast<std::size_t>(i)].name
                                                            : std::string(reinterpret_cast<const char*>(name)),
                                                   kind));
-            bound = {Form::narrow, true, kind == ValueKind::amount, guess, 0};
+            bound = {Form::narrow, true, kind == ValueKind::amount, guess, 0, {}, {}, false};
             continue;
         }
         SQLWCHAR name[room] = {};
@@ -148,23 +148,29 @@ bool ResultLayout::describe(SQLHSTMT statement, SQLSMALLINT count, Engine engine
         }
         const auto storage = contract::Column(field.type).storage();
         if (storage == Column::Storage::integer) {
-            bound = {Form::whole, false, false, sizeof(SQLBIGINT), 0};
+            bound = {Form::whole, false, false, sizeof(SQLBIGINT), 0, {}, {}, false};
         } else if (storage == Column::Storage::real) {
-            bound = {Form::real, false, false, sizeof(SQLDOUBLE), 0};
+            bound = {Form::real, false, false, sizeof(SQLDOUBLE), 0, {}, {}, false};
         } else if (storage == Column::Storage::date) {
-            bound = {Form::timestamp, false, false, sizeof(SQL_TIMESTAMP_STRUCT), 0};
+            bound = {Form::timestamp, false, false, sizeof(SQL_TIMESTAMP_STRUCT), 0, {}, {}, false};
         } else if (type == SQL_GUID) {
-            bound = {Form::narrow, false, false, guidWidth, 0};
+            bound = {Form::narrow, false, false, guidWidth, 0, {}, {}, false};
         } else if (type == SQL_NUMERIC || type == SQL_DECIMAL) {
             constexpr std::size_t signPointAndZeros = 4;
-            bound = {Form::narrow, false, false, size + signPointAndZeros, 0};
+            bound = {Form::narrow, false, false, size + signPointAndZeros, 0, {}, {}, false};
         } else {
             const bool unbounded = size == 0 || size > longest;
             // The digits of binary values come as hexadecimal ones.
             const std::size_t characters = unbounded ? guess : (isBinary(type) ? 2 * size : size);
             const bool isWide = !isBinary(type);
-            bound = {isWide ? Form::wide : Form::narrow, false, false,
-                     (characters + 1) * (isWide ? sizeof(SQLWCHAR) : 1), 0};
+            bound = {isWide ? Form::wide : Form::narrow,
+                     false,
+                     false,
+                     (characters + 1) * (isWide ? sizeof(SQLWCHAR) : 1),
+                     0,
+                     {},
+                     {},
+                     false};
         }
         described->push_back(std::move(field));
     }

@@ -31,6 +31,11 @@ struct BoundColumn {
     bool amount = false;    ///< SQLite only: a number with decimals is kept as its decimal form
     std::size_t width = 0;  ///< bytes of one value in an array, a final zero included
     std::size_t offset = 0; ///< of its array in the block
+
+    /// The date read last in the column, as the driver gave it: neighbouring rows often hold the same one.
+    char lastBytes[sizeof(SQL_TIMESTAMP_STRUCT)] = {};
+    contract::Date lastDate;
+    bool dateRead = false;
 };
 
 /// The columns of an open result: the fields they become, and how they are fetched.

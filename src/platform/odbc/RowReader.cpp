@@ -67,6 +67,7 @@ void RowReader::arrange() {
     }
     if (indicators_.size() < layout_.columns.size() * rowsPerBlock_)
         indicators_.resize(layout_.columns.size() * rowsPerBlock_);
+    states_.assign(blockRows, SQL_ROW_NOROW);
 }
 
 bool RowReader::bind(SQLHSTMT statement) {
@@ -75,7 +76,8 @@ bool RowReader::bind(SQLHSTMT statement) {
         return reinterpret_cast<SQLPOINTER>(value); // NOLINT(performance-no-int-to-ptr)
     };
     if (!SQL_SUCCEEDED(SQLSetStmtAttr(statement, SQL_ATTR_ROW_ARRAY_SIZE, number(rowsPerBlock_), SQL_IS_UINTEGER)) ||
-        !SQL_SUCCEEDED(SQLSetStmtAttr(statement, SQL_ATTR_ROWS_FETCHED_PTR, &fetched_, SQL_IS_POINTER)))
+        !SQL_SUCCEEDED(SQLSetStmtAttr(statement, SQL_ATTR_ROWS_FETCHED_PTR, &fetched_, SQL_IS_POINTER)) ||
+        !SQL_SUCCEEDED(SQLSetStmtAttr(statement, SQL_ATTR_ROW_STATUS_PTR, states_.data(), SQL_IS_POINTER)))
         return false;
     for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
         const BoundColumn& bound = layout_.columns[i];
@@ -110,9 +112,11 @@ RowReader::Outcome RowReader::readBlocks(SQLHSTMT statement, contract::Snapshot&
         if (fetched_ == 0)
             return Outcome::complete;
         const auto count = static_cast<std::size_t>(fetched_);
+        if (result == SQL_SUCCESS_WITH_INFO && hasFailedRows(count))
+            return Outcome::failed;
         contract::Column* columns = &rows.column(0);
         for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
-            const BoundColumn& bound = layout_.columns[i];
+            BoundColumn& bound = layout_.columns[i];
             const SQLLEN* lengths = indicators(i);
             const char* value = arrays_.get() + bound.offset;
             for (std::size_t row = 0; row < count; ++row, value += bound.width) {
@@ -126,6 +130,12 @@ RowReader::Outcome RowReader::readBlocks(SQLHSTMT statement, contract::Snapshot&
         }
         rows.setRowCount(rows.rowCount() + count);
     }
+}
+
+// A row that the driver could not convert among others that it could.
+bool RowReader::hasFailedRows(std::size_t count) const {
+    return std::any_of(states_.begin(), states_.begin() + static_cast<std::ptrdiff_t>(std::min(count, states_.size())),
+                       [](auto state) { return state == SQL_ROW_ERROR; });
 }
 
 RowReader::Outcome RowReader::readByRow(SQLHSTMT statement, contract::Snapshot& rows) {
@@ -183,7 +193,7 @@ bool RowReader::getValue(SQLHSTMT statement, std::size_t field, std::string& val
     return true;
 }
 
-void RowReader::append(contract::Column& column, const BoundColumn& bound, const char* value, SQLLEN length) {
+void RowReader::append(contract::Column& column, BoundColumn& bound, const char* value, SQLLEN length) {
     switch (bound.form) {
     case Form::whole: {
         SQLBIGINT number = 0;
@@ -197,23 +207,13 @@ void RowReader::append(contract::Column& column, const BoundColumn& bound, const
         column.append(double{number});
         return;
     }
-    case Form::timestamp: {
-        SQL_TIMESTAMP_STRUCT day = {};
-        std::memcpy(&day, value, sizeof day);
-        if (const auto date = contract::Date::of(day.year, day.month, day.day)) {
-            column.append(*date);
-            return;
-        }
-        // A day that this program knows no date for, shown as the database has it.
-        char text[40];
-        std::snprintf(text, sizeof text, "%04d-%02u-%02u", int{day.year}, unsigned{day.month}, unsigned{day.day});
-        column.append(std::string_view(text));
+    case Form::timestamp:
+        appendDate(column, bound, value);
         return;
-    }
     case Form::narrow: {
         const std::string_view text(value, static_cast<std::size_t>(length));
         if (bound.sqlite)
-            appendSqlite(column, bound.amount, text);
+            appendSqlite(column, bound, text);
         else
             column.append(canonical(text, scratch_));
         return;
@@ -235,8 +235,28 @@ void RowReader::append(contract::Column& column, const BoundColumn& bound, const
     }
 }
 
+void RowReader::appendDate(contract::Column& column, BoundColumn& bound, const char* value) {
+    SQL_TIMESTAMP_STRUCT day = {};
+    if (bound.dateRead && std::memcmp(bound.lastBytes, value, sizeof day) == 0) {
+        column.append(bound.lastDate);
+        return;
+    }
+    std::memcpy(&day, value, sizeof day);
+    if (const auto date = contract::Date::of(day.year, day.month, day.day)) {
+        std::memcpy(bound.lastBytes, value, sizeof day);
+        bound.lastDate = *date;
+        bound.dateRead = true;
+        column.append(*date);
+        return;
+    }
+    // A day that this program knows no date for, shown as the database has it.
+    char text[40];
+    std::snprintf(text, sizeof text, "%04d-%02u-%02u", int{day.year}, unsigned{day.month}, unsigned{day.day});
+    column.append(std::string_view(text));
+}
+
 // SQLite keeps a value of any kind in a column of any type; its driver gives all of them as characters.
-void RowReader::appendSqlite(contract::Column& column, bool amount, std::string_view text) {
+void RowReader::appendSqlite(contract::Column& column, BoundColumn& bound, std::string_view text) {
     const char* end = text.data() + text.size();
     std::int64_t whole = 0;
     double real = 0;
@@ -267,19 +287,27 @@ void RowReader::appendSqlite(contract::Column& column, bool amount, std::string_
         constexpr std::size_t dateLength = 10; // yyyy-mm-dd
         const bool dayOnly = text.size() == dateLength ||
                              (text.size() > dateLength && (text[dateLength] == ' ' || text[dateLength] == 'T'));
+        if (dayOnly && bound.dateRead && std::memcmp(bound.lastBytes, text.data(), dateLength) == 0) {
+            column.append(bound.lastDate);
+            return;
+        }
         const auto date = dayOnly ? contract::Date::parseIso(text.substr(0, dateLength)) : std::nullopt;
-        if (date)
-            column.append(*date);
-        else
+        if (!date) {
             column.append(text);
+            return;
+        }
+        std::memcpy(bound.lastBytes, text.data(), dateLength);
+        bound.lastDate = *date;
+        bound.dateRead = true;
+        column.append(*date);
         return;
     }
     case Column::Storage::text:
         break;
     }
-    if (amount && isWhole())
+    if (bound.amount && isWhole())
         column.append(std::string_view(dialect::amountText(whole)));
-    else if (amount && isReal())
+    else if (bound.amount && isReal())
         column.append(std::string_view(dialect::amountText(real)));
     else
         column.append(text);

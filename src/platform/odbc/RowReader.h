@@ -41,8 +41,10 @@ private:
     Outcome readBlocks(SQLHSTMT statement, contract::Snapshot& rows);
     Outcome readByRow(SQLHSTMT statement, contract::Snapshot& rows);
     bool fits(std::size_t column, std::size_t row) const;
-    void append(contract::Column& column, const BoundColumn& bound, const char* value, SQLLEN length);
-    static void appendSqlite(contract::Column& column, bool amount, std::string_view text);
+    bool hasFailedRows(std::size_t count) const;
+    void append(contract::Column& column, BoundColumn& bound, const char* value, SQLLEN length);
+    static void appendDate(contract::Column& column, BoundColumn& bound, const char* value);
+    static void appendSqlite(contract::Column& column, BoundColumn& bound, std::string_view text);
     bool getValue(SQLHSTMT statement, std::size_t field, std::string& value, bool& null);
     SQLLEN* indicators(std::size_t column) { return indicators_.data() + column * rowsPerBlock_; }
     const SQLLEN* indicators(std::size_t column) const { return indicators_.data() + column * rowsPerBlock_; }
@@ -50,6 +52,7 @@ private:
     ResultLayout layout_;
     std::size_t rowsPerBlock_ = blockRows;
     std::vector<SQLLEN> indicators_;
+    std::vector<SQLUSMALLINT> states_; ///< of the rows of a block
     std::unique_ptr<char[]> arrays_;
     std::size_t capacity_ = 0; ///< bytes of arrays_
     SQLULEN fetched_ = 0;

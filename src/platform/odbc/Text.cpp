@@ -94,12 +94,16 @@ std::vector<SQLWCHAR> wide(std::string_view text) {
 }
 
 void appendNarrow(const SQLWCHAR* text, std::size_t count, std::string& into) {
-    for (std::size_t i = 0; i < count; ++i) {
+    std::size_t i = 0;
+    // Most texts are plain letters.
+    const std::size_t before = into.size();
+    into.resize(before + count);
+    char* plain = into.data() + before;
+    for (; i < count && text[i] < 0x80; ++i)
+        plain[i] = static_cast<char>(text[i]);
+    into.resize(before + i);
+    for (; i < count; ++i) {
         std::uint32_t code = text[i];
-        if (code < 0x80) {
-            into += static_cast<char>(code);
-            continue;
-        }
         if (code >= firstSurrogate && code < afterSurrogates) {
             const bool pair = code < firstLowSurrogate && i + 1 < count && text[i + 1] >= firstLowSurrogate &&
                               text[i + 1] < afterSurrogates;
