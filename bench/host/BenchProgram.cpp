@@ -2,6 +2,7 @@
 // until the window has been drawn again.
 
 #include "host/ComponentLibrary.h"
+#include "host/DatabaseAccess.h"
 #include "host/DatabaseSetup.h"
 #include "host/HostSession.h"
 #include "host/MainWindow.h"
@@ -38,10 +39,10 @@ class Program {
 public:
     explicit Program(std::int64_t nodes) : nodes_(nodes) {
         const std::string file = folder_.filePath("prova.sqlite").toStdString();
-        host::createDatabaseFile(file, library().schema(), nodes);
+        host::createDatabase(host::embeddedDatabase(file), library().schema(), nodes);
         platform::qt::Session::instance().modalOpened = [](platform::qt::FormWindow&) {};
         host::SessionSettings settings;
-        settings.databasePath = file;
+        settings.connectionString = host::embeddedDatabase(file);
         settings.scripted = true;
         settings.logFile = folder_.filePath("errori.log");
         session_ = std::make_unique<host::HostSession>(settings, library(), window_.area(), &window_);

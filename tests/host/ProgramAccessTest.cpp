@@ -4,6 +4,7 @@
 #include "host/HostSession.h"
 
 #include "TestSession.h"
+#include "host/DatabaseAccess.h"
 #include "host/MainWindow.h"
 #include "platform/qt/Appearance.h"
 #include "platform/qt/Scriptable.h"
@@ -76,12 +77,12 @@ std::set<QWidget*> tabRound(QWidget& window) {
 class ProgramAccess : public testing::Test {
 protected:
     ProgramAccess() {
-        host::createDatabaseFile(file, host_test::component().schema(), 40);
+        host::createDatabase(host::embeddedDatabase(file), host_test::component().schema(), 40);
         platform::qt::Session::instance().modalOpened = [this](FormWindow& form) {
             if (onModal)
                 onModal(form);
         };
-        settings.databasePath = file;
+        settings.connectionString = host::embeddedDatabase(file);
         settings.scripted = true;
         settings.logFile = QString::fromStdString(folder.file("errori.log"));
         session = std::make_unique<HostSession>(settings, host_test::component(), window.area(), &window);
