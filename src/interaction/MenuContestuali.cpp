@@ -90,8 +90,6 @@ void MenuContestuali::CollegaAnag() {
             collegamento->setInterface(stato_.ospite);
             collegamento->setAccountCode(stato_.CodiceAnagMenu);
         });
-        if (!collegamento)
-            return;
         passo([&] {
             const auto tipo = FormBase::ValoreODefault(stato_.TipoAnagMenu, contract::Value()).integer();
             if (tipo == 0)
@@ -134,11 +132,20 @@ void MenuContestuali::apriEditorStato(contract::Node nodo) {
 }
 
 void MenuContestuali::mnuRilasciaFigli_Click() {
+    if (!stato_.NodoStatoDest)
+        return;
     const SospensioneCambioNodo sospensione(stato_.sospendiCambioNodo);
+    rilasciaFigli();
+    // Left by an error on the way: the dates and the lock that are remembered belong to the node clicked.
+    auto& albero = *stato_.destinazione.albero;
+    const contract::Node cliccato{stato_.posizioneNodoStato};
+    if (albero.focused() != cliccato)
+        stato_.procedura("mnuRilasciaFigli_Click", [&](auto& passo) { passo([&] { albero.setFocused(cliccato); }); });
+}
+
+void MenuContestuali::rilasciaFigli() {
     stato_.procedura("mnuRilasciaFigli_Click", [&](auto& passo) {
         auto& albero = *stato_.destinazione.albero;
-        if (!stato_.NodoStatoDest)
-            return;
         std::string origine;
         std::shared_ptr<contract::WorkflowState> flusso;
         passo([&] { albero.setFocused(stato_.NodoStatoDest); });

@@ -27,6 +27,7 @@ public:
     void TXT_QZ02_STATO_AfterItem();
 
 private:
+    void rilasciaFigli();
     void RichiamaScheda(std::string_view procedura, std::string_view programma);
     contract::Rect postoEditor(contract::Node nodo) const;
     contract::Value guidCorrente() const;

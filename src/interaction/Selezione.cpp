@@ -22,12 +22,11 @@ void Selezione::PropagaFigli(contract::Node nodo, int statoCasella) {
     stato_.procedura("PropagaFigli", [&](auto& passo) {
         auto& albero = *stato_.origine.albero;
         const contract::Value valore = statoCasella == 1 ? "True" : "False";
-        passo([&] { albero.beginUpdate(); });
         passo([&] {
+            const SospensioneAlbero sospensione(albero);
             for (auto altro = albero.next(nodo); altro && albero.level(altro) != 0; altro = albero.next(altro))
                 albero.setValue(altro, colonnaSeleziona, valore);
         });
-        passo([&] { albero.endUpdate(); });
         passo([&] {
             if (albero.focused() != nodo)
                 albero.setFocused(nodo);

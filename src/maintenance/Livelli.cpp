@@ -20,21 +20,9 @@ bool modoComprimi(const Lato& lato) {
     return didascalia == comprimi;
 }
 
-/// Lays the expansions of a walk out once, however it ends.
-class Sospensione {
-public:
-    explicit Sospensione(contract::TreeList& albero) : albero_(albero) { albero_.beginUpdate(); }
-    Sospensione(const Sospensione&) = delete;
-    Sospensione& operator=(const Sospensione&) = delete;
-    ~Sospensione() { albero_.endUpdate(); }
-
-private:
-    contract::TreeList& albero_;
-};
-
 void impostaLivello(Lato& lato, int livello, bool aperto) {
     const CursoreSulFuoco cursore(lato);
-    const Sospensione sospensione(*lato.albero);
+    const SospensioneAlbero sospensione(*lato.albero);
     lato.dati->MoveFirst();
     auto nodo = lato.albero->firstNode();
     for (auto visite = lato.dati->RecordCount(); visite > 0 && nodo; --visite) {

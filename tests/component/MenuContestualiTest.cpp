@@ -93,6 +93,19 @@ TEST_F(MenuContestualiTest, OpensNothingForAnyOtherKind) {
     EXPECT_TRUE(scena.host->errors.empty());
 }
 
+TEST_F(MenuContestualiTest, TakesTheKindOfItsOwnSide) {
+    scena.stato.origine.TipoCF = 1;
+    scena.stato.TipoAnagMenu = 0;
+    menu.mnuSchedaCF_Click(scena.stato.origine);
+    EXPECT_EQ(scena.stato.TipoAnagMenu.integer(), 1);
+    menu.mnuSchedaCF_Click(scena.stato.destinazione);
+    EXPECT_EQ(scena.stato.TipoAnagMenu.integer(), 0);
+    menu.mnuAnagCF_Click(scena.stato.origine);
+    EXPECT_EQ(scena.stato.TipoAnagMenu.integer(), 1);
+    menu.mnuAnagCF_Click(scena.stato.destinazione);
+    EXPECT_EQ(scena.stato.TipoAnagMenu.integer(), 0);
+}
+
 TEST_F(MenuContestualiTest, ReportsUnderTheInnermostProceduresName) {
     auto& diario = *scena.host->journal;
     diario.failCall("ClsGlobal.openProgram", 1, contract::RuntimeError(429, "x"));
@@ -235,6 +248,47 @@ TEST_F(MenuContestualiTest, EndsTheSuspensionAfterAnErrorAndKeepsWhatWasCopied) 
     EXPECT_FALSE(scena.stato.sospendiCambioNodo);
     EXPECT_EQ(stati["G12"], 5);
     EXPECT_FALSE(stati.contains("G14"));
+}
+
+TEST_F(MenuContestualiTest, PutsTheFocusBackAfterAnError) {
+    for (const int risposta : {3, 5}) {
+        stati = {{"G11", 5}};
+        destro(11);
+        scena.host->answers = {risposta};
+        scena.host->journal->failCall("WorkflowState.DuplicaStato", 2, contract::RuntimeError(5, "x"));
+        menu.mnuRilasciaFigli_Click();
+        EXPECT_EQ(albero.key(albero.focused()), 11);
+        EXPECT_EQ((*scena.stato.destinazione.dati)["QZ02_ID"].integer(), 11);
+        EXPECT_EQ(stati.contains("G14"), risposta == 5);
+    }
+}
+
+TEST_F(MenuContestualiTest, DoesNothingWithoutANode) {
+    albero.focusKey(14);
+    scena.stato.NodoStatoDest = {};
+    menu.mnuRilasciaFigli_Click();
+    EXPECT_TRUE(operazioni().empty());
+    EXPECT_EQ(albero.key(albero.focused()), 14);
+    EXPECT_TRUE(scena.host->errors.empty());
+}
+
+TEST_F(MenuContestualiTest, StopsAtTheFirstNodeOfTheBoundsLevelOrHigher) {
+    // A chain of seven levels, then a node of level 5 and one of level 6 below it.
+    scena.tabelle.nodi.clear();
+    for (std::int64_t i = 0; i < 7; ++i)
+        scena.tabelle.nodi.push_back({21 + i, 20, i ? std::optional(20 + i) : std::nullopt, 300 + i, "01/01/2020",
+                                      "31/12/2099", "G" + std::to_string(21 + i)});
+    for (const auto& [id, padre] : std::vector<std::pair<std::int64_t, std::int64_t>>{{31, 25}, {32, 31}})
+        scena.tabelle.nodi.push_back({id, 20, padre, 300 + id, "01/01/2020", "31/12/2099", "G" + std::to_string(id)});
+    scena.carica(scena.stato.destinazione, "20");
+    ASSERT_EQ(albero.level(albero.byKey(31)), 5);
+    stati = {{"G26", 5}};
+    scena.stato.origine.livelloCliccato = 5;
+    destro(26);
+    operazioni();
+    menu.mnuRilasciaFigli_Click();
+    EXPECT_EQ(operazioni(), (Testi{"GetDescrizioneStatoFromGUID(G26)", "DuplicaStato(G26, G27)"}));
+    EXPECT_EQ(scena.stato.NodoStatoDest, albero.byKey(31));
 }
 
 TEST_F(MenuContestualiTest, SendsNoStatement) {

@@ -195,13 +195,38 @@ TEST_F(SelezioneTest, OpensTheCardOfALinkWithoutSettingItsKind) {
     EXPECT_EQ(scena.stato.TipoAnagMenu.integer(), 1);
 }
 
+TEST_F(SelezioneTest, ReadsTheAccountOfTheFocusedRecord) {
+    // Not of the node pressed, where the focus does not follow the press.
+    auto& albero = scena.alberoOrig();
+    albero.focusKey(7);
+    const auto cella = albero.cell(albero.byKey(2), "RagioneSociale");
+    ASSERT_TRUE(cella);
+    selezione.OnMouseDown(scena.stato.origine, MouseButton::right, cella->left, cella->top);
+    EXPECT_EQ(scena.stato.CodiceAnagMenu, 107);
+}
+
 TEST_F(SelezioneTest, ReportsErrorsUnderTheHandlersNames) {
-    auto& s = scena.stato;
-    s.origine.dati->MoveEnd();
-    selezione.OnHyperLink(s.origine);
-    s.destinazione.dati->MoveEnd();
-    selezione.OnHyperLink(s.destinazione);
-    EXPECT_EQ(scena.errori(), (Testi{"TRW_ELEMDISTINTAORIG_OnHyperLink", "TRW_ELEMDISTINTADEST_OnHyperLink"}));
+    for (auto* lato : {&scena.stato.origine, &scena.stato.destinazione}) {
+        auto& albero = scena.albero(*lato);
+        const auto cella = albero.cell(albero.firstNode(), "RagioneSociale");
+        ASSERT_TRUE(cella);
+        lato->dati->MoveEnd();
+        selezione.OnMouseDown(*lato, MouseButton::right, cella->left, cella->top);
+        selezione.OnHyperLink(*lato);
+    }
+    EXPECT_EQ(scena.errori(), (Testi{"TRW_ELEMDISTINTAORIG_OnMouseDown", "TRW_ELEMDISTINTAORIG_OnHyperLink",
+                                     "TRW_ELEMDISTINTADEST_OnMouseDown", "TRW_ELEMDISTINTADEST_OnHyperLink"}));
+}
+
+TEST_F(SelezioneTest, ReportsAPropagationThatFailsAndGoesOnDrawing) {
+    // A tree without check column.
+    scena.stato.origine.albero = scena.stato.destinazione.albero;
+    auto& albero = scena.alberoDest();
+    selezione.PropagaFigli(albero.byKey(11), 1);
+    EXPECT_EQ(scena.errori(), Testi{"PropagaFigli"});
+    const int prima = albero.layouts();
+    albero.setExpanded(albero.byKey(11), false);
+    EXPECT_EQ(albero.layouts(), prima + 1);
 }
 
 } // namespace

@@ -1,15 +1,13 @@
-#include "component/Scena.h"
-#include "data/CaricaDistinta.h"
-#include "maintenance/Comandi.h"
+#include "component/SpostaStruttura.h"
+#include "component/IstruzioniAttese.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 #include <vector>
 
-using prove::NodoFinto;
-using prove::Scena;
+using prove::SpostaStrutturaTest;
+namespace attesa = prove::attesa;
 
 namespace {
 
@@ -17,54 +15,6 @@ using Testi = std::vector<std::string>;
 using Ids = std::vector<std::int64_t>;
 
 const std::string ricorsivo = ": legame presente in un nodo padre nella struttura.\n";
-
-/// Origin 10: 1 (101) with 2 (102) with 3 (103) and 4 (104); 5 (105) stands apart. Destination 20: 11 (201) with 12
-/// (202). The moved node is 2, its new parent 12.
-class SpostaStrutturaTest : public testing::Test {
-protected:
-    SpostaStrutturaTest() {
-        scena.tabelle.tipi = {{10, "A", "ORIGINE"}, {20, "B", "DESTINAZIONE"}, {30, "C", "VUOTA"}};
-        scena.tabelle.nodi = {{1, 10, {}, 101}, {2, 10, 1, 102},   {3, 10, 2, 103},  {4, 10, 3, 104},
-                              {5, 10, {}, 105}, {11, 20, {}, 201}, {12, 20, 11, 202}};
-        prepara();
-    }
-
-    void prepara(std::int64_t origine = 2, std::int64_t destinazione = 12) {
-        scena.carica(scena.stato.origine, "10", origine);
-        scena.carica(scena.stato.destinazione, "20", destinazione);
-        scena.host->answers = {6};
-        prima = scena.tabelle.nodi;
-    }
-    NodoFinto atteso(std::int64_t id) const {
-        for (const auto& nodo : prima)
-            if (nodo.id == id)
-                return nodo;
-        return {};
-    }
-    void spostato(std::int64_t id, std::int64_t padre) {
-        auto nodo = atteso(id);
-        nodo.padre = padre;
-        nodo.distinta = 20;
-        nodo.dataVar = "15/06/2024";
-        nodo.gruppoVar = "GRUPPO";
-        nodo.utenteVar = "UTENTE";
-        EXPECT_EQ(scena.tabelle.il(id), nodo);
-    }
-    void seguito(std::int64_t id) {
-        auto nodo = atteso(id);
-        nodo.distinta = 20;
-        EXPECT_EQ(scena.tabelle.il(id), nodo);
-    }
-    void comePrima() {
-        EXPECT_EQ(scena.tabelle.nodi, prima);
-        EXPECT_FALSE(scena.db->InTransaction());
-    }
-    void premi() { comandi.CMD_SPOSTASTRU_ButtonClick(); }
-
-    Scena scena;
-    qz::Comandi comandi{scena.stato};
-    std::vector<NodoFinto> prima;
-};
 
 TEST_F(SpostaStrutturaTest, MovesTheNodeWithItsSubtree) {
     premi();
@@ -86,48 +36,27 @@ TEST_F(SpostaStrutturaTest, ReloadsBothTrees) {
 
 TEST_F(SpostaStrutturaTest, SendsItsStatementsInOrder) {
     premi();
-    Testi inizi;
-    for (const auto& testo : scena.db->take())
-        inizi.push_back(testo.substr(0, 45));
-    const std::string conta = " SELECT Count(*) as Conta  FROM QZ02_DISTINTA";
-    const std::string padri = " SELECT  CG44_CLIFOR AS Anagrafica, CG16_RAGS";
-    const std::string decodifica = "SELECT QZ02_DISTINTA_DEST.QZ02_ID AS ID , QZ0";
-    const std::string figli = "SELECT  *  FROM  QZ02_DISTINTA  WHERE QZ02_ID";
-    const std::string aggiorna = "UPDATE QZ02_DISTINTA  SET QZ02_ID_QZ01 = '20'";
-    const Testi attesi{"BeginTrans",
-                       "SELECT QZ02_ID, QZ02_ID_QZ01 FROM QZ02_DISTIN",
-                       conta,
-                       padri,
-                       padri, // check of 102 under 202: 202's parent 201, then 201's
-                       conta, // queue
-                       decodifica,
-                       figli, // children of 2
-                       conta,
-                       padri,
-                       aggiorna, // 103 under 102, which is a child of 101 that is no destination link
-                       decodifica,
-                       figli,
-                       conta,
-                       padri,
-                       padri,
-                       padri,
-                       aggiorna, // 104 under 103
-                       decodifica,
-                       figli,
-                       "UPDATE QZ02_DISTINTA  SET QZ02_IDPARENT_QZ02 ",
-                       "CommitTrans",
-                       " SELECT QZ01_IDDIV_CO1A FROM QZ01_TIPODISTINT",
-                       " SELECT QZ02_ID,   (SELECT CG16_RAGSOANAG    ",
-                       " SELECT QZ01_IDDIV_CO1A, QZ01_GUID FROM QZ01_",
-                       " SELECT QZ02_ID,   (SELECT CG16_RAGSOANAG    "};
-    EXPECT_EQ(inizi.front(), "BeginTrans");
-    EXPECT_EQ(inizi[1], attesi[1]);
-    EXPECT_EQ((Testi{inizi.begin() + 2, inizi.begin() + 8}), (Testi{conta, padri, padri, conta, decodifica, figli}));
-    const Testi coda(attesi.end() - 6, attesi.end());
-    EXPECT_EQ((Testi{inizi.end() - 6, inizi.end()}), coda);
-    EXPECT_EQ(std::count(inizi.begin(), inizi.end(), aggiorna), 2);
-    EXPECT_EQ(std::count(inizi.begin(), inizi.end(), decodifica), 3);
-    EXPECT_EQ(std::count(inizi.begin(), inizi.end(), figli), 3);
+    const auto inviate = scena.db->take();
+    const Testi attese{"BeginTrans", attesa::rilettura(2, 12),
+                       // 102 under 202: 202 hangs under 201, which hangs under nothing
+                       attesa::contaDitta(10), attesa::padri(202, 20), attesa::padri(201, 20), attesa::contaNodi(10),
+                       // Children of 2: 103 under 102, which has no link in the destination yet
+                       attesa::decodifica(2), attesa::figli(2, 10), attesa::contaDitta(10), attesa::padri(102, 20),
+                       attesa::aggiornaDistinta(3, 10, 20),
+                       // Children of 3: 104 under 103, whose link is the destination's by now
+                       attesa::decodifica(3), attesa::figli(3, 10), attesa::contaDitta(10), attesa::padri(103, 20),
+                       attesa::padri(102, 20), attesa::aggiornaDistinta(4, 10, 20),
+                       // Children of 4: none
+                       attesa::decodifica(4), attesa::figli(4, 10), attesa::spostaNodo(2, 12, 10, 20), "CommitTrans"};
+    ASSERT_EQ(inviate.size(), attese.size() + 4);
+    EXPECT_EQ((Testi{inviate.begin(), inviate.end() - 4}), attese);
+    // Then the origin is loaded, and after it the destination.
+    EXPECT_EQ(inviate[attese.size()], attesa::divisioneOrig + "10");
+    EXPECT_TRUE(inviate[attese.size() + 1].starts_with(attesa::nodi));
+    EXPECT_NE(inviate[attese.size() + 1].find("QZ02_ID_QZ01 = '10'"), std::string::npos);
+    EXPECT_EQ(inviate[attese.size() + 2], attesa::divisioneDest + "20");
+    EXPECT_TRUE(inviate[attese.size() + 3].starts_with(attesa::nodi));
+    EXPECT_NE(inviate[attese.size() + 3].find("QZ02_ID_QZ01 = '20'"), std::string::npos);
 }
 
 TEST_F(SpostaStrutturaTest, MovesANodeWithoutChildrenAlone) {
@@ -181,7 +110,7 @@ TEST_F(SpostaStrutturaTest, RefusesADestinationWithoutNodes) {
 }
 
 TEST_F(SpostaStrutturaTest, RefusesADestinationThatWasNeverLoaded) {
-    Scena nuova;
+    prove::Scena nuova;
     nuova.tabelle.tipi = scena.tabelle.tipi;
     nuova.tabelle.nodi = prima;
     nuova.carica(nuova.stato.origine, "10", 2);
@@ -347,77 +276,59 @@ TEST_F(SpostaStrutturaTest, RestoresTheTopRowsOfBothTrees) {
     EXPECT_EQ(scena.alberoDest().topRow(), 23);
 }
 
+TEST_F(SpostaStrutturaTest, RestoresNoTopRowThatWasTheFirst) {
+    for (std::int64_t i = 0; i < 60; ++i)
+        scena.tabelle.nodi.push_back({400 + i, 20, {}, 400 + i});
+    prepara(2, 459);
+    scena.alberoDest().setTopRow(0);
+    premi();
+    // The loading brings the focused node into view, and that stays.
+    EXPECT_EQ(scena.alberoDest().key(scena.alberoDest().focused()), 459);
+    EXPECT_TRUE(scena.alberoDest().cell(scena.alberoDest().focused(), "RagioneSociale"));
+}
+
+TEST_F(SpostaStrutturaTest, RestoresTheTopRowEvenWhereItHidesTheFocusedNode) {
+    for (std::int64_t i = 0; i < 60; ++i)
+        scena.tabelle.nodi.push_back({300 + i, 10, {}, 300 + i});
+    prepara(359, 12);
+    scena.carica(scena.stato.destinazione, "10", 5);
+    scena.alberoOrig().setTopRow(40);
+    premi();
+    EXPECT_EQ(scena.alberoOrig().key(scena.alberoOrig().focused()), 359);
+    EXPECT_EQ(scena.alberoOrig().level(scena.alberoOrig().focused()), 1);
+    EXPECT_EQ(scena.alberoOrig().topRow(), 40);
+    EXPECT_FALSE(scena.alberoOrig().cell(scena.alberoOrig().focused(), "RagioneSociale"));
+}
+
+TEST_F(SpostaStrutturaTest, RestoresTheTopRowsAfterARefusalToo) {
+    for (std::int64_t i = 0; i < 60; ++i)
+        scena.tabelle.nodi.push_back({300 + i, 10, {}, 300 + i});
+    prepara(359, 12);
+    scena.tabelle.nodi.push_back({13, 20, 12, 359});
+    scena.carica(scena.stato.destinazione, "20", 13);
+    scena.alberoOrig().setTopRow(17);
+    premi();
+    EXPECT_EQ(scena.host->messages.back().style, 16);
+    EXPECT_EQ(scena.alberoOrig().topRow(), 17);
+}
+
+TEST_F(SpostaStrutturaTest, GuardsTheMoveItselfAgainstAnEmptyOriginAndDifferingKinds) {
+    qz::Spostamento spostamento(scena.stato);
+    scena.stato.destinazione.TipoCF = 1;
+    spostamento.EseguiSpostamento(false);
+    spostamento.EseguiSpostamento(true);
+    scena.stato.destinazione.TipoCF = 0;
+    scena.carica(scena.stato.origine, "30");
+    spostamento.EseguiSpostamento(false);
+    EXPECT_TRUE(scena.db->take().empty());
+    EXPECT_TRUE(scena.host->messages.empty());
+}
+
 TEST_F(SpostaStrutturaTest, LeavesTheEndOfLinkTextAlone) {
     scena.stato.DataFineLegame = "30/06/2024";
     premi();
     EXPECT_EQ(scena.stato.DataFineLegame, "30/06/2024");
     spostato(2, 12);
-}
-
-// Errors
-
-class SpostamentoConErrore : public SpostaStrutturaTest, public testing::WithParamInterface<bool> {};
-
-TEST_P(SpostamentoConErrore, KeepsNothingWhateverStatementFails) {
-    premi();
-    const auto operazioni = static_cast<int>(scena.db->take().size()) - 4; // without the reload
-    scena.tabelle.nodi = prima;
-    for (int nth = 1; nth <= operazioni; ++nth) {
-        SCOPED_TRACE(nth);
-        prepara();
-        scena.host->errors.clear();
-        scena.db->endTransactionOnError(GetParam());
-        scena.db->failNth(nth, {"HY000", 1, "guasto", contract::ErrorCategory::other});
-        premi();
-        comePrima();
-        EXPECT_EQ(scena.errori(), Testi{"CMD_SPOSTASTRU_ButtonClick"});
-        ASSERT_FALSE(scena.host->errors[0].databaseErrors.empty());
-        EXPECT_EQ(scena.host->errors[0].databaseErrors[0].description, "guasto");
-        EXPECT_EQ(prove::nodiDi(*scena.stato.origine.albero), (Ids{1, 2, 3, 4, 5}));
-        EXPECT_EQ(prove::nodiDi(*scena.stato.destinazione.albero), (Ids{11, 12}));
-        ASSERT_TRUE(scena.alberoOrig().focusKey(2));
-    }
-    prepara();
-    premi();
-    spostato(2, 12);
-}
-
-INSTANTIATE_TEST_SUITE_P(ServerEnds, SpostamentoConErrore, testing::Bool());
-
-TEST_F(SpostaStrutturaTest, RunsTheWholeMoveAgainOnRetry) {
-    scena.host->answers = {6, 4};
-    scena.db->failNth(12, {"40001", 1205, "stallo", contract::ErrorCategory::deadlock});
-    premi();
-    spostato(2, 12);
-    EXPECT_EQ(scena.db->statements("BeginTrans").size(), 2U);
-    EXPECT_EQ(scena.db->statements("CommitTrans").size(), 1U);
-}
-
-TEST_F(SpostaStrutturaTest, EndsTheMoveOnIgnore) {
-    scena.host->answers = {6, 5};
-    scena.db->failNth(12, {"40001", 1205, "stallo", contract::ErrorCategory::deadlock});
-    premi();
-    comePrima();
-    EXPECT_EQ(scena.db->statements("BeginTrans").size(), 1U);
-}
-
-TEST_F(SpostaStrutturaTest, KeepsNothingWhenTheConnectionIsLost) {
-    premi();
-    const auto operazioni = static_cast<int>(scena.db->take().size()) - 4;
-    scena.tabelle.nodi = prima;
-    for (int nth = 1; nth <= operazioni; ++nth) {
-        SCOPED_TRACE(nth);
-        prepara();
-        scena.host->errors.clear();
-        scena.db->loseConnectionAt(nth);
-        premi();
-        comePrima();
-        ASSERT_FALSE(scena.errori().empty());
-        EXPECT_EQ(scena.errori().front(), "CMD_SPOSTASTRU_ButtonClick");
-        EXPECT_EQ(scena.host->errors[0].databaseErrors.at(0).category, contract::ErrorCategory::lostConnection);
-        scena.db->forget();
-        scena.tabelle.collega(*scena.db);
-    }
 }
 
 } // namespace

@@ -1,76 +1,25 @@
-#include "component/Scena.h"
-#include "maintenance/Comandi.h"
+// The command of the move with validity, and the order of what it sends.
+
+#include "component/SpostaValidita.h"
+#include "component/IstruzioniAttese.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <optional>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
 using prove::giorno;
-using prove::NodoFinto;
 using prove::Scena;
+using prove::SpostaValiditaTest;
+namespace attesa = prove::attesa;
 
 namespace {
 
 using Testi = std::vector<std::string>;
-using Ids = std::vector<std::int64_t>;
 
 const std::string domanda = "Spostare il nodo 102 e tutti i suoi figli?";
-
-/// Origin 10: 1 (101) with 2 (102) with 3 (103) with 4 (104). Destination 20: 11 (201). The moved node is 2, its new
-/// parent 11, the end of the old links 30/06/2024.
-class SpostaValiditaTest : public testing::Test {
-protected:
-    SpostaValiditaTest() {
-        scena.tabelle.tipi = {{10, "A", "ORIGINE"}, {20, "B", "DESTINAZIONE"}, {30, "C", "VUOTA"}};
-        scena.tabelle.nodi = {{1, 10, {}, 101}, {2, 10, 1, 102}, {3, 10, 2, 103}, {4, 10, 3, 104}, {11, 20, {}, 201}};
-        comandi.chiediDataFine = [this] {
-            ++dialoghi;
-            if (dataScelta)
-                scena.stato.DataFineLegame = *dataScelta;
-        };
-        prepara();
-    }
-
-    void prepara(std::int64_t origine = 2, std::int64_t destinazione = 11) {
-        scena.carica(scena.stato.origine, "10", origine);
-        scena.carica(scena.stato.destinazione, "20", destinazione);
-        scena.host->answers = {6};
-        scena.host->journal->take();
-        prima = scena.tabelle.nodi;
-    }
-    void premi() { comandi.CMD_SPOSTAVALID_ButtonClick(); }
-    void comePrima() {
-        EXPECT_EQ(scena.tabelle.nodi, prima);
-        EXPECT_FALSE(scena.db->InTransaction());
-    }
-    /// The new link of an account, which is the one with that start.
-    const NodoFinto* copia(std::int64_t account, std::string_view inizio = "01/07/2024") const {
-        for (const auto& nodo : scena.tabelle.nodi)
-            if (nodo.account == account && nodo.inizio == inizio)
-                return &nodo;
-        return nullptr;
-    }
-    std::string fineDi(std::int64_t id) { return scena.tabelle.il(id).fine; }
-    Testi operazioni() const {
-        Testi righe;
-        for (const auto& riga : scena.host->journal->take())
-            if (riga.starts_with("WorkflowState."))
-                righe.push_back(riga);
-        return righe;
-    }
-
-    Scena scena;
-    qz::Comandi comandi{scena.stato};
-    std::optional<std::string> dataScelta = "30/06/2024";
-    int dialoghi = 0;
-    std::vector<NodoFinto> prima;
-};
-
-// Command
 
 TEST_F(SpostaValiditaTest, AsksForTheDateThenForConfirmation) {
     premi();
@@ -154,338 +103,93 @@ TEST_F(SpostaValiditaTest, GoesOnWithTheTextOfTheMoveBeforeWhenTheDialogIsCancel
     EXPECT_EQ(fineDi(50), "31/12/2030");
 }
 
-// Copy
-
-TEST_F(SpostaValiditaTest, ClosesTheOldLinksAndOpensNewOnesFromTheNextDay) {
+TEST_F(SpostaValiditaTest, ComparesTheDateBeforeItLooksAtTheSides) {
+    dataScelta = "31/12/2019";
+    scena.stato.destinazione.TipoCF = 1;
     premi();
-    for (const std::int64_t id : {2, 3, 4})
-        EXPECT_EQ(fineDi(id), "30/06/2024");
-    EXPECT_EQ(fineDi(1), "31/12/2099");
-    const auto* due = copia(102);
-    const auto* tre = copia(103);
-    const auto* quattro = copia(104);
-    ASSERT_TRUE(due && tre && quattro);
-    for (const auto* nodo : {due, tre, quattro}) {
-        EXPECT_EQ(nodo->distinta, 20);
-        EXPECT_EQ(nodo->fine, "31/12/2099");
+    ASSERT_EQ(scena.messaggi().size(), 1U);
+    EXPECT_EQ(scena.host->messages[0].style, 48);
+    scena.stato.destinazione.TipoCF = 0;
+    scena.carica(scena.stato.destinazione, "30");
+    premi();
+    EXPECT_EQ(scena.messaggi().size(), 2U);
+}
+
+/// Notes each operation together with the number of statements sent before it.
+class FlussoAnnotato : public contract::WorkflowState {
+public:
+    explicit FlussoAnnotato(const Scena& scena) : scena_(scena) {}
+
+    std::string GetNewGUID() override {
+        nota("GetNewGUID");
+        return "GUID-" + std::to_string(++fatti_);
     }
-    EXPECT_EQ(due->padre, 11);
-    EXPECT_EQ(tre->padre, due->id);
-    EXPECT_EQ(quattro->padre, tre->id);
-    EXPECT_EQ(scena.tabelle.nodi.size(), 8U);
-}
-
-TEST_F(SpostaValiditaTest, LeavesTheOldRowsInTheOrigin) {
-    premi();
-    for (const std::int64_t id : {2, 3, 4})
-        EXPECT_EQ(scena.tabelle.il(id).distinta, 10);
-    EXPECT_EQ(scena.tabelle.il(2).padre, 1);
-    EXPECT_TRUE(scena.db->statements("UPDATE QZ02_DISTINTA  SET QZ02_ID").empty());
-}
-
-TEST_F(SpostaValiditaTest, WritesTheAuditColumns) {
-    premi();
-    const auto& vecchio = scena.tabelle.il(2);
-    EXPECT_EQ(vecchio.gruppoVar, "GRUPPO");
-    EXPECT_EQ(vecchio.utenteVar, "UTENTE");
-    EXPECT_EQ(vecchio.dataVar, ""); // the closing statement does not set it
-    const auto* nuovo = copia(102);
-    ASSERT_TRUE(nuovo);
-    EXPECT_EQ(
-        (Testi{nuovo->dataCre, nuovo->gruppoCre, nuovo->utenteCre, nuovo->dataVar, nuovo->gruppoVar, nuovo->utenteVar}),
-        (Testi{"15/06/2024", "GRUPPO", "UTENTE", "15/06/2024", "GRUPPO", "UTENTE"}));
-}
-
-TEST_F(SpostaValiditaTest, EndsTheNewLinksWhereTheMovedNodeEnded) {
-    scena.tabelle.il(2).fine = "31/12/2027";
-    scena.tabelle.il(3).fine = "31/12/2050";
-    prepara();
-    premi();
-    for (const std::int64_t account : {102, 103, 104}) {
-        const auto* nodo = copia(account);
-        ASSERT_TRUE(nodo);
-        EXPECT_EQ(nodo->fine, "31/12/2027") << account;
+    void DuplicaStato(std::string_view da, std::string_view a) override {
+        nota("DuplicaStato " + std::string(da) + " " + std::string(a));
     }
-    EXPECT_EQ(scena.stato.DataFineLegame, "31/12/2027");
-}
+    void GetDefaultFlussoStato() override { nota("GetDefaultFlussoStato"); }
+    void ConfermaStato() override { nota("ConfermaStato"); }
+    std::string GetDescrizioneStatoFromGUID(std::string_view) override { return {}; }
+    std::vector<std::string> descriptions(const std::vector<std::string>& guid) override {
+        return std::vector<std::string>(guid.size());
+    }
 
-TEST_F(SpostaValiditaTest, EndsTheNewLinksAtTheOpenEndForAMissingEnd) {
-    scena.tabelle.il(2).fine = "";
-    prepara();
-    premi();
-    const auto* nodo = copia(102);
-    ASSERT_TRUE(nodo);
-    EXPECT_EQ(nodo->fine, "31/12/2099");
-}
-
-TEST_F(SpostaValiditaTest, EndsTheNewLinksAtTheFixedDate) {
-    scena.stato.parametri.TipoCaricaDATA = 1;
-    scena.stato.parametri.DataFissaFINE = giorno("31/12/2030");
-    scena.stato.parametri.DataFissaINIZIO = giorno("01/01/2001");
-    premi();
-    const auto* nodo = copia(104);
-    ASSERT_TRUE(nodo);
-    EXPECT_EQ(nodo->fine, "31/12/2030");
-    EXPECT_EQ(fineDi(4), "30/06/2024");
-}
-
-TEST_F(SpostaValiditaTest, FixesTheTextOnlyAfterTheCheckOfTheMovedNode) {
-    scena.tabelle.nodi.push_back({12, 20, 11, 102});
-    prepara(2, 12);
-    premi();
-    EXPECT_EQ(scena.messaggi().back(), "Cliente 102 coincide con la destinazione. Spostamento annullato.\n");
-    EXPECT_EQ(scena.stato.DataFineLegame, "30/06/2024");
-    comePrima();
-}
-
-TEST_F(SpostaValiditaTest, KeepsTheEndOfALinkThatHasEndedBefore) {
-    scena.tabelle.il(3).fine = "31/03/2024";
-    prepara();
-    premi();
-    EXPECT_EQ(fineDi(3), "31/03/2024");
-    EXPECT_NE(copia(103), nullptr);
-}
-
-TEST_F(SpostaValiditaTest, ClosesALinkThatStartsLaterOnItsOwnStartDay) {
-    // The new links end before that day, so that it does not count as an overlap.
-    scena.stato.parametri.TipoCaricaDATA = 1;
-    scena.stato.parametri.DataFissaFINE = giorno("31/12/2024");
-    scena.tabelle.il(3).inizio = "01/03/2025";
-    prepara();
-    premi();
-    EXPECT_EQ(fineDi(3), "01/03/2025");
-    const auto* nodo = copia(103);
-    ASSERT_TRUE(nodo);
-    EXPECT_EQ(nodo->fine, "31/12/2024");
-}
-
-TEST_F(SpostaValiditaTest, RefusesALinkThatStartsInsideTheNewPeriod) {
-    scena.tabelle.il(3).inizio = "01/03/2025";
-    prepara();
-    premi();
-    comePrima();
-    EXPECT_EQ(scena.messaggi().back(), "Cliente 103 già legato alla distinta A: Nodo padre 102 - SOGGETTO 102 nel "
-                                       "periodo dal 01/03/2025 al 01/03/2025\n");
-    EXPECT_EQ(scena.host->messages.back().style, 16);
-}
-
-TEST_F(SpostaValiditaTest, ChecksTheNewLinkAfterTheOldOneWasClosed) {
-    premi();
-    const auto& tutte = scena.db->statements();
-    const auto posto = [&](std::string_view inizio) {
-        return std::find_if(tutte.begin(), tutte.end(), [&](const auto& t) { return t.starts_with(inizio); });
-    };
-    const auto chiusura = posto("UPDATE QZ02_DISTINTA  SET QZ02_DATAFINEVAL");
-    const auto controllo = posto(" SELECT  CG44_CLIFOR AS Anagrafica, CG16_RAGSOANAG AS RagSoc,  QZ02");
-    const auto inserimento = posto("INSERT INTO QZ02_DISTINTA");
-    EXPECT_LT(chiusura, controllo);
-    EXPECT_LT(controllo, inserimento);
-    EXPECT_NE(controllo->find("CONVERT(DateTime,'01/07/2024',103) BETWEEN"), std::string::npos);
-    EXPECT_NE(controllo->find("CONVERT(DateTime,'31/12/2099',103) BETWEEN"), std::string::npos);
-}
-
-TEST_F(SpostaValiditaTest, CopiesOnlyTheOptionalValuesThatAreThere) {
-    scena.tabelle.il(2).facoltativi = {{"QZ02_CLIFORFATT_CG44", 777}, {"QZ02_INDEREPROMO", 0}};
-    scena.tabelle.il(3).facoltativi = {
-        {"QZ02_TIPOANAGFATT", 1}, {"QZ02_IDSTRUTTURA_LP09", 8}, {"QZ02_IDLOCALIZZATA_LP09", 9}};
-    prepara();
-    premi();
-    const auto* due = copia(102);
-    const auto* tre = copia(103);
-    const auto* quattro = copia(104);
-    ASSERT_TRUE(due && tre && quattro);
-    EXPECT_EQ(due->facoltativi, prima[1].facoltativi);
-    EXPECT_EQ(tre->facoltativi, prima[2].facoltativi);
-    EXPECT_TRUE(quattro->facoltativi.empty());
-}
-
-TEST_F(SpostaValiditaTest, GivesNewLinksTheStateOfTheParameters) {
-    scena.stato.parametri.StatoLegame = 7;
-    premi();
-    const auto* nodo = copia(104);
-    ASSERT_TRUE(nodo);
-    EXPECT_EQ(nodo->stato, 7);
-}
-
-TEST_F(SpostaValiditaTest, DoesNotCopyTheChildrenOfAParentWithoutACopy) {
-    // 103 hangs already above 102 in the destination, so it is skipped; its child loses its copy silently.
-    scena.tabelle.nodi.push_back({40, 20, {}, 103, "01/01/2010", "31/12/2010"});
-    scena.tabelle.nodi.push_back({41, 20, 40, 102, "01/01/2010", "31/12/2010"});
-    scena.tabelle.nodi.push_back({5, 10, 2, 105});
-    prepara();
-    premi();
-    EXPECT_NE(copia(102), nullptr);
-    EXPECT_NE(copia(105), nullptr);
-    EXPECT_EQ(copia(103), nullptr);
-    EXPECT_EQ(copia(104), nullptr);
-    EXPECT_EQ(fineDi(3), "31/12/2099");
-    EXPECT_EQ(fineDi(4), "31/12/2099");
-    EXPECT_EQ(scena.messaggi(), Testi{domanda});
-}
-
-TEST_F(SpostaValiditaTest, DoesNotCopyAChildWithoutAccount) {
-    scena.tabelle.nodi.push_back({5, 10, 2, {}});
-    prepara();
-    premi();
-    EXPECT_EQ(scena.tabelle.il(5), prima.back());
-    EXPECT_NE(copia(104), nullptr);
-    EXPECT_TRUE(scena.host->errors.empty());
-}
-
-TEST_F(SpostaValiditaTest, FindsTheCopyInWhateverDistinta) {
-    // Another link of 103 starts on the day of the copies, in a third distinta, and comes first.
-    scena.tabelle.nodi.insert(scena.tabelle.nodi.begin(), {60, 30, {}, 103, "01/07/2024", "01/07/2024"});
-    scena.stato.parametri.TipoCaricaDATA = 0;
-    prepara();
-    premi();
-    const auto* quattro = copia(104);
-    ASSERT_TRUE(quattro);
-    EXPECT_EQ(quattro->padre, 60);
-}
-
-// Overlaps on any node
-
-class SovrapposizioneTest : public SpostaValiditaTest, public testing::WithParamInterface<std::int64_t> {};
-
-TEST_P(SovrapposizioneTest, KeepsNothingWhicheverNodeIsRefused) {
-    // Two more children come after the first, so that later children pass.
-    scena.tabelle.nodi.push_back({5, 10, 2, 105});
-    scena.tabelle.nodi.push_back({6, 10, 2, 106});
-    scena.tabelle.nodi.push_back({70, 20, 11, GetParam(), "01/01/2025", "31/12/2025"});
-    prepara();
-    premi();
-    comePrima();
-    EXPECT_EQ(scena.messaggi().back(), "Cliente " + std::to_string(GetParam()) +
-                                           " già legato alla distinta B: Nodo padre 201 - SOGGETTO 201 nel periodo "
-                                           "dal 01/01/2025 al 31/12/2025\n");
-    EXPECT_EQ(scena.host->messages.back().style, 16);
-}
-
-INSTANTIATE_TEST_SUITE_P(OgniNodo, SovrapposizioneTest, testing::Values(102, 103, 104, 105, 106));
-
-TEST_F(SpostaValiditaTest, ShowsTheReasonsOfAllTheNodesRefused) {
-    scena.tabelle.nodi.push_back({5, 10, 2, 105});
-    for (const std::int64_t account : {103, 105})
-        scena.tabelle.nodi.push_back({account + 500, 20, 11, account, "01/01/2025", "31/12/2025"});
-    prepara();
-    premi();
-    comePrima();
-    const auto testo = scena.messaggi().back();
-    EXPECT_NE(testo.find("Cliente 103 già legato"), std::string::npos);
-    EXPECT_NE(testo.find("Cliente 105 già legato"), std::string::npos);
-    EXPECT_EQ(std::count(testo.begin(), testo.end(), '\n'), 2);
-}
-
-TEST_F(SpostaValiditaTest, ForgetsTheReasonsOfTheMoveBefore) {
-    scena.tabelle.nodi.push_back({70, 20, 11, 103, "01/01/2025", "31/12/2025"});
-    prepara();
-    premi();
-    std::erase_if(scena.tabelle.nodi, [](const auto& nodo) { return nodo.id == 70; });
-    prepara();
-    scena.stato.DataFineLegame.clear();
-    premi();
-    EXPECT_NE(copia(104), nullptr);
-}
-
-// Workflow state
-
-TEST_F(SpostaValiditaTest, CarriesTheFocusedNodesStateOverToEveryCopy) {
-    scena.tabelle.il(2).guid = "GUID-2";
-    scena.tabelle.il(3).guid = "GUID-3";
-    prepara();
-    premi();
-    EXPECT_EQ(
-        operazioni(),
-        (Testi{"WorkflowState.GetNewGUID()", "WorkflowState.DuplicaStato(GUID-2, 00000000-0000-4000-8000-000000000001)",
-               "WorkflowState.GetNewGUID()", "WorkflowState.DuplicaStato(GUID-2, 00000000-0000-4000-8000-000000000002)",
-               "WorkflowState.GetNewGUID()",
-               "WorkflowState.DuplicaStato(GUID-2, 00000000-0000-4000-8000-000000000003)"}));
-    const auto* nodo = copia(104);
-    ASSERT_TRUE(nodo);
-    EXPECT_EQ(nodo->guid, "00000000-0000-4000-8000-000000000003");
-}
-
-TEST_F(SpostaValiditaTest, GivesEveryCopyTheDefaultStateWithoutAGuid) {
-    scena.tabelle.il(3).guid = "GUID-3";
-    scena.tabelle.nodi.erase(scena.tabelle.nodi.begin() + 3);
-    prepara();
-    premi();
-    EXPECT_EQ(operazioni(), (Testi{"WorkflowState.GetNewGUID()", "WorkflowState.GetDefaultFlussoStato()",
-                                   "WorkflowState.ConfermaStato()", "WorkflowState.GetNewGUID()",
-                                   "WorkflowState.GetDefaultFlussoStato()", "WorkflowState.ConfermaStato()"}));
-}
-
-TEST_F(SpostaValiditaTest, MakesNoGuidForARefusedLink) {
-    scena.tabelle.nodi.push_back({70, 20, 11, 102, "01/01/2025", "31/12/2025"});
-    prepara();
-    premi();
-    EXPECT_TRUE(operazioni().empty());
-}
-
-TEST_F(SpostaValiditaTest, KeepsNothingWhenAStateOperationFails) {
-    for (const auto* operazione :
-         {"WorkflowState.GetNewGUID", "WorkflowState.GetDefaultFlussoStato", "WorkflowState.ConfermaStato"}) {
-        SCOPED_TRACE(operazione);
-        for (int nth = 1; nth <= 3; ++nth) {
-            prepara();
-            scena.host->errors.clear();
-            scena.host->journal->failCall(operazione, nth, contract::RuntimeError(5, "flusso fermo"));
-            premi();
-            comePrima();
-            EXPECT_EQ(scena.errori(), Testi{"CMD_SPOSTAVALID_ButtonClick"});
+    /// The statements with the operations at their places.
+    Testi tra(const Testi& istruzioni, std::size_t prima) const {
+        Testi tutto;
+        auto nota = note_.begin();
+        for (std::size_t i = 0; i <= istruzioni.size(); ++i) {
+            for (; nota != note_.end() && nota->first == prima + i; ++nota)
+                tutto.push_back(nota->second);
+            if (i < istruzioni.size())
+                tutto.push_back(istruzioni[i]);
         }
+        return tutto;
     }
-}
 
-// Errors
+private:
+    void nota(const std::string& operazione) { note_.emplace_back(scena_.db->operations(), operazione); }
 
-class ValiditaConErrore : public SpostaValiditaTest, public testing::WithParamInterface<bool> {};
+    const Scena& scena_;
+    std::vector<std::pair<std::size_t, std::string>> note_;
+    int fatti_ = 0;
+};
 
-TEST_P(ValiditaConErrore, KeepsNothingWhateverStatementFails) {
-    premi();
-    const auto operazioniDelloSpostamento = static_cast<int>(scena.db->take().size()) - 4; // without the reload
-    EXPECT_GT(operazioniDelloSpostamento, 20);
-    scena.tabelle.nodi = prima;
-    for (int nth = 1; nth <= operazioniDelloSpostamento; ++nth) {
-        SCOPED_TRACE(nth);
-        prepara();
-        scena.host->errors.clear();
-        if (GetParam())
-            scena.db->loseConnectionAt(nth);
-        else
-            scena.db->failNth(nth, {"HY000", 1, "guasto", contract::ErrorCategory::other});
-        premi();
-        comePrima();
-        ASSERT_FALSE(scena.errori().empty());
-        EXPECT_EQ(scena.errori().front(), "CMD_SPOSTAVALID_ButtonClick");
-        scena.db->forget();
-        scena.tabelle.collega(*scena.db);
-    }
+TEST_F(SpostaValiditaTest, SendsItsStatementsAndStateOperationsInOrder) {
+    scena.tabelle.il(2).guid = "GUID-DEL-NODO";
     prepara();
+    const auto annotato = std::make_shared<FlussoAnnotato>(scena);
+    scena.stato.campoStato->setObject(annotato);
+    const auto giaInviate = scena.db->operations();
     premi();
-    EXPECT_NE(copia(104), nullptr);
-}
-
-INSTANTIATE_TEST_SUITE_P(LostConnection, ValiditaConErrore, testing::Bool());
-
-TEST_F(SpostaValiditaTest, ClosesAtTheDateTypedWhenRunAgain) {
-    scena.tabelle.il(2).fine = "31/12/2027";
-    prepara();
-    scena.host->answers = {6, 4};
-    scena.db->fail("INSERT INTO QZ02_DISTINTA", {"40001", 1205, "stallo", contract::ErrorCategory::deadlock});
-    bool unaVolta = true;
-    scena.db->transaction = [&, prima = scena.db->transaction](std::string_view parola) {
-        prima(parola);
-        if (parola == "RollbackTrans" && std::exchange(unaVolta, false)) {
-            scena.db->forget();
-            scena.tabelle.collega(*scena.db);
-        }
-    };
-    premi();
-    EXPECT_EQ(fineDi(2), "30/06/2024");
-    const auto* nodo = copia(102);
-    ASSERT_TRUE(nodo);
-    EXPECT_EQ(nodo->fine, "31/12/2027");
+    const auto inviate = scena.db->take();
+    const auto dal = "01/07/2024";
+    const auto al = "31/12/2099";
+    const Testi attese{"BeginTrans", attesa::rilettura(2, 11),
+                       // 102 under 201, which hangs under nothing; its copy comes before the walk
+                       attesa::contaDitta(10), attesa::padri(201, 20), attesa::chiudi(2, 10, "30/06/2024"),
+                       attesa::nodo(11), attesa::sovrapposti(102, dal, al), "GetNewGUID",
+                       attesa::inserisci(102, 11, 20, dal, al, "GUID-1"), "DuplicaStato GUID-DEL-NODO GUID-1",
+                       attesa::contaNodi(10),
+                       // Children of 2, whose copy is 12: 103 under 102
+                       attesa::decodifica(2, dal), attesa::figli(2, 10), attesa::contaDitta(10), attesa::padri(102, 20),
+                       attesa::padri(201, 20), attesa::chiudi(3, 10, "30/06/2024"), attesa::nodo(12),
+                       attesa::sovrapposti(103, dal, al), "GetNewGUID",
+                       attesa::inserisci(103, 12, 20, dal, al, "GUID-2"), "DuplicaStato GUID-DEL-NODO GUID-2",
+                       // Children of 3, whose copy is 13: 104 under 103
+                       attesa::decodifica(3, dal), attesa::figli(3, 10), attesa::contaDitta(10), attesa::padri(103, 20),
+                       attesa::padri(102, 20), attesa::padri(201, 20), attesa::chiudi(4, 10, "30/06/2024"),
+                       attesa::nodo(13), attesa::sovrapposti(104, dal, al), "GetNewGUID",
+                       attesa::inserisci(104, 13, 20, dal, al, "GUID-3"), "DuplicaStato GUID-DEL-NODO GUID-3",
+                       // Children of 4: none
+                       attesa::decodifica(4, dal), attesa::figli(4, 10), "CommitTrans"};
+    const auto tutto = annotato->tra(inviate, giaInviate);
+    ASSERT_EQ(tutto.size(), attese.size() + 4);
+    EXPECT_EQ((Testi{tutto.begin(), tutto.end() - 4}), attese);
+    EXPECT_EQ(tutto[attese.size()], attesa::divisioneOrig + "10");
+    EXPECT_TRUE(tutto[attese.size() + 1].starts_with(attesa::nodi));
+    EXPECT_EQ(tutto[attese.size() + 2], attesa::divisioneDest + "20");
+    EXPECT_TRUE(tutto[attese.size() + 3].starts_with(attesa::nodi));
 }
 
 } // namespace

@@ -84,4 +84,16 @@ private:
     Lato& lato_;
 };
 
+/// Lays what a walk changes in a tree out once, when it is over, however it ends.
+class SospensioneAlbero {
+public:
+    explicit SospensioneAlbero(contract::TreeList& albero) : albero_(albero) { albero_.beginUpdate(); }
+    SospensioneAlbero(const SospensioneAlbero&) = delete;
+    SospensioneAlbero& operator=(const SospensioneAlbero&) = delete;
+    ~SospensioneAlbero() { albero_.endUpdate(); }
+
+private:
+    contract::TreeList& albero_;
+};
+
 } // namespace qz
