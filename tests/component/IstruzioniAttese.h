@@ -97,7 +97,9 @@ inline std::string nodo(Numero id) {
     return " SELECT * FROM QZ02_DISTINTA  WHERE QZ02_DITTA_CG18 = 1   AND QZ02_ID  = " + n(id);
 }
 
-inline std::string sovrapposti(Numero account, const std::string& inizio, const std::string& fine) {
+/// With a node, those of an edit of it.
+inline std::string sovrapposti(Numero account, const std::string& inizio, const std::string& fine, Numero tipo = 0,
+                               Numero escluso = 0) {
     const std::string dal = "CONVERT(DateTime,'" + inizio + "',103)";
     const std::string al = "CONVERT(DateTime,'" + fine + "',103)";
     return " SELECT  CG44_CLIFOR AS Anagrafica, CG16_RAGSOANAG AS RagSoc,  QZ02_DISTINTA_FIGLIO.QZ02_DATAINIZIOVAL AS "
@@ -105,13 +107,28 @@ inline std::string sovrapposti(Numero account, const std::string& inizio, const 
            "QZ01_TIPODISTINTA.QZ01_DESCR AS DescDistinta" +
            padriEFigli +
            " WHERE QZ02_DISTINTA_FIGLIO.QZ02_DITTA_CG18 = 1   AND QZ02_DISTINTA_FIGLIO.QZ02_CLIFOR_CG44 = " +
-           n(account) + "   AND QZ02_DISTINTA_FIGLIO.QZ02_TIPOCF_CG44 = 0   AND (" + dal +
+           n(account) + "   AND QZ02_DISTINTA_FIGLIO.QZ02_TIPOCF_CG44 = " + n(tipo) + "   AND (" + dal +
            " BETWEEN  QZ02_DISTINTA_FIGLIO.QZ02_DATAINIZIOVAL  AND  QZ02_DISTINTA_FIGLIO.QZ02_DATAFINEVAL          "
            "OR " +
            al +
            " BETWEEN QZ02_DISTINTA_FIGLIO.QZ02_DATAINIZIOVAL  AND QZ02_DISTINTA_FIGLIO.QZ02_DATAFINEVAL         OR (" +
            dal + " <= QZ02_DISTINTA_FIGLIO.QZ02_DATAINIZIOVAL AND " + al +
-           " >= QZ02_DISTINTA_FIGLIO.QZ02_DATAFINEVAL)        ) ORDER BY QZ02_DISTINTA_FIGLIO.QZ02_ID_QZ01";
+           " >= QZ02_DISTINTA_FIGLIO.QZ02_DATAFINEVAL)        )" +
+           (escluso == 0 ? std::string() : "   AND QZ02_DISTINTA_FIGLIO.QZ02_ID <> " + n(escluso)) +
+           " ORDER BY QZ02_DISTINTA_FIGLIO.QZ02_ID_QZ01";
+}
+
+/// The definitive bonus that would fall due after an end.
+inline std::string premio(Numero nodo, const std::string& fine) {
+    return "SELECT TOP 1 *   FROM  QZ18_LIQUIDAZIONE INNER JOIN       QZ13_PREMI ON QZ18_LIQUIDAZIONE.QZ18_ID_QZ13 = "
+           "QZ13_PREMI.QZ13_ID        INNER JOIN        QZ14_SOGGCONTR ON QZ13_PREMI.QZ13_ID = "
+           "QZ14_SOGGCONTR.QZ14_ID_QZ13 WHERE QZ13_DITTA_CG18    = 1   AND QZ14_ID_QZ02       = " +
+           n(nodo) + "   AND QZ18_DATASCADENZA  > CONVERT(DateTime,'" + fine +
+           "',103)    AND QZ18_STATOSCADENZA >= 2    AND QZ14_ID_QZ02 NOT IN (                            SELECT "
+           "QZ27_ID_QZ02                               FROM QZ27_SOGGCONTRDISAB                              WHERE "
+           "QZ27_DITTA_CG18     = QZ14_DITTA_CG18                                    AND QZ27_CODCONTR_QZ10  = "
+           "QZ14_CODCONTR_QZ10                                 AND QZ27_VERCONTR_QZ10  = QZ14_VERCONTR_QZ10           "
+           "                      AND QZ27_PROGRCOND_QZ13 = QZ14_PROGRCOND_QZ13                             )   ";
 }
 
 /// A copy without optional values, in state 0.

@@ -1,4 +1,4 @@
-// The two modal forms, opened from the main form as a user opens them.
+// The parameters form, opened from the main form as a user opens it.
 
 #include "component/Programma.h"
 
@@ -11,7 +11,6 @@
 #include <vector>
 
 using contract::Value;
-using platform::headless::HeadlessButton;
 using platform::headless::HeadlessCheckBox;
 using platform::headless::HeadlessComboBox;
 using platform::headless::HeadlessDataFrame;
@@ -28,123 +27,6 @@ using prove::Programma;
 namespace {
 
 using Testi = std::vector<std::string>;
-
-// End-of-link date
-
-class DataFineTest : public testing::Test {
-protected:
-    DataFineTest() { programma.mostra(); }
-
-    void apri(std::function<void(HeadlessForm&)> passi) {
-        programma.host->controls->whenModal("FRMQZ_DATAFINELEGAME", std::move(passi));
-        programma.pulsante("CMD_SPOSTAVALID").click();
-    }
-    static HeadlessDateField& campo(HeadlessForm& form) {
-        return form.control<HeadlessDateField>("TXT_DATACHIUSURALEGAME");
-    }
-    static bool esegui(HeadlessForm& form) { return form.control<HeadlessButton>("CMD_ESEGUI").click(); }
-    static bool annulla(HeadlessForm& form) { return form.control<HeadlessButton>("CMD_ANNULLA").click(); }
-    std::string testo() { return programma.valore("DataFineLegame").text(); }
-
-    Programma programma;
-};
-
-TEST_F(DataFineTest, HasTheControlsOfItsDesign) {
-    apri([](HeadlessForm& form) {
-        EXPECT_EQ(form.control<HeadlessButton>("CMD_ANNULLA").caption(), "&Annulla");
-        EXPECT_EQ(form.control<HeadlessButton>("CMD_ESEGUI").caption(), "&Esegui");
-        EXPECT_EQ(form.control<HeadlessLabel>("KVT_LABEL1").caption(), "Data fine legame");
-        EXPECT_EQ(campo(form).text(), "");
-        EXPECT_TRUE(form.isModal());
-        EXPECT_TRUE(form.isDialog());
-    });
-}
-
-TEST_F(DataFineTest, StaysOpenWithoutADate) {
-    bool aperta = false;
-    apri([&](HeadlessForm& form) {
-        for (const auto* nessuna : {"", "   "}) {
-            campo(form).setText(nessuna);
-            esegui(form);
-            EXPECT_FALSE(form.isGone());
-        }
-        aperta = true;
-    });
-    EXPECT_TRUE(aperta);
-    EXPECT_EQ(testo(), "");
-}
-
-TEST_F(DataFineTest, RefusesWhatIsNoDay) {
-    apri([&](HeadlessForm& form) {
-        for (const auto* nessuna : {"30/02/2024", "31/04/2024", "1/1/2024", "2024-01-01", "31/12/1899"}) {
-            EXPECT_FALSE(campo(form).type(nessuna)) << nessuna;
-            esegui(form);
-            EXPECT_FALSE(form.isGone()) << nessuna;
-        }
-    });
-    EXPECT_EQ(testo(), "");
-}
-
-TEST_F(DataFineTest, HandsTheDateOver) {
-    apri([&](HeadlessForm& form) {
-        campo(form).type("29/02/2024");
-        esegui(form);
-        EXPECT_TRUE(form.isGone());
-    });
-    EXPECT_EQ(testo(), "29/02/2024");
-}
-
-TEST_F(DataFineTest, TrimsTheDateOnTheRight) {
-    apri([&](HeadlessForm& form) {
-        campo(form).type("29/02/2024   ");
-        esegui(form);
-    });
-    EXPECT_EQ(testo(), "29/02/2024");
-}
-
-TEST_F(DataFineTest, LeavesTheTextBeforeOnCancel) {
-    apri([&](HeadlessForm& form) {
-        campo(form).type("30/06/2024");
-        esegui(form);
-    });
-    apri([&](HeadlessForm& form) {
-        campo(form).type("31/12/2024");
-        annulla(form);
-        EXPECT_TRUE(form.isGone());
-    });
-    EXPECT_EQ(testo(), "30/06/2024");
-    apri([&](HeadlessForm& form) {
-        campo(form).type("31/12/2024");
-        form.pressClose();
-    });
-    EXPECT_EQ(testo(), "30/06/2024");
-}
-
-TEST_F(DataFineTest, AnswersEnterAndEsc) {
-    apri([&](HeadlessForm& form) {
-        campo(form).type("30/06/2024");
-        EXPECT_TRUE(form.pressEnter());
-        EXPECT_TRUE(form.isGone());
-    });
-    EXPECT_EQ(testo(), "30/06/2024");
-    apri([&](HeadlessForm& form) {
-        EXPECT_TRUE(form.pressEscape());
-        EXPECT_TRUE(form.isGone());
-    });
-}
-
-TEST_F(DataFineTest, TakesTheMainFormsZoom) {
-    for (const int zoom : {8, 10, 12, 14}) {
-        programma.stato().ridimensionamento->setZoom(zoom);
-        apri([&](HeadlessForm& form) {
-            auto& controllo = form.control<platform::headless::HeadlessResizeControl>("KVT_RESIZEFORM");
-            EXPECT_EQ(controllo.zoom(), zoom);
-            EXPECT_EQ(form.bounds().width, 600 * zoom);
-        });
-    }
-}
-
-// Parameters
 
 class ParametriFormTest : public testing::Test {
 protected:
@@ -235,6 +117,77 @@ TEST_F(ParametriFormTest, ShowsTheRow) {
     });
 }
 
+TEST_F(ParametriFormTest, ShowsEachFlagInItsOwnBoxAndWritesItToItsOwnColumn) {
+    const std::vector<std::pair<const char*, std::string>> caselle{{"CHK_QZ03_FLG_CONDVEND", "QZ03_FLG_CONDVEND"},
+                                                                   {"CHK_QZ03_FLG_CLAS", "QZ03_FLG_CLAS"},
+                                                                   {"CHK_QZ03_FLG_PROV", "QZ03_FLG_PROV"},
+                                                                   {"CHK_QZ03_FLG_ANAG", "QZ03_FLG_ANAG"}};
+    for (std::size_t segnata = 0; segnata < caselle.size(); ++segnata) {
+        const auto flag = [&](std::size_t i) { return Value(std::int32_t{i == segnata}); };
+        programma.db->answer(
+            "SELECT * FROM QZ03_PARAMETRI ",
+            rows({"QZ03_DITTA_CG18", "QZ03_TIPOCARICODATA", "QZ03_DATAINIZIOVAL", "QZ03_DATAFINEVAL",
+                  "QZ03_FLG_CONDVEND", "QZ03_FLG_CLAS", "QZ03_FLG_PROV", "QZ03_FLG_ANAG", "QZ03_ID_WF02"},
+                 {{1, 0, Value::null(), Value::null(), flag(0), flag(1), flag(2), flag(3), Value::null()}}));
+        programma.db->take();
+        apri([&](HeadlessForm& form) {
+            for (std::size_t i = 0; i < caselle.size(); ++i)
+                EXPECT_EQ(form.control<HeadlessCheckBox>(caselle[i].first).checked(), i == segnata) << caselle[i].first;
+            EXPECT_TRUE(frame(form).save());
+        });
+        const auto scritte = programma.db->statements("UPDATE QZ03_PARAMETRI SET ");
+        ASSERT_EQ(scritte.size(), segnata + 1);
+        const auto valori = scritte.back().substr(0, scritte.back().find(" WHERE "));
+        for (std::size_t i = 0; i < caselle.size(); ++i)
+            EXPECT_NE(valori.find(caselle[i].second + (i == segnata ? " = 1" : " = 0")), std::string::npos) << valori;
+    }
+}
+
+TEST_F(ParametriFormTest, WritesDatesKindAndStateToTheirColumns) {
+    riga(1, giorno("01/02/2010"), giorno("03/04/2011"), 1, 5);
+    apri([&](HeadlessForm& form) {
+        inizio(form).type("02/02/2010");
+        fine(form).type("04/04/2011");
+        form.control<HeadlessLookupField>("TXT_QZ03_ID_WF02").type("9");
+        EXPECT_TRUE(frame(form).save());
+    });
+    const auto scritte = programma.db->statements("UPDATE QZ03_PARAMETRI SET ");
+    ASSERT_EQ(scritte.size(), 1U);
+    const auto valori = scritte[0].substr(0, scritte[0].find(" WHERE "));
+    for (const auto* parte :
+         {"QZ03_TIPOCARICODATA = 1", "QZ03_DATAINIZIOVAL = CONVERT(DateTime,'02/02/2010',103)",
+          "QZ03_DATAFINEVAL = CONVERT(DateTime,'04/04/2011',103)", "QZ03_ID_WF02 = 9", "QZ03_DITTA_CG18 = 1"})
+        EXPECT_NE(valori.find(parte), std::string::npos) << valori;
+    EXPECT_NE(scritte[0].find(" WHERE QZ03_DITTA_CG18 = 1"), std::string::npos);
+}
+
+TEST_F(ParametriFormTest, LeavesTheDatesOfARowAloneUntilTheComboChanges) {
+    riga(0, giorno("01/02/2010"), giorno("03/04/2011"), 1);
+    apri([&](HeadlessForm& form) {
+        EXPECT_EQ(tipo(form).position(), 0);
+        EXPECT_EQ(inizio(form).text(), "01/02/2010");
+        EXPECT_EQ(fine(form).text(), "03/04/2011");
+    });
+}
+
+TEST_F(ParametriFormTest, ReadsItsValuesThenOpensItsRow) {
+    programma.db->take();
+    apri([](HeadlessForm&) {});
+    const auto istruzioni = programma.db->take();
+    ASSERT_GE(istruzioni.size(), 2U);
+    EXPECT_TRUE(istruzioni[0].starts_with(" SELECT   QZ03_ID_WF02 AS StatoLegame, "));
+    EXPECT_EQ(istruzioni[0].find("TipoCaricaFatt"), std::string::npos);
+    EXPECT_EQ(istruzioni[1], "SELECT * FROM QZ03_PARAMETRI  WHERE QZ03_DITTA_CG18 = 1");
+}
+
+TEST_F(ParametriFormTest, StartsACompanyWithoutARowWithAllBoxesChecked) {
+    apri([&](HeadlessForm& form) {
+        for (const auto* casella :
+             {"CHK_QZ03_FLG_CONDVEND", "CHK_QZ03_FLG_CLAS", "CHK_QZ03_FLG_PROV", "CHK_QZ03_FLG_ANAG"})
+            EXPECT_TRUE(form.control<HeadlessCheckBox>(casella).checked()) << casella;
+    });
+}
+
 TEST_F(ParametriFormTest, EmptiesAndLocksTheDatesForThoseOfTheParent) {
     riga(1, giorno("01/02/2010"), giorno("03/04/2011"), 1);
     apri([&](HeadlessForm& form) {
@@ -257,6 +210,8 @@ TEST_F(ParametriFormTest, RefusesAStartAfterTheEnd) {
     });
     EXPECT_EQ(programma.messaggi(),
               Testi{"Attenzione data validità inizio deve essere inferiore di data validità fine"});
+    EXPECT_EQ(programma.host->messages[0].style, 0);
+    EXPECT_EQ(programma.host->messages[0].title, "Parametri");
     EXPECT_TRUE(programma.db->statements("UPDATE QZ03_PARAMETRI").empty());
 }
 

@@ -1,0 +1,145 @@
+// The dialog for the end-of-link date, opened from the main form as a user opens it.
+
+#include "component/Programma.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <utility>
+
+using platform::headless::HeadlessButton;
+using platform::headless::HeadlessDateField;
+using platform::headless::HeadlessForm;
+using platform::headless::HeadlessLabel;
+using prove::Programma;
+
+namespace {
+
+class DataFineTest : public testing::Test {
+protected:
+    DataFineTest() { programma.mostra(); }
+
+    void apri(std::function<void(HeadlessForm&)> passi) {
+        programma.host->controls->whenModal("FRMQZ_DATAFINELEGAME", std::move(passi));
+        programma.pulsante("CMD_SPOSTAVALID").click();
+    }
+    static HeadlessDateField& campo(HeadlessForm& form) {
+        return form.control<HeadlessDateField>("TXT_DATACHIUSURALEGAME");
+    }
+    static bool esegui(HeadlessForm& form) { return form.control<HeadlessButton>("CMD_ESEGUI").click(); }
+    static bool annulla(HeadlessForm& form) { return form.control<HeadlessButton>("CMD_ANNULLA").click(); }
+    std::string testo() { return programma.valore("DataFineLegame").text(); }
+
+    Programma programma;
+};
+
+TEST_F(DataFineTest, HasTheControlsOfItsDesign) {
+    apri([](HeadlessForm& form) {
+        EXPECT_EQ(form.control<HeadlessButton>("CMD_ANNULLA").caption(), "&Annulla");
+        EXPECT_EQ(form.control<HeadlessButton>("CMD_ESEGUI").caption(), "&Esegui");
+        EXPECT_EQ(form.control<HeadlessLabel>("KVT_LABEL1").caption(), "Data fine legame");
+        EXPECT_EQ(campo(form).text(), "");
+        EXPECT_TRUE(form.isModal());
+        EXPECT_TRUE(form.isDialog());
+    });
+}
+
+TEST_F(DataFineTest, StaysOpenWithoutADate) {
+    bool aperta = false;
+    apri([&](HeadlessForm& form) {
+        for (const auto* nessuna : {"", "   "}) {
+            campo(form).setText(nessuna);
+            esegui(form);
+            EXPECT_FALSE(form.isGone());
+        }
+        aperta = true;
+    });
+    EXPECT_TRUE(aperta);
+    EXPECT_EQ(testo(), "");
+}
+
+TEST_F(DataFineTest, RefusesWhatIsNoDay) {
+    apri([&](HeadlessForm& form) {
+        for (const auto* nessuna : {"30/02/2024", "31/04/2024", "1/1/2024", "2024-01-01", "31/12/1899"}) {
+            EXPECT_FALSE(campo(form).type(nessuna)) << nessuna;
+            esegui(form);
+            EXPECT_FALSE(form.isGone()) << nessuna;
+        }
+    });
+    EXPECT_EQ(testo(), "");
+}
+
+TEST_F(DataFineTest, HandsTheDateOver) {
+    apri([&](HeadlessForm& form) {
+        campo(form).type("29/02/2024");
+        esegui(form);
+        EXPECT_TRUE(form.isGone());
+    });
+    EXPECT_EQ(testo(), "29/02/2024");
+}
+
+TEST_F(DataFineTest, TrimsTheDateOnTheRight) {
+    apri([&](HeadlessForm& form) {
+        campo(form).type("29/02/2024   ");
+        esegui(form);
+    });
+    EXPECT_EQ(testo(), "29/02/2024");
+}
+
+TEST_F(DataFineTest, LeavesTheTextBeforeOnCancel) {
+    apri([&](HeadlessForm& form) {
+        campo(form).type("30/06/2024");
+        esegui(form);
+    });
+    apri([&](HeadlessForm& form) {
+        campo(form).type("31/12/2024");
+        annulla(form);
+        EXPECT_TRUE(form.isGone());
+    });
+    EXPECT_EQ(testo(), "30/06/2024");
+    apri([&](HeadlessForm& form) {
+        campo(form).type("31/12/2024");
+        form.pressClose();
+    });
+    EXPECT_EQ(testo(), "30/06/2024");
+}
+
+TEST_F(DataFineTest, AnswersEnterAndEsc) {
+    apri([&](HeadlessForm& form) {
+        campo(form).type("30/06/2024");
+        EXPECT_TRUE(form.pressEnter());
+        EXPECT_TRUE(form.isGone());
+    });
+    EXPECT_EQ(testo(), "30/06/2024");
+    apri([&](HeadlessForm& form) {
+        EXPECT_TRUE(form.pressEscape());
+        EXPECT_TRUE(form.isGone());
+    });
+}
+
+TEST_F(DataFineTest, TakesTheMainFormsZoom) {
+    for (const int zoom : {8, 10, 12, 14}) {
+        programma.stato().ridimensionamento->setZoom(zoom);
+        apri([&](HeadlessForm& form) {
+            auto& controllo = form.control<platform::headless::HeadlessResizeControl>("KVT_RESIZEFORM");
+            EXPECT_EQ(controllo.zoom(), zoom);
+            EXPECT_EQ(form.bounds().width, 600 * zoom);
+        });
+    }
+}
+
+TEST_F(DataFineTest, ForgetsItsOwnDateWhenCancelledButNotTheForms) {
+    apri([&](HeadlessForm& form) {
+        campo(form).type("30/06/2024");
+        esegui(form);
+    });
+    // A new opening starts empty, whatever the form holds.
+    apri([&](HeadlessForm& form) {
+        EXPECT_EQ(campo(form).text(), "");
+        annulla(form);
+    });
+    EXPECT_EQ(testo(), "30/06/2024");
+}
+
+} // namespace
