@@ -145,6 +145,26 @@ void Program::press(const model::Move& move, std::vector<int> errorAnswers) {
     host->answers.clear();
 }
 
+bool Program::edit(std::int64_t node, std::string_view column, std::string_view text, std::vector<int> errorAnswers) {
+    host->messages.clear();
+    host->errors.clear();
+    host->answers.assign(errorAnswers.begin(), errorAnswers.end());
+    auto& tree = dynamic_cast<platform::headless::HeadlessTree&>(*state().destinazione.albero);
+    const bool typed = tree.editCell(tree.byKey(node), column, text);
+    host->answers.clear();
+    return typed;
+}
+
+std::string Program::cell(std::int64_t node, std::string_view column) {
+    const auto& tree = *state().destinazione.albero;
+    return tree.value(tree.byKey(node), column).text();
+}
+
+void Program::changeEnd(std::int64_t node, contract::Date end) {
+    direct_->runNative("UPDATE QZ02_DISTINTA SET QZ02_DATAFINEVAL = '" + end.iso() +
+                       "' WHERE QZ02_ID = " + std::to_string(node));
+}
+
 void Program::reload() {
     component->form()->CaricaDistintaOrig(state().origine.IdDistinta);
     component->form()->CaricaDistintaDest(state().destinazione.IdDistinta);

@@ -33,6 +33,13 @@ public:
     bool focus(const model::Move& move);
     /// Presses a move button and answers "Sì", then error displays with the answer given.
     void press(const model::Move& move, std::vector<int> errorAnswers = {});
+    /// Types a date into a cell of the destination's tree and leaves it; error displays get the answers given. False
+    /// when the cell takes none.
+    bool edit(std::int64_t node, std::string_view column, std::string_view text, std::vector<int> errorAnswers = {});
+    /// What a cell of the destination's tree shows.
+    std::string cell(std::int64_t node, std::string_view column);
+    /// What another user does: gives a node's link another end.
+    void changeEnd(std::int64_t node, contract::Date end);
     /// Clicks a type again on both sides, as a user would to go on working.
     void reload();
 
