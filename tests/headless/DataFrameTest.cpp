@@ -90,7 +90,8 @@ TEST_F(DataFrameTest, UpdatesItsRecord) {
     EXPECT_TRUE(frame.save());
     EXPECT_EQ(connection->take(), std::vector<std::string>{"UPDATE PARAMETRI SET TIPO = 1, INIZIO = "
                                                            "CONVERT(DateTime,'10/05/2024',103), FLAG = 0 WHERE DITTA "
-                                                           "= 7"});
+                                                           "= 7 AND TIPO = 1 AND INIZIO = "
+                                                           "CONVERT(DateTime,'09/05/2024',103) AND FLAG = 0"});
     EXPECT_EQ((*records)["INIZIO"].text(), "10/05/2024");
     EXPECT_FALSE(frame.changed());
     EXPECT_EQ(frame.status(), DataFrame::browsing);
@@ -106,7 +107,7 @@ TEST_F(DataFrameTest, InsertsANewRecordWithTheValuesThatNoControlShows) {
     EXPECT_EQ((*records)["DITTA"].integer(), 7);
     check.toggle();
     EXPECT_TRUE(frame.save());
-    EXPECT_TRUE(connection->take().at(0).ends_with("WHERE DITTA = 7"));
+    EXPECT_TRUE(connection->take().at(0).ends_with("WHERE DITTA = 7 AND TIPO = 0 AND INIZIO IS NULL AND FLAG = 1"));
 }
 
 TEST_F(DataFrameTest, WritesNothingWhenTheSaveIsRefused) {
@@ -117,6 +118,30 @@ TEST_F(DataFrameTest, WritesNothingWhenTheSaveIsRefused) {
     EXPECT_TRUE(connection->take().empty());
     EXPECT_TRUE(frame.changed());
     EXPECT_EQ(frame.status(), DataFrame::editing);
+}
+
+TEST_F(DataFrameTest, ShowsARecordThatHasChangedMeanwhile) {
+    open(oneRow());
+    connection->change("UPDATE", [](const std::string&) { return 0; });
+    connection->answer("SELECT", rows({"DITTA", "TIPO", "INIZIO", "FLAG"},
+                                      {{6, 1, Value::null(), 1}, {7, 0, *contract::Date::of(2025, 1, 2), 1}}));
+    check.toggle();
+    EXPECT_THROW(frame.save(), contract::RuntimeError);
+    EXPECT_EQ(combo.position(), 0);
+    EXPECT_EQ(date.text(), "02/01/2025");
+    EXPECT_TRUE(check.checked());
+    EXPECT_FALSE(frame.changed());
+    EXPECT_EQ(frame.status(), DataFrame::browsing);
+}
+
+TEST_F(DataFrameTest, KeepsTheChangeWhenTheRecordIsGone) {
+    open(oneRow());
+    connection->change("UPDATE", [](const std::string&) { return 0; });
+    connection->answer("SELECT", rows({"DITTA", "TIPO", "INIZIO", "FLAG"}));
+    check.toggle();
+    EXPECT_THROW(frame.save(), contract::RuntimeError);
+    EXPECT_TRUE(check.checked());
+    EXPECT_TRUE(frame.changed());
 }
 
 TEST_F(DataFrameTest, KeepsTheChangeWhenTheWriteFails) {

@@ -1,7 +1,6 @@
 #include "qt/FormFixture.h"
 
 #include "platform/headless/ScriptedConnection.h"
-#include "platform/qt/RecordStatements.h"
 #include "plugin/contract/RuntimeError.h"
 
 #include <QJsonArray>
@@ -21,32 +20,6 @@ using platform::qt::DataEntryHooks;
 
 Value day(const char* text) {
     return *Date::parse(text);
-}
-
-TEST(RecordStatements, AnUpdateNamesItsColumnsAndItsKey) {
-    EXPECT_EQ(
-        platform::qt::composeUpdate(
-            "QZ03_PARAMETRI",
-            {{"A", std::int64_t{1}}, {"B", Value::null()}, {"C", day("31/12/2024")}, {"D", "l'anno"}, {"E", true}},
-            {{"K", std::int64_t{7}}})
-            .text(),
-        "UPDATE QZ03_PARAMETRI SET A = 1, B = NULL, C = CONVERT(DateTime,'31/12/2024',103), D = 'l''anno', "
-        "E = 1 WHERE K = 7");
-}
-
-TEST(RecordStatements, AnInsertAndADelete) {
-    EXPECT_EQ(platform::qt::composeInsert("T", {{"A", std::int64_t{-1}}, {"B", day("01/02/2023")}}).text(),
-              "INSERT INTO T (A, B) VALUES (-1, CONVERT(DateTime,'01/02/2023',103))");
-    EXPECT_EQ(platform::qt::composeDelete("T", {{"A", std::int64_t{2}}, {"B", Value::null()}}).text(),
-              "DELETE FROM T WHERE A = 2 AND B IS NULL");
-}
-
-TEST(RecordStatements, NamesThatAreNoneAndMissingKeysAreRefused) {
-    EXPECT_THROW(platform::qt::composeInsert("T; DROP", {{"A", std::int64_t{1}}}), RuntimeError);
-    EXPECT_THROW(platform::qt::composeUpdate("T", {{"A B", std::int64_t{1}}}, {{"K", std::int64_t{1}}}), RuntimeError);
-    EXPECT_THROW(platform::qt::composeUpdate("T", {{"A", std::int64_t{1}}}, {}), RuntimeError);
-    EXPECT_THROW(platform::qt::composeDelete("T", {}), RuntimeError);
-    EXPECT_THROW(platform::qt::composeInsert("T", {}), RuntimeError);
 }
 
 /// A dialog over a table of parameters: key DITTA, a combo, a date, a flag, a code and a text.
@@ -93,13 +66,17 @@ protected:
         };
     }
 
-    void openOn(std::vector<std::vector<Value>> records) {
+    static platform::headless::ScriptedRows answerOf(std::vector<std::vector<Value>> records) {
         platform::headless::ScriptedRows rows;
         rows.fields = {{"DITTA", FieldType::integer}, {"TIPO", FieldType::integer},  {"INIZIO", FieldType::dbTimeStamp},
                        {"FLAG", FieldType::tinyInt},  {"STATO", FieldType::integer}, {"NOTA", FieldType::varWChar}};
         rows.rows = std::move(records);
+        return rows;
+    }
+
+    void openOn(std::vector<std::vector<Value>> records) {
         connection->Open();
-        connection->answer("SELECT * FROM PARAMETRI", rows);
+        connection->answer("SELECT * FROM PARAMETRI", answerOf(std::move(records)));
         contract::Cinterface* none = nullptr;
         const contract::Statement statement("SELECT * FROM PARAMETRI");
         frame->initialise(none, connection, nullptr, statement, "DITTA");
@@ -169,7 +146,9 @@ TEST_F(DataFrameTest, ASaveUpdatesTheRecordOfThatKey) {
     EXPECT_EQ(script("CMD_SALVA").click(), QString());
     EXPECT_EQ(connection->take(),
               std::vector<std::string>{"UPDATE PARAMETRI SET TIPO = 0, INIZIO = NULL, FLAG = 0, STATO = 4, "
-                                       "NOTA = 'l''altra' WHERE DITTA = 1"});
+                                       "NOTA = 'l''altra' WHERE DITTA = 1 AND TIPO = 1 AND INIZIO = "
+                                       "CONVERT(DateTime,'01/03/2024',103) AND FLAG = 1 AND STATO = 3 AND NOTA = "
+                                       "'prima'"});
     EXPECT_FALSE(frame->changed());
     EXPECT_EQ((*data)["STATO"].integer(), 4);
     EXPECT_EQ(statuses, (std::vector<int>{0, 1, 0}));
@@ -189,7 +168,9 @@ TEST_F(DataFrameTest, ASaveOfANewRecordInsertsItAndUpdatesItFromThenOn) {
     EXPECT_TRUE(frame->save());
     EXPECT_EQ(connection->take(),
               std::vector<std::string>{"UPDATE PARAMETRI SET TIPO = 0, INIZIO = CONVERT(DateTime,'31/12/2024',103), "
-                                       "FLAG = 0, STATO = NULL, NOTA = 'poi' WHERE DITTA = 1"});
+                                       "FLAG = 0, STATO = NULL, NOTA = 'poi' WHERE DITTA = 1 AND TIPO = 0 AND INIZIO "
+                                       "= CONVERT(DateTime,'31/12/2024',103) AND FLAG = 0 AND STATO IS NULL AND NOTA "
+                                       "IS NULL"});
 }
 
 TEST_F(DataFrameTest, ARefusedSaveWritesNothing) {
@@ -225,10 +206,36 @@ TEST_F(DataFrameTest, TypingTheOldTextAgainIsNoChange) {
 TEST_F(DataFrameTest, ARecordThatIsGoneIsAnError) {
     openOn({record()});
     connection->change("UPDATE", [](const std::string&) { return 0; });
+    connection->answer("SELECT * FROM PARAMETRI", answerOf({}));
     script("NOTA").set(id("seconda"));
-    EXPECT_THROW(frame->save(), RuntimeError);
+    EXPECT_EQ(script("CMD_SALVA").click(), QString());
+    EXPECT_EQ(errors, std::vector<int>{RuntimeError::noCurrentRecord});
     EXPECT_EQ(note->text(), "seconda");
     EXPECT_TRUE(frame->changed());
+}
+
+TEST_F(DataFrameTest, ARecordThatHasChangedMeanwhileIsShownAndNotOverwritten) {
+    openOn({record()});
+    connection->change("UPDATE", [](const std::string&) { return 0; });
+    auto theirs = record();
+    theirs[2] = day("05/06/2025");
+    theirs[5] = "di un altro";
+    connection->answer("SELECT * FROM PARAMETRI", answerOf({record(4), theirs}));
+    script("COD").set(4);
+    script("NOTA").set(id("seconda"));
+    EXPECT_EQ(script("CMD_SALVA").click(), QString());
+    EXPECT_EQ(errors, std::vector<int>{RuntimeError::invalidCall});
+    EXPECT_EQ(note->text(), "di un altro");
+    EXPECT_EQ(date->text(), "05/06/2025");
+    EXPECT_EQ(code->text(), "3");
+    EXPECT_FALSE(frame->changed());
+    EXPECT_EQ(frame->status(), contract::DataFrame::browsing);
+    // The next save starts from what is shown now.
+    connection->change("UPDATE", [](const std::string&) { return 1; });
+    connection->take();
+    script("NOTA").set(id("terza"));
+    EXPECT_TRUE(frame->save());
+    EXPECT_TRUE(connection->take().at(0).ends_with(" AND NOTA = 'di un altro'"));
 }
 
 TEST_F(DataFrameTest, TheDialogShowsASaveThatFailed) {

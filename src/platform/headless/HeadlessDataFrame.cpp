@@ -1,6 +1,9 @@
 #include "platform/headless/HeadlessDataFrame.h"
 
+#include "plugin/contract/RuntimeError.h"
+
 #include <algorithm>
+#include <utility>
 
 namespace platform::headless {
 
@@ -30,6 +33,7 @@ void HeadlessDataFrame::initialise(contract::Cinterface*& host, std::shared_ptr<
                                             records ? "records" : "", statement.text(), std::string(keyField)});
     connection_ = std::move(connection);
     records_ = std::move(records);
+    statement_ = statement;
 }
 
 std::shared_ptr<contract::Recordset> HeadlessDataFrame::load(const Statement& statement,
@@ -157,11 +161,42 @@ Statement HeadlessDataFrame::writing() const {
         (i == 0 ? statement : statement << ", ").identifier(values[i].first) << " = ";
         writeValue(statement, values[i].second);
     }
-    for (std::size_t i = 0; i < keyColumns_.size(); ++i) {
-        (i == 0 ? statement << " WHERE " : statement << " AND ").identifier(keyColumns_[i]) << " = ";
-        writeValue(statement, recordValue(keyColumns_[i]));
-    }
+    bool first = true;
+    const auto require = [&](const std::string& column) {
+        (std::exchange(first, false) ? statement << " WHERE " : statement << " AND ").identifier(column);
+        const auto value = recordValue(column);
+        if (value.isMissing())
+            statement << " IS NULL";
+        else
+            writeValue(statement << " = ", value);
+    };
+    for (const auto& column : keyColumns_)
+        require(column);
+    for (const auto& binding : bindings_)
+        if (records_ && records_->rows().find(binding.field))
+            require(binding.field);
     return statement;
+}
+
+/// The row was deleted or changed since it was read: nothing was written. A changed one is shown as it is now.
+void HeadlessDataFrame::refuseStale() {
+    contract::Recordset now;
+    now.Open(statement_, *connection_);
+    const auto row = records_->Row();
+    for (; row && !now.Eof(); now.MoveNext()) {
+        const bool same = std::all_of(keyColumns_.begin(), keyColumns_.end(), [&](const std::string& column) {
+            return now[column].text() == recordValue(column).text();
+        });
+        if (!same)
+            continue;
+        for (const auto& field : now.rows().fields())
+            if (const auto column = records_->rows().find(field.name))
+                records_->SetValue(*row, *column, now[field.name]);
+        show();
+        throw contract::RuntimeError(contract::RuntimeError::invalidCall,
+                                     "Il record è stato modificato da un altro utente.");
+    }
+    throw contract::RuntimeError(contract::RuntimeError::noCurrentRecord, "Il record non c'è più.");
 }
 
 bool HeadlessDataFrame::save() {
@@ -169,7 +204,8 @@ bool HeadlessDataFrame::save() {
     contract::fire(BeforeUpdate, cancel);
     if (cancel)
         return false;
-    connection_->Execute(writing());
+    if (connection_->Execute(writing()) == 0 && status_ != inserting)
+        refuseStale();
     keepRow();
     hidden_.clear();
     for (auto& binding : bindings_)

@@ -62,11 +62,13 @@ private:
     std::function<void()> touch();
     contract::Value recordValue(const std::string& field) const;
     contract::Statement writing() const;
+    [[noreturn]] void refuseStale();
     void keepRow();
 
     std::shared_ptr<HostJournal> journal_;
     std::shared_ptr<contract::Connection> connection_;
     std::shared_ptr<contract::Recordset> records_;
+    contract::Statement statement_;
     std::vector<Binding> bindings_;
     std::string table_;
     std::vector<std::string> keyColumns_;

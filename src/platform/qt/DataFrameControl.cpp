@@ -37,6 +37,20 @@ bool holdsNumber(FieldType type) {
     }
 }
 
+/// Whether a database can compare a column of that type with a literal for equality.
+bool comparable(FieldType type) {
+    switch (type) {
+    case FieldType::guid:
+    case FieldType::character:
+    case FieldType::wideCharacter:
+    case FieldType::varChar:
+    case FieldType::varWChar:
+        return true;
+    default:
+        return holdsNumber(type) || holdsDate(type);
+    }
+}
+
 std::string trimmed(const std::string& content) {
     const auto first = content.find_first_not_of(' ');
     return first == std::string::npos ? std::string()
@@ -261,10 +275,8 @@ bool DataFrameControl::save() {
         return false;
     const ColumnValues values = valuesToWrite();
     if (existing_) {
-        if (connection().Execute(composeUpdate(table_, values, key_)) == 0)
-            throw RuntimeError(RuntimeError::noCurrentRecord,
-                               "Il record della tabella " + table_ +
-                                   " non c'è più: qualcun altro lo ha eliminato. Le modifiche non sono state salvate.");
+        if (connection().Execute(composeUpdate(table_, values, recordAsRead())) == 0)
+            refuseStale();
         keepWritten(values);
     } else {
         connection().Execute(composeInsert(table_, values));
@@ -275,6 +287,49 @@ bool DataFrameControl::save() {
         binding.shown = binding.content();
     setStatus(browsing);
     return true;
+}
+
+/// Key and values that the row must still have when it is written.
+ColumnValues DataFrameControl::recordAsRead() const {
+    ColumnValues conditions = key_;
+    if (!records_ || !records_->Row())
+        return conditions;
+    const auto known = [&conditions](std::string_view field) {
+        return std::any_of(conditions.begin(), conditions.end(),
+                           [&](const auto& entry) { return entry.first == field; });
+    };
+    for (const auto& binding : bindings_) {
+        const auto column = records_->rows().find(binding.field);
+        if (column && comparable(records_->rows().fields()[*column].type) && !known(binding.field))
+            conditions.emplace_back(binding.field, (*records_)[binding.field]);
+    }
+    return conditions;
+}
+
+/// The row was deleted or changed since it was read: nothing was written. A changed one is shown as it is now.
+void DataFrameControl::refuseStale() {
+    contract::Recordset now;
+    now.Open(statement_, connection());
+    const auto isShown = [&] {
+        return std::all_of(key_.begin(), key_.end(), [&](const auto& entry) {
+            return now.rows().find(entry.first) && now[entry.first].text() == entry.second.text();
+        });
+    };
+    while (!now.Eof() && !isShown())
+        now.MoveNext();
+    if (now.Eof())
+        throw RuntimeError(RuntimeError::noCurrentRecord,
+                           "Il record della tabella " + table_ +
+                               " non c'è più: qualcun altro lo ha eliminato. Le modifiche non sono state salvate.");
+    ColumnValues values;
+    for (const auto& field : now.rows().fields())
+        values.emplace_back(field.name, now[field.name]);
+    keepWritten(values);
+    undo();
+    throw RuntimeError(RuntimeError::invalidCall,
+                       "Il record della tabella " + table_ +
+                           " è stato modificato da un altro utente dopo la lettura. Le modifiche non sono state "
+                           "salvate e i campi mostrano i valori attuali.");
 }
 
 void DataFrameControl::keepWritten(const ColumnValues& values) {

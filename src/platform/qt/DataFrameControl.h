@@ -41,7 +41,8 @@ public:
     int status() const override { return status_; }
     bool changed() const override;
     /// Throws RuntimeError 91 without a connection, 13 for a text that its column can not hold, 3021 when the record is
-    /// no longer there, and what the connection throws. The fields keep what was typed then.
+    /// no longer there, and what the connection throws; the fields keep what was typed then. Throws RuntimeError 5 when
+    /// the record no longer holds what was shown; the fields show what it holds now.
     bool save() override;
     void undo() override;
     void close() override;
@@ -77,6 +78,8 @@ private:
     void setStatus(int status);
     void followEdit();
     ColumnValues valuesToWrite() const;
+    ColumnValues recordAsRead() const;
+    [[noreturn]] void refuseStale();
     void keepWritten(const ColumnValues& values);
     void appendRecord(const ColumnValues& values);
     contract::Connection& connection() const;

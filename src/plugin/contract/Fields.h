@@ -96,7 +96,7 @@ public:
     virtual int status() const = 0;
     /// Whether what the fields hold differs from the record.
     virtual bool changed() const = 0;
-    /// Raises BeforeUpdate, then writes the record. False when it was refused.
+    /// Raises BeforeUpdate, then writes the record if it still holds what was shown (else throws). False: refused.
     virtual bool save() = 0;
     /// The fields show the record again.
     virtual void undo() = 0;
