@@ -231,6 +231,46 @@ TEST_F(ControlliTest, RefusesAParentOfTheSameAccount) {
     EXPECT_EQ(messaggio, "Cliente 101 uguale al nodo padre, non è possibile salvare la struttura.\n");
 }
 
+TEST_F(ControlliTest, ReportsAnOverlapBeforeAParentOfTheSameAccount) {
+    scena.tabelle.nodi = {{1, 20, {}, 101}, {2, 20, 1, 102}};
+    auto sottoSeStesso = legame(102, "01/01/2024", "31/12/2024");
+    sottoSeStesso.idPadre = std::int64_t{2};
+    EXPECT_FALSE(controlli.ControllaLegami(sottoSeStesso));
+    EXPECT_EQ(messaggio, "Cliente 102 già legato alla distinta B: Nodo padre 101 - SOGGETTO 101 nel periodo dal "
+                         "01/01/2020 al 31/12/2099\n");
+}
+
+TEST_F(ControlliTest, AsksForTheBonusLastAndInAnEditOnly) {
+    scena.tabelle.nodi = {{1, 20, {}, 101}, {2, 20, 1, 102}, {3, 20, 1, 102}};
+    const auto premi = [&] { return scena.db->statements("SELECT TOP 1 *").size(); };
+    auto modifica = legame(102, "01/01/2024", "31/12/2024");
+    modifica.nodo = 2;
+    EXPECT_FALSE(controlli.ControllaLegami(modifica)); // overlaps 3
+    modifica.account = 101;                            // the parent's
+    modifica.inizio = giorno("01/01/2100");
+    modifica.fine = "31/12/2100";
+    EXPECT_FALSE(controlli.ControllaLegami(modifica));
+    EXPECT_EQ(premi(), 0U);
+    modifica.account = 103;
+    EXPECT_TRUE(controlli.ControllaLegami(modifica));
+    EXPECT_EQ(premi(), 1U);
+    modifica.nodo.reset();
+    EXPECT_TRUE(controlli.ControllaLegami(modifica));
+    EXPECT_EQ(premi(), 1U);
+}
+
+TEST_F(ControlliTest, ReadsTheParentOfTheFormsCompanyAndTheOverlapsOfTheLinks) {
+    auto altraDitta = legame(102, "01/01/2024", "31/12/2024");
+    altraDitta.ditta = 7;
+    altraDitta.tipoCF = 1;
+    EXPECT_TRUE(controlli.ControllaLegami(altraDitta));
+    const auto istruzioni = scena.db->take();
+    ASSERT_EQ(istruzioni.size(), 2U);
+    EXPECT_NE(istruzioni[0].find("QZ02_DITTA_CG18 = 1 "), std::string::npos);
+    EXPECT_NE(istruzioni[1].find("QZ02_DISTINTA_FIGLIO.QZ02_DITTA_CG18 = 7 "), std::string::npos);
+    EXPECT_NE(istruzioni[1].find("QZ02_DISTINTA_FIGLIO.QZ02_TIPOCF_CG44 = 1 "), std::string::npos);
+}
+
 TEST_F(ControlliTest, ReadsTheParentThenTheOverlaps) {
     scena.tabelle.nodi = {{1, 20, {}, 101}};
     EXPECT_TRUE(controlli.ControllaLegami(legame(102, "01/01/2024", "31/12/2024")));

@@ -79,6 +79,36 @@ TEST_F(SpostaValiditaTest, EndsTheNewLinksAtTheOpenEndForAMissingEnd) {
     EXPECT_EQ(nodo->fine, "31/12/2099");
 }
 
+TEST_F(SpostaValiditaTest, TakesAnyKindButTheParentsForFixedDates) {
+    for (const auto tipo : std::vector<std::int16_t>{2, -1}) {
+        scena.tabelle.nodi = {{2, 10, {}, 102}, {11, 20, {}, 201}};
+        prepara();
+        scena.stato.parametri.TipoCaricaDATA = tipo;
+        scena.stato.parametri.DataFissaFINE = giorno("31/12/2030");
+        premi();
+        const auto* nodo = copia(102);
+        ASSERT_TRUE(nodo);
+        EXPECT_EQ(nodo->fine, "31/12/2030");
+    }
+}
+
+TEST_F(SpostaValiditaTest, CopiesTheMovedNodeForTheFormsCompanyAndAChildForItsOwn) {
+    scena.tabelle.nodi = {{2, 10, {}, 102}, {11, 20, {}, 201}};
+    prepara();
+    scena.stato.dittaDiLavoro = 5;
+    scena.db->answer("SELECT  *  FROM  QZ02_DISTINTA  WHERE QZ02_IDPARENT_QZ02 = 2 ",
+                     platform::headless::rows({"QZ02_ID", "QZ02_DITTA_CG18", "QZ02_TIPOCF_CG44", "QZ02_CLIFOR_CG44",
+                                               "QZ02_CLIFORFATT_CG44", "QZ02_TIPOANAGFATT", "QZ02_IDSTRUTTURA_LP09",
+                                               "QZ02_IDLOCALIZZATA_LP09", "QZ02_INDEREPROMO"},
+                                              {{3, 9, 1, 103, 4, 5, 6, 7, 8}}));
+    premi();
+    const auto inserite = scena.db->statements("INSERT INTO QZ02_DISTINTA");
+    ASSERT_EQ(inserite.size(), 2U);
+    EXPECT_NE(inserite[0].find("VALUES ( '20',  11,  5,  0,  102,"), std::string::npos) << inserite[0];
+    EXPECT_NE(inserite[1].find(",  9,  1,  103,"), std::string::npos) << inserite[1];
+    EXPECT_NE(inserite[1].find("'UTENTE',4,5,6,7,8, '"), std::string::npos) << inserite[1];
+}
+
 TEST_F(SpostaValiditaTest, EndsTheNewLinksAtTheFixedDate) {
     scena.stato.parametri.TipoCaricaDATA = 1;
     scena.stato.parametri.DataFissaFINE = giorno("31/12/2030");
