@@ -85,6 +85,13 @@ TEST_F(ControlliTest, CountsTheOriginBeforeItWalksTheDestination) {
                                         "QZ02_DISTINTA_FIGLIO.QZ02_ID_QZ01 = 20"));
 }
 
+TEST_F(ControlliTest, WalksTheAccountsOfTheDestinationsKind) {
+    righeOrigine(3);
+    scena.stato.destinazione.TipoCF = 1;
+    controlli.ControllaRicorsione(500, 101);
+    EXPECT_NE(scena.db->take().at(1).find("QZ02_DISTINTA_FIGLIO.QZ02_TIPOCF_CG44 = 1 "), std::string::npos);
+}
+
 TEST_F(ControlliTest, StopsWithoutAMessageAtTheCountOfTheOrigin) {
     // Seven levels in the destination; the account at the top is looked for.
     for (std::int64_t i = 1; i <= 7; ++i)
@@ -201,6 +208,15 @@ TEST_F(ControlliTest, ReportsAnOverlapWithItsParentAndPeriod) {
     EXPECT_FALSE(controlli.ControllaLegami(legame(102, "30/06/2024", "31/12/2024")));
     EXPECT_EQ(messaggio, "Cliente 102 già legato alla distinta B: Nodo padre 101 - SOGGETTO 101 nel periodo dal "
                          "01/01/2024 al 30/06/2024\n");
+}
+
+TEST_F(ControlliTest, TrimsTheParentsAccountAndNothingElse) {
+    scena.db->answer(" SELECT  CG44_CLIFOR AS Anagrafica, CG16_RAGSOANAG AS RagSoc,  QZ02",
+                     platform::headless::rows({"Anagrafica", "RagSoc", "DataI", "DataF", "CodDistinta"},
+                                              {{"  101 ", " ROSSI ", giorno("01/01/2024"), Value::null(), " B "}}));
+    EXPECT_FALSE(controlli.ControllaLegami(legame(102, "01/01/2024", "31/12/2024")));
+    EXPECT_EQ(messaggio, "Cliente 102 già legato alla distinta  B : Nodo padre 101 -  ROSSI  nel periodo dal "
+                         "01/01/2024 al \n");
 }
 
 TEST_F(ControlliTest, CountsBothEndsOfAPeriod) {

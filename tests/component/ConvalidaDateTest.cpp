@@ -38,6 +38,10 @@ TEST_F(ModificaNodoTest, RestoresTheEmptyCellAlone) {
     EXPECT_EQ(scena.messaggi(), Testi{"Attenzione la data validità inizio è obbligatoria"});
     EXPECT_EQ(cella(colonnaInizio), "10/05/2024");
     EXPECT_EQ(cella(colonnaFine), "");
+    albero.setValue(albero.byKey(12), colonnaInizio, giorno("15/05/2024"));
+    scrivi(colonnaFine, "");
+    EXPECT_EQ(cella(colonnaInizio), "15/05/2024");
+    EXPECT_EQ(cella(colonnaFine), "20/05/2024");
 }
 
 TEST_F(ModificaNodoTest, RefusesAnEndBeforeTheStart) {

@@ -1,6 +1,7 @@
 // The dialog for the end-of-link date, opened from the main form as a user opens it.
 
 #include "component/Programma.h"
+#include "interaction/FRMQZ_DATAFINELEGAME.h"
 
 #include <gtest/gtest.h>
 
@@ -139,6 +140,22 @@ TEST_F(DataFineTest, ForgetsItsOwnDateWhenCancelledButNotTheForms) {
         EXPECT_EQ(campo(form).text(), "");
         annulla(form);
     });
+    EXPECT_EQ(testo(), "30/06/2024");
+}
+
+TEST_F(DataFineTest, KeepsTheChosenDateUntilItIsCancelled) {
+    qz::FRMQZ_DATAFINELEGAME dialogo(programma.stato());
+    programma.host->controls->whenModal("FRMQZ_DATAFINELEGAME", [&](HeadlessForm& form) {
+        campo(form).type("30/06/2024");
+        esegui(form);
+    });
+    dialogo.mostra();
+    EXPECT_EQ(dialogo.DataFineLegame, "30/06/2024");
+    qz::FRMQZ_DATAFINELEGAME altro(programma.stato());
+    altro.DataFineLegame = "30/06/2024";
+    programma.host->controls->whenModal("FRMQZ_DATAFINELEGAME", [&](HeadlessForm& form) { annulla(form); });
+    altro.mostra();
+    EXPECT_EQ(altro.DataFineLegame, "");
     EXPECT_EQ(testo(), "30/06/2024");
 }
 

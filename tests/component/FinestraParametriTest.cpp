@@ -286,13 +286,14 @@ TEST_F(ParametriFormTest, LooksAStateUpAndDecodesIt) {
 }
 
 TEST_F(ParametriFormTest, ReadsTheParametersAndRefreshesBothGridsWhenItCloses) {
+    programma.classe->form()->CaricaDistintaDest("20");
     apri([&](HeadlessForm&) { programma.db->take(); });
     const auto istruzioni = programma.db->take();
     ASSERT_EQ(istruzioni.size(), 3U);
     EXPECT_TRUE(istruzioni[0].starts_with(" SELECT   QZ03_ID_WF02"));
     EXPECT_TRUE(istruzioni[0].find("TipoCaricaFatt") != std::string::npos);
     EXPECT_TRUE(istruzioni[1].ends_with("CG44_CLIFOR = 101"));
-    EXPECT_TRUE(istruzioni[2].ends_with("CG44_CLIFOR = 101"));
+    EXPECT_TRUE(istruzioni[2].ends_with("CG44_CLIFOR = 201"));
 }
 
 TEST_F(ParametriFormTest, TakesTheMainFormsZoom) {
@@ -305,8 +306,11 @@ TEST_F(ParametriFormTest, TakesTheMainFormsZoom) {
 TEST_F(ParametriFormTest, ReleasesTheNavigatorWhenItCloses) {
     apri([&](HeadlessForm& form) {
         auto& navigatore = form.control<HeadlessGridNavigator>("GRIDNAV_PARAMETRI");
+        const auto righe = frame(form).records();
+        ASSERT_TRUE(righe && righe->IsOpen());
         form.pressClose();
         EXPECT_EQ(navigatore.frame(), nullptr);
+        EXPECT_FALSE(righe->IsOpen());
     });
 }
 

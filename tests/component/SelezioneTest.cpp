@@ -173,6 +173,7 @@ TEST_F(SelezioneTest, RemembersAccountAndKindForTheMenu) {
     EXPECT_EQ(scena.stato.CodiceAnagMenu, 114);
     EXPECT_EQ(scena.stato.TipoAnagMenu.integer(), 1);
     EXPECT_EQ(scena.stato.NodoStatoDest, scena.alberoDest().byKey(14));
+    EXPECT_EQ(scena.stato.posizioneNodoStato, scena.alberoDest().byKey(14).position);
 }
 
 TEST_F(SelezioneTest, LeavesTheLevelAloneOnARightClick) {

@@ -133,6 +133,17 @@ TEST_F(SpostaStrutturaTest, ShowsTheMessageBeforeItRollsBack) {
     EXPECT_TRUE(aperta);
 }
 
+TEST_F(SpostaStrutturaTest, RollsARefusalBackBeforeItLoadsTheTrees) {
+    scena.carica(scena.stato.destinazione, "10", 4);
+    premi();
+    const auto inviate = scena.db->take();
+    ASSERT_GE(inviate.size(), 6U);
+    EXPECT_EQ(inviate.front(), "BeginTrans");
+    EXPECT_EQ(inviate[inviate.size() - 5], "RollbackTrans");
+    EXPECT_EQ(inviate[inviate.size() - 4], attesa::divisioneOrig + "10");
+    EXPECT_EQ(inviate[inviate.size() - 2], attesa::divisioneDest + "10");
+}
+
 TEST_F(SpostaStrutturaTest, RefusesTheNodeUnderItsOwnAccount) {
     scena.tabelle.nodi.push_back({13, 20, 12, 102});
     prepara(2, 13);

@@ -267,6 +267,20 @@ TEST_F(SpostaValiditaTest, ShowsTheReasonsOfAllTheNodesRefused) {
     EXPECT_EQ(std::count(testo.begin(), testo.end(), '\n'), 2);
 }
 
+TEST_F(SpostaValiditaTest, ShowsTheReasonOfTheLastSkippedNodeAfterThoseOfRefusedLinks) {
+    // 103's new link overlaps; 105 hangs already above 102 in the destination and is skipped last.
+    scena.tabelle.nodi = {{1, 10, {}, 101}, {2, 10, 1, 102}, {3, 10, 2, 103}, {5, 10, 2, 105}, {11, 20, {}, 201}};
+    scena.tabelle.nodi.push_back({70, 20, 11, 103, "01/01/2025", "31/12/2025"});
+    scena.tabelle.nodi.push_back({40, 20, {}, 105, "01/01/2010", "31/12/2010"});
+    scena.tabelle.nodi.push_back({41, 20, 40, 102, "01/01/2010", "31/12/2010"});
+    prepara();
+    premi();
+    comePrima();
+    EXPECT_EQ(scena.messaggi().back(),
+              "Cliente 103 già legato alla distinta B: Nodo padre 201 - SOGGETTO 201 nel periodo dal 01/01/2025 al "
+              "31/12/2025\nCliente 105: legame presente in un nodo padre nella struttura.\n");
+}
+
 TEST_F(SpostaValiditaTest, ForgetsTheReasonsOfTheMoveBefore) {
     scena.tabelle.nodi.push_back({70, 20, 11, 103, "01/01/2025", "31/12/2025"});
     prepara();
