@@ -90,6 +90,8 @@ void MenuContestuali::CollegaAnag() {
             collegamento->setInterface(stato_.ospite);
             collegamento->setAccountCode(stato_.CodiceAnagMenu);
         });
+        if (!collegamento)
+            return;
         passo([&] {
             const auto tipo = FormBase::ValoreODefault(stato_.TipoAnagMenu, contract::Value()).integer();
             if (tipo == 0)
