@@ -146,6 +146,7 @@ void impostaColonne(StatoForm& stato, Lato& lato) {
                           .texts = [&stato](const std::vector<std::size_t>& righe) {
                               std::vector<std::string> guid;
                               const auto& dati = *stato.destinazione.albero->records();
+                              guid.reserve(righe.size());
                               const auto campo = dati.FieldIndex("QZ02_GUID");
                               for (const auto riga : righe)
                                   guid.push_back(dati.rows().column(campo).value(riga).text());
