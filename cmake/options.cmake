@@ -37,10 +37,8 @@ function(distinte_tests name)
   if(sources)
     add_executable(${name} ${sources})
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
-    if(NOT DISTINTE_SANITIZE)
-      # What is tested is optimised as the preset says; the tests themselves need to compile fast.
-      target_compile_options(${name} PRIVATE -O0 -g1)
-    endif()
+    # What is tested is optimised as the preset says; the tests themselves need to compile fast.
+    target_compile_options(${name} PRIVATE -O0 -g1)
     target_link_libraries(${name} PRIVATE distinte_options ${ARGN} GTest::gtest GTest::gtest_main)
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
   endif()
