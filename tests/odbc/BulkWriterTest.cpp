@@ -1,6 +1,7 @@
 #include "platform/odbc/BulkWriter.h"
 
 #include "odbc/ScriptedServer.h"
+#include "odbc/ServerLock.h"
 
 namespace odbc_test {
 namespace {
@@ -86,25 +87,48 @@ TEST_F(OdbcBulk, ARowThatIsRefusedFailsTheWriter) {
     EXPECT_EQ(contract::ErrorCategory::duplicate, connection.Errors().front().category);
 }
 
-class OdbcBulkIntoSqlite : public SqliteOdbcTest {};
-
-TEST_F(OdbcBulkIntoSqlite, RowsArriveAsTheyAre) {
+/// Writes 1500 rows of every kind and reads them again.
+void writeAndRead(Connection& connection) {
     connection.BeginTrans();
-    BulkWriter writer(connection, table(), {"ID", "CODICE", "NOME", "DAL", "IMPORTO", "ATTIVO"});
+    BulkWriter writer(connection, table(), {"ID", "CODICE", "CONTO", "NOME", "DAL", "IMPORTO", "ATTIVO"});
     for (int i = 1; i <= 1500; ++i)
-        writer.append({std::int64_t{i}, i == 3 ? Value::null() : Value(std::int64_t{-i}),
+        writer.append({std::int64_t{i}, i == 3 ? Value::null() : Value(std::int64_t{-i}), std::int64_t{123456789012},
                        i == 4 ? "Città 🦄 'x'" : "nome", *contract::Date::of(2024, 2, 29),
-                       contract::Decimal{"12.50"}, false});
+                       contract::Decimal{"12.50"}, i == 5});
     writer.finish();
     connection.CommitTrans();
-    const auto rows = read("SELECT * FROM PROVA ORDER BY ID"_sql);
+    contract::Snapshot rows;
+    connection.Read("SELECT * FROM PROVA ORDER BY ID"_sql, rows);
     ASSERT_EQ(1500U, rows.rowCount());
     EXPECT_EQ(-1500, rows.column(1).integer(1499));
     EXPECT_TRUE(rows.column(1).isNull(2));
+    EXPECT_EQ(123456789012, rows.column(2).integer(0));
     EXPECT_EQ("Città 🦄 'x'", rows.column(3).text(3));
-    EXPECT_EQ(Value(*contract::Date::of(2024, 2, 29)), rows.column(4).value(0));
+    EXPECT_EQ("nome", rows.column(3).text(1499));
+    EXPECT_EQ(Value(*contract::Date::of(2024, 2, 29)), rows.column(4).value(1234));
     EXPECT_EQ("12.50", rows.column(5).value(0).text());
     EXPECT_EQ(0, rows.column(6).integer(0));
+    EXPECT_EQ(1, rows.column(6).integer(4));
+}
+
+class OdbcBulkIntoSqlite : public SqliteOdbcTest {};
+
+TEST_F(OdbcBulkIntoSqlite, RowsArriveAsTheyAre) {
+    writeAndRead(connection);
+}
+
+TEST(OdbcBulkIntoServer, RowsArriveAsTheyAre) {
+    const auto text = serverString();
+    if (!text)
+        GTEST_SKIP() << "no database server";
+    const int lock = lockServer();
+    Connection connection(*text);
+    connection.Open();
+    dropTables(connection, contract_suites::suiteSchema());
+    platform::odbc::createTables(connection, contract_suites::suiteSchema());
+    writeAndRead(connection);
+    dropTables(connection, contract_suites::suiteSchema());
+    unlockServer(lock);
 }
 
 } // namespace
