@@ -26,12 +26,28 @@ TEST_F(OdbcBulk, SendsArraysOfAThousandRows) {
         writer.append({row(i), "nome " + std::to_string(i)});
     writer.finish();
     transaction.commit();
+    // Two arrays of a thousand rows and the rest, 25 rows a statement.
     EXPECT_EQ(3, script().executions);
-    ASSERT_EQ(2500U, script().inserted.size());
-    EXPECT_EQ(u"1234", script().inserted[1234].second[0]);
-    EXPECT_EQ(u"nome 1234", script().inserted[1234].second[1]);
+    ASSERT_EQ(100U, script().inserted.size());
+    const auto& statement = script().inserted[49].second;
+    ASSERT_EQ(50U, statement.size());
+    EXPECT_EQ(u"1234", statement[18]);
+    EXPECT_EQ(u"nome 1234", statement[19]);
     EXPECT_EQ(1U, callsOf("prepare INSERT INTO PROVA (CODICE, NOME) VALUES (?, ?)"));
     EXPECT_EQ(0U, callsOf("SET IDENTITY_INSERT PROVA ON"));
+}
+
+TEST_F(OdbcBulk, WhatDoesNotFillAStatementGoesByRow) {
+    contract::Transaction transaction(connection);
+    BulkWriter writer(connection, table(), {"CODICE"});
+    for (int i = 0; i < 203; ++i)
+        writer.append({row(i)});
+    writer.finish();
+    EXPECT_EQ(2, script().executions);
+    ASSERT_EQ(11U, script().inserted.size());
+    EXPECT_EQ(u"199", script().inserted[7].second[24]);
+    EXPECT_EQ((std::vector<scripted::Cell>{u"200"}), script().inserted[8].second);
+    EXPECT_EQ((std::vector<scripted::Cell>{u"202"}), script().inserted[10].second);
 }
 
 TEST_F(OdbcBulk, SendsRowByRowWhereTheDriverTakesNoArrays) {
