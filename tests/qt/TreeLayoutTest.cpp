@@ -62,6 +62,76 @@ TEST_F(TreeLayout, ThatColumnGivesUpAThirdBeforeTheColumnsAreScrolled) {
     EXPECT_EQ(width("NAME"), wanted * 2 / 3);
 }
 
+TEST_F(TreeLayout, ThenDatesAndBoxesGiveUpTheirSpareRoomAndTheBranchesStandCloser) {
+    bindSmall();
+    const int code = width("CODE");
+    const int start = width("START");
+    const int mark = width("MARK");
+    const int least = 2400 / 15 * 10 / 8 * 2 / 3;
+    const int branches = view().indentation();
+    const auto sum = [&] { return width("CODE") + width("NAME") + width("START") + width("MARK"); };
+    const auto shrink = [&](int by) {
+        const auto frame = tree_->bounds().width - Appearance::twips(view().viewport()->width());
+        tree_->setBounds({0, 0, Appearance::twips(code + least + start + mark - by) + frame, 6300});
+        QCoreApplication::processEvents();
+    };
+    shrink(10);
+    EXPECT_EQ(width("NAME"), least);
+    EXPECT_EQ(width("CODE"), code);
+    EXPECT_LT(width("START"), start);
+    EXPECT_LT(width("MARK"), mark);
+    EXPECT_EQ(sum(), view().viewport()->width());
+    EXPECT_EQ(view().indentation(), branches);
+    EXPECT_FALSE(view().horizontalScrollBar()->isVisible());
+
+    shrink(200); // more than there is: the columns are scrolled, and all texts stand in full
+    EXPECT_LT(view().indentation(), branches);
+    EXPECT_GE(view().indentation(), 12);
+    EXPECT_LT(width("CODE"), code);
+    EXPECT_TRUE(view().horizontalScrollBar()->isVisible());
+    const auto advance = [&](const char* text) { return view().fontMetrics().horizontalAdvance(QString(text)); };
+    EXPECT_GE(width("START"), advance("31/12/2099") + 12);
+    EXPECT_GE(width("MARK"), advance("Segna") + 12);
+    EXPECT_GE(width("CODE"), 3 * view().indentation() + advance("1234567") + 12);
+
+    shrink(start - width("START") + mark - width("MARK") + 6); // as far as they go, and the branches a little
+    EXPECT_EQ(sum(), view().viewport()->width());
+    EXPECT_EQ(view().indentation(), branches - 2); // for three levels
+
+    shrink(-50);
+    EXPECT_EQ(width("START"), start);
+    EXPECT_EQ(view().indentation(), branches);
+}
+
+TEST_F(TreeLayout, AColumnThatTheUserWidenedGivesUpNothing) {
+    bindSmall();
+    drag("START", 40);
+    drag("CODE", 40);
+    const int start = width("START");
+    const int code = width("CODE");
+    tree_->setBounds({0, 0, 3000, 6300});
+    QCoreApplication::processEvents();
+    EXPECT_EQ(width("START"), start);
+    EXPECT_EQ(width("CODE"), code);
+}
+
+TEST_F(TreeLayout, AnEmptyBoxOnTheFocusedRowIsItsOutlineOnly) {
+    bindSmall(2);
+    const auto inBox = [&] {
+        const QRect box = view().checkRect(node(2).position, column("MARK"));
+        return view().viewport()->grab().toImage().pixelColor(box.left() + box.width() / 4,
+                                                              box.top() + box.height() / 4);
+    };
+    for (const auto theme : {ThemeKind::light, ThemeKind::dark}) {
+        Appearance::instance().setTheme(theme);
+        ASSERT_TRUE(view().rowFocused(node(2).position));
+        EXPECT_EQ(inBox(), view().palette().selection);
+        click(view().checkRect(node(2).position, column("MARK")).center());
+        EXPECT_EQ(inBox(), view().palette().surface);
+        click(view().checkRect(node(2).position, column("MARK")).center());
+    }
+}
+
 TEST_F(TreeLayout, AColumnThatTheUserWidenedStaysWideOverABinding) {
     bindSmall();
     const int before = width("START");

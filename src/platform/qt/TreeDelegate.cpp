@@ -44,10 +44,15 @@ void TreeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
         QColor line = focusedRow || !enabled ? ink : palette.textMuted;
         if (filled)
             line = palette.accent;
-        // On the selection the box stands out by the surface in it: the accent may be the selection's own colour.
+        // On the selection a box that is ticked stands out by the surface in it, as the accent may be the selection's
+        // own colour; an empty one is its outline only, so that it is never taken for a ticked one.
         const QColor mark = filled ? palette.accentText : (enabled ? palette.text : ink);
-        drawCheckBox(*painter, tree_.checkRect(position, index.column()), checked, line,
-                     filled ? palette.accent : palette.surface, mark);
+        QColor fill = palette.surface;
+        if (filled)
+            fill = palette.accent;
+        else if (focusedRow && !checked)
+            fill = Qt::transparent;
+        drawCheckBox(*painter, tree_.checkRect(position, index.column()), checked, line, fill, mark);
     } else {
         QRect room = tree_.contentRect(position, index.column());
         if (locked) {

@@ -83,7 +83,6 @@ void TreeView::refreshLook() {
     look.setColor(QPalette::Highlight, palette_.selection);
     look.setColor(QPalette::HighlightedText, palette_.selectionText);
     setPalette(look);
-    setIndentation(std::max(14, Appearance::instance().rowHeight() * 7 / 10));
     header_->updateGeometry();
     updateGeometries();
     scheduleDelayedItemsLayout();
@@ -131,26 +130,74 @@ int TreeView::preferredWidth(int column) const {
     return std::max(width, (depth_ + 1) * indentation() + code + 2 * margin);
 }
 
+int TreeView::spareWidth(int column) const {
+    if (userWidths_[static_cast<std::size_t>(column)] > 0 || column == stretchColumn_)
+        return 0;
+    const auto& shown = model_.column(column);
+    int text = 0;
+    if (shown.kind == TreeColumnKind::date)
+        text = fontMetrics().horizontalAdvance(QStringLiteral("00/00/0000"));
+    else if (shown.kind != TreeColumnKind::check)
+        return 0;
+    text = std::max(text, fontMetrics().horizontalAdvance(model_.headerData(column, Qt::Horizontal).toString()));
+    return std::max(preferredWidth(column) - text - 2 * margin - 1, 0);
+}
+
+// Where the columns do not fit: the column of the names gives up a third of its width, then dates and check boxes give
+// up what is free beside their texts, then the branches stand closer. Only then they have to be scrolled.
 void TreeView::layoutColumns() {
     if (fitting_)
         return;
     fitting_ = true;
-    int others = 0;
+    setIndentation(std::max(14, Appearance::instance().rowHeight() * 7 / 10));
+    int lacking = -viewport()->width();
+    int spare = 0;
     // A column that is only just being added has no width yet.
-    for (int column = 0; column < static_cast<int>(userWidths_.size()); ++column) {
+    const int count = static_cast<int>(userWidths_.size());
+    for (int column = 0; column < count; ++column) {
+        if (isColumnHidden(column))
+            continue;
+        lacking += column == stretchColumn_ ? leastStretched() : preferredWidth(column);
+        spare += spareWidth(column);
+    }
+    const int given = std::clamp(lacking, 0, spare);
+    if (lacking > given)
+        closeBranches(lacking - given);
+    int others = 0;
+    for (int column = 0, before = 0; column < count; ++column) {
         if (isColumnHidden(column) || column == stretchColumn_)
             continue;
-        header_->resizeSection(column, preferredWidth(column));
+        // Each gives its share; the shares together are what is given.
+        const int here = before + spareWidth(column);
+        const int part = spare > 0 ? given * here / spare - given * before / spare : 0;
+        before = here;
+        header_->resizeSection(column, preferredWidth(column) - part);
         others += header_->sectionSize(column);
     }
     if (stretchColumn_ >= 0) {
         const bool byUser = userWidths_[static_cast<std::size_t>(stretchColumn_)] > 0;
-        const int wanted = preferredWidth(stretchColumn_);
-        // It gives up a third of its width before the columns have to be scrolled.
-        const int least = wanted * 2 / 3;
-        header_->resizeSection(stretchColumn_, byUser ? wanted : std::max(least, viewport()->width() - others));
+        header_->resizeSection(stretchColumn_,
+                               byUser ? leastStretched() : std::max(leastStretched(), viewport()->width() - others));
     }
     fitting_ = false;
+}
+
+void TreeView::closeBranches(int lacking) {
+    if (firstVisible_ < 0)
+        return;
+    const int usual = indentation();
+    const int before = preferredWidth(firstVisible_);
+    const int closest = std::max(12, Appearance::instance().rowHeight() * 2 / 5);
+    const int perLevel = (lacking + depth_) / (depth_ + 1); // rounded up
+    setIndentation(std::max(closest, usual - perLevel));
+    // The user's width, or the column's own, is not for the branches to change.
+    if (preferredWidth(firstVisible_) == before)
+        setIndentation(usual);
+}
+
+int TreeView::leastStretched() const {
+    const int wanted = preferredWidth(stretchColumn_);
+    return userWidths_[static_cast<std::size_t>(stretchColumn_)] > 0 ? wanted : wanted * 2 / 3;
 }
 
 std::int32_t TreeView::positionAt(int y) const {

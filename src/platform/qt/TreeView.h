@@ -157,6 +157,12 @@ private:
     void showScrollTip();
     int indent(std::int32_t position) const;
     int preferredWidth(int column) const;
+    /// What a column can do without while its text and its caption still stand in full, in pixels.
+    int spareWidth(int column) const;
+    /// Of the column that takes the room that is left; there must be one.
+    int leastStretched() const;
+    /// Makes the column of the branches that much narrower, in pixels, as far as they still read as branches.
+    void closeBranches(int lacking);
 
     TreeModel& model_;
     TreeViewListener* listener_ = nullptr;

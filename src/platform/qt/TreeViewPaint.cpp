@@ -6,6 +6,8 @@
 #include <QPainter>
 #include <QStyleOptionViewItem>
 
+#include <algorithm>
+
 namespace platform::qt {
 
 void TreeView::paintEvent(QPaintEvent* event) {
@@ -65,7 +67,11 @@ void TreeView::drawBranches(QPainter* painter, const QRect& rect, const QModelIn
         ink = palette_.textDisabled;
     else if (focused)
         ink = palette_.selectionText;
-    drawChevron(*painter, buttonRect(position), isOpen(position), ink);
+    // As large where the branches stand close.
+    const QRectF button(buttonRect(position));
+    const qreal side = std::max<qreal>(button.width(), rect.height() * 0.6);
+    drawChevron(*painter, {button.center().x() - side / 2, button.center().y() - side / 2, side, side},
+                isOpen(position), ink);
 }
 
 } // namespace platform::qt
