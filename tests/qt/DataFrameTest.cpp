@@ -318,7 +318,7 @@ TEST_F(DataFrameTest, CancelKeepsTheDialogOpen) {
 
 TEST_F(DataFrameTest, TheButtonsStandBelowTheArea) {
     openOn({record()});
-    EXPECT_EQ(form->clientHeight(), 4500 - 600);
+    EXPECT_EQ(form->clientHeight(), 4500 - 705); // at ten points
     EXPECT_EQ(form->clientWidth(), 7500);
     EXPECT_EQ(script("CMD_SALVA").read().value("caption"), "&Salva");
     EXPECT_EQ(script("CMD_RIPRISTINA").read().value("caption"), "&Ripristina");
@@ -327,11 +327,26 @@ TEST_F(DataFrameTest, TheButtonsStandBelowTheArea) {
         const auto* button = script(name).widget();
         const QRect place(button->mapTo(window, QPoint(0, 0)), button->size());
         EXPECT_TRUE(window->rect().contains(place)) << name;
-        EXPECT_GE(place.top(), 3900 / 15) << name;
+        EXPECT_GE(place.top(), (4500 - 705) / 15) << name;
         const auto bounds = windowOf("FRM_PARAMETRI").controlBounds(id(name));
         EXPECT_EQ(platform::qt::Appearance::pixels(bounds.top), place.top()) << name;
         EXPECT_EQ(platform::qt::Appearance::pixels(bounds.left), place.left()) << name;
     }
+}
+
+TEST_F(DataFrameTest, TheButtonsGrowWithTheType) {
+    using platform::qt::Appearance;
+    openOn({record()});
+    for (const int points : {8, 10, 12, 14}) {
+        Appearance::instance().setZoom(points);
+        EXPECT_EQ(form->clientHeight(), form->bounds().height - 420 * points / 8 - 180) << points;
+        EXPECT_EQ(windowOf("FRM_PARAMETRI").controlBounds(id("CMD_SALVA")).height, 420 * points / 8) << points;
+        const auto* window = windowOf("FRM_PARAMETRI").window();
+        const auto* button = script("CMD_SALVA").widget();
+        EXPECT_EQ(button->height(), Appearance::pixels(420 * points / 8)) << points;
+        EXPECT_TRUE(window->rect().contains(QRect(button->mapTo(window, QPoint(0, 0)), button->size()))) << points;
+    }
+    Appearance::instance().setZoom(10);
 }
 
 TEST_F(DataFrameTest, TheFirstFieldHasTheKeyboardAtFirstAndTheRowComesLast) {

@@ -5,6 +5,7 @@
 #include "platform/qt/DataEntryHooks.h"
 #include "platform/qt/DataFrameControl.h"
 #include "platform/qt/InputEvents.h"
+#include "platform/shared/ResizeScaler.h"
 #include "plugin/contract/Host.h"
 
 #include <QCloseEvent>
@@ -20,10 +21,21 @@ namespace message = contract::message;
 
 namespace {
 
-constexpr Twips barHeight = 600;
+// Measures for 8 points.
+constexpr Twips buttonHeight = 420;
 constexpr Twips buttonWidth = 1700;
+// These do not grow with the type.
+constexpr Twips aboveAndBelow = 90;
 constexpr Twips margin = 120;
-constexpr int basePoints = 8;
+
+Twips scaled(Twips measure) {
+    return shared::zoomed(measure, Appearance::instance().zoom());
+}
+
+/// Of the row of the data-entry buttons.
+Twips barHeight() {
+    return scaled(buttonHeight) + 2 * aboveAndBelow;
+}
 
 Twips keepExact(Twips exact, int given, int now) {
     return given == now ? exact : Appearance::twips(now);
@@ -112,22 +124,21 @@ void DialogForm::layOut() {
     QWidget* bar = bar_;
     if (window == nullptr || content == nullptr)
         return;
-    const int barPixels = bar != nullptr ? Appearance::pixels(barHeight) : 0;
+    const int barPixels = bar != nullptr ? Appearance::pixels(barHeight()) : 0;
     content->setGeometry(0, 0, window->width(), std::max(window->height() - barPixels, 0));
     if (bar == nullptr)
         return;
     bar->setGeometry(0, window->height() - barPixels, window->width(), barPixels);
     // Wide enough for the type in use, and never wider than half the dialog.
     const Twips room = Appearance::twips(window->width());
-    const Twips wide = std::min(buttonWidth * Appearance::instance().zoom() / basePoints, (room - 3 * margin) / 2);
-    const Twips top = margin / 2;
-    const Twips high = barHeight - margin;
-    restore_->setBounds({room - margin - wide, top, wide, high});
-    save_->setBounds({room - 2 * margin - 2 * wide, top, wide, high});
+    const Twips wide = std::min(scaled(buttonWidth), (room - 3 * margin) / 2);
+    const Twips high = scaled(buttonHeight);
+    restore_->setBounds({room - margin - wide, aboveAndBelow, wide, high});
+    save_->setBounds({room - 2 * margin - 2 * wide, aboveAndBelow, wide, high});
 }
 
 QtForm::Extent DialogForm::clientSize() const {
-    const Twips taken = bar_ ? barHeight : 0;
+    const Twips taken = bar_ ? barHeight() : 0;
     return {bounds_.width, std::max(bounds_.height - taken, 0)};
 }
 
