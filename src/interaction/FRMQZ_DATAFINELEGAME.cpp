@@ -8,9 +8,9 @@ namespace {
 
 // Measures for 8 points.
 constexpr contract::Twips larghezza = 4800;
-constexpr contract::Twips altezza = 2250;
+constexpr contract::Twips altezza = 1680;
 constexpr contract::Twips margine = 180;
-constexpr contract::Twips altezzaGruppo = 1050;
+constexpr contract::Twips altezzaGruppo = 720;
 constexpr contract::Twips altezzaCampo = 360;
 constexpr contract::Twips larghezzaPulsante = 1350;
 constexpr contract::Twips altezzaPulsante = 420;
@@ -64,8 +64,9 @@ void FRMQZ_DATAFINELEGAME::disponi() {
     const auto scala = [this](contract::Twips misura) { return KVT_RESIZEFORM->scaled(misura); };
     const auto bordo = scala(margine);
     const auto largo = form_->clientWidth() - 2 * bordo;
-    GRB_DATAFINELEGAME->setBounds({bordo, bordo / 2, largo, scala(altezzaGruppo)});
-    const auto riga = scala(altezzaGruppo) / 2 - scala(altezzaCampo) / 2 + bordo / 2;
+    GRB_DATAFINELEGAME->setBounds({bordo, bordo, largo, scala(altezzaGruppo)});
+    // The group has no caption: the date stands in its middle.
+    const auto riga = (scala(altezzaGruppo) - scala(altezzaCampo)) / 2;
     KVT_LABEL1->setBounds({bordo, riga, largo / 2 - bordo, scala(altezzaCampo)});
     TXT_DATACHIUSURALEGAME->setBounds({largo / 2, riga, largo / 2 - bordo, scala(altezzaCampo)});
     const auto pulsanti = form_->clientHeight() - scala(altezzaPulsante) - bordo;

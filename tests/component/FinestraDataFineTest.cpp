@@ -46,6 +46,27 @@ TEST_F(DataFineTest, HasTheControlsOfItsDesign) {
     });
 }
 
+TEST_F(DataFineTest, StandsOnOneGridWithNoRoomForACaption) {
+    apri([](HeadlessForm& form) {
+        auto& misure = form.control<platform::headless::HeadlessResizeControl>("KVT_RESIZEFORM");
+        const int aperta = misure.zoom();
+        for (const int punti : {aperta, 14}) {
+            misure.setZoom(punti);
+            if (punti != aperta)
+                form.setBounds({0, 0, misure.scaled(4800), misure.scaled(1680)});
+            misure.formResized();
+            const auto gruppo = form.control<platform::headless::HeadlessGroupBox>("GRB_DATAFINELEGAME").bounds();
+            const auto data = campo(form).bounds();
+            const auto etichetta = form.control<HeadlessLabel>("KVT_LABEL1").bounds();
+            const auto esegui = form.control<HeadlessButton>("CMD_ESEGUI").bounds();
+            EXPECT_EQ(gruppo.height - data.top - data.height, data.top) << punti;
+            EXPECT_EQ(etichetta.top, data.top) << punti;
+            EXPECT_EQ(esegui.top - gruppo.top - gruppo.height, gruppo.top) << punti;
+            EXPECT_EQ(form.clientHeight() - esegui.top - esegui.height, gruppo.top) << punti;
+        }
+    });
+}
+
 TEST_F(DataFineTest, StaysOpenWithoutADate) {
     bool aperta = false;
     apri([&](HeadlessForm& form) {
