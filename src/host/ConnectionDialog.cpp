@@ -14,6 +14,7 @@
 #include <QIntValidator>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace host {
@@ -51,7 +52,7 @@ ConnectionDialog::ConnectionDialog(const std::string& connectionString, Trial tr
     auto* buttons = new QDialogButtonBox(this);
     try_ = dialogButton(QStringLiteral("&Prova"), buttons);
     try_->setObjectName(QStringLiteral("prova"));
-    buttons->addButton(try_, QDialogButtonBox::ActionRole);
+    buttons->addButton(try_, QDialogButtonBox::ResetRole); // apart from the two that close
     accept_ = dialogButton(QStringLiteral("&Conferma"), buttons, true);
     buttons->addButton(accept_, QDialogButtonBox::AcceptRole);
     buttons->addButton(dialogButton(QStringLiteral("&Annulla"), buttons), QDialogButtonBox::RejectRole);
@@ -67,6 +68,7 @@ ConnectionDialog::ConnectionDialog(const std::string& connectionString, Trial tr
     for (auto* field : {file_, address_})
         connect(field, &QLineEdit::textChanged, this, &ConnectionDialog::update);
     update();
+    (server_->isChecked() ? static_cast<QWidget*>(address_) : file_)->setFocus();
 }
 
 QWidget* ConnectionDialog::makeFileFields() {
@@ -187,6 +189,9 @@ void ConnectionDialog::tryIt() {
     const QString reason = trial_(connectionString());
     QGuiApplication::restoreOverrideCursor();
     result_->setText(reason.isEmpty() ? QStringLiteral("La connessione riesce e le tabelle ci sono.") : reason);
+    // The answer may take several lines; the fields keep their places.
+    layout()->activate();
+    resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
 }
 
 void ConnectionDialog::update() {

@@ -107,6 +107,24 @@ TEST_F(Dialog, TriesWhatTheFieldsSay) {
     EXPECT_EQ(QStringLiteral("La connessione riesce e le tabelle ci sono."), field<QLabel>(dialog, "esito").text());
 }
 
+TEST_F(Dialog, GrowsWithALongAnswerAndBeginsInTheChosenPart) {
+    QString answer;
+    ConnectionDialog dialog(
+        "Driver=FreeTDS;Server=erp", [&](const std::string&) { return answer; }, nullptr);
+    dialog.open();
+    QApplication::processEvents();
+    EXPECT_EQ(&field<QLineEdit>(dialog, "server"), dialog.focusWidget());
+    const int height = dialog.height();
+    const int user = field<QLineEdit>(dialog, "utente").y();
+    answer = QStringLiteral("il server non risponde ").repeated(30);
+    field<QPushButton>(dialog, "prova").click();
+    QApplication::processEvents();
+    EXPECT_GT(dialog.height(), height);
+    EXPECT_EQ(user, field<QLineEdit>(dialog, "utente").y());
+    auto& result = field<QLabel>(dialog, "esito");
+    EXPECT_GE(result.height(), result.heightForWidth(result.width()));
+}
+
 TEST_F(Dialog, WantsAFileOrAServer) {
     ConnectionDialog dialog("", served, nullptr);
     EXPECT_FALSE(field<QPushButton>(dialog, "prova").isEnabled());

@@ -1,6 +1,12 @@
 #include "qt/FormFixture.h"
 
+#include <QComboBox>
 #include <QFontInfo>
+#include <QImage>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QSpinBox>
+#include <QStyle>
 
 #include <algorithm>
 #include <cmath>
@@ -47,6 +53,41 @@ protected:
 TEST_F(AppearanceTest, ContrastIsMeasuredAsItIsDefined) {
     EXPECT_NEAR(contrast(Qt::black, Qt::white), 21.0, 1e-9);
     EXPECT_NEAR(contrast(QColor(0x76, 0x76, 0x76), Qt::white), 4.54, 0.01);
+}
+
+TEST_F(AppearanceTest, FieldsWithButtonsAndRadioButtonsHaveTheLinesOfTheOtherFields) {
+    for (const auto kind : {ThemeKind::light, ThemeKind::dark}) {
+        look.setTheme(kind);
+        look.apply();
+        const ThemeColors& c = look.colors();
+        QComboBox combo;
+        combo.setEditable(true);
+        QSpinBox spin;
+        QLineEdit line;
+        for (QWidget* field : std::initializer_list<QWidget*>{&combo, &spin, &line}) {
+            field->resize(160, 30);
+            const QImage image = field->grab().toImage();
+            EXPECT_EQ(image.pixelColor(0, 15), c.lineStrong) << field->metaObject()->className();
+            EXPECT_EQ(image.pixelColor(3, 15), c.field) << field->metaObject()->className();
+            field->setEnabled(false);
+            EXPECT_EQ(field->grab().toImage().pixelColor(3, 15), c.locked) << field->metaObject()->className();
+        }
+
+        QRadioButton button;
+        button.resize(button.sizeHint());
+        const auto ring = [&] {
+            const QImage image = button.grab().toImage();
+            double most = 1.0;
+            for (int y = 0; y < image.height(); ++y)
+                for (int x = 0; x < image.width(); ++x)
+                    most = std::max(most, contrast(image.pixelColor(x, y), c.window));
+            return most;
+        };
+        EXPECT_GE(ring(), 3.0);
+        button.setChecked(true);
+        const int side = button.style()->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth, nullptr, &button);
+        EXPECT_EQ(button.grab().toImage().pixelColor(side / 2, button.height() / 2), c.accent);
+    }
 }
 
 TEST_F(AppearanceTest, EveryTextStandsOutFromItsGround) {

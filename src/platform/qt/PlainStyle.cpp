@@ -4,6 +4,8 @@
 #include "platform/qt/Glyphs.h"
 
 #include <QAbstractItemView>
+#include <QAbstractSpinBox>
+#include <QComboBox>
 #include <QFontInfo>
 #include <QFontMetrics>
 #include <QLineEdit>
@@ -19,6 +21,7 @@ namespace platform::qt {
 namespace {
 
 constexpr double fieldRadius = 3.0;
+constexpr int textMargin = 5;
 
 const ThemeColors& theme() {
     return Appearance::instance().colors();
@@ -72,6 +75,24 @@ void drawWindowButton(QPainter& painter, const QRect& rect, WindowButton button,
     painter.restore();
 }
 
+bool isFieldWithButtons(const QWidget* widget) {
+    return qobject_cast<const QComboBox*>(widget) != nullptr ||
+           qobject_cast<const QAbstractSpinBox*>(widget) != nullptr;
+}
+
+void drawArrow(QPainter& painter, const QRect& rect, bool up, bool enabled) {
+    const double half = typeHeight() / 4.0;
+    const double rise = up ? -half / 2.0 : half / 2.0;
+    const QPointF c = QRectF(rect).center();
+    const QPointF arrow[] = {{c.x() - half, c.y() - rise}, {c.x(), c.y() + rise}, {c.x() + half, c.y() - rise}};
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(
+        QPen(enabled ? theme().text : theme().textDisabled, 1.2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPolyline(arrow, 3);
+    painter.restore();
+}
+
 } // namespace
 
 PlainStyle::PlainStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {
@@ -86,10 +107,19 @@ int PlainStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
         if (qobject_cast<const QAbstractItemView*>(widget) != nullptr)
             return 2;
         return QProxyStyle::pixelMetric(metric, option, widget);
+    case PM_FocusFrameHMargin:
+        // Beside the texts in lists, one pixel less than it is; headings stand in line with them.
+        if (qobject_cast<const QAbstractItemView*>(widget) != nullptr)
+            return textMargin - 1;
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    case PM_HeaderMargin:
+        return textMargin;
     case PM_TitleBarHeight:
         return QFontMetrics(Appearance::instance().font()).height() + 10;
     case PM_IndicatorWidth:
     case PM_IndicatorHeight:
+    case PM_ExclusiveIndicatorWidth:
+    case PM_ExclusiveIndicatorHeight:
     case PM_LineEditIconSize:
         return std::max(typeHeight() + 2, 14);
     case PM_ButtonShiftHorizontal:
@@ -140,6 +170,9 @@ void PlainStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
     switch (element) {
     case PE_PanelLineEdit: {
         const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+        // Within a field with buttons, that field is all there is.
+        if (widget != nullptr && isFieldWithButtons(widget->parentWidget()))
+            return;
         if (frame != nullptr && frame->lineWidth <= 0) {
             painter->fillRect(option->rect, option->palette.brush(QPalette::Base));
             return;
@@ -158,6 +191,9 @@ void PlainStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
     case PE_IndicatorCheckBox:
     case PE_IndicatorItemViewItemCheck:
         drawCheckBox(*option, *painter);
+        return;
+    case PE_IndicatorRadioButton:
+        drawRadioButton(*option, *painter);
         return;
     case PE_FrameFocusRect: {
         painter->save();
@@ -194,6 +230,19 @@ void PlainStyle::drawComplexControl(ComplexControl control, const QStyleOptionCo
     if (control == CC_MdiControls) {
         drawMdiControls(*option, *painter, widget);
         return;
+    }
+    if (control == CC_ComboBox) {
+        const auto* box = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+        if (box != nullptr && box->editable) {
+            drawComboField(*box, *painter, widget);
+            return;
+        }
+    }
+    if (control == CC_SpinBox) {
+        if (const auto* box = qstyleoption_cast<const QStyleOptionSpinBox*>(option)) {
+            drawSpinField(*box, *painter, widget);
+            return;
+        }
     }
     QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
@@ -253,6 +302,44 @@ void PlainStyle::drawCheckBox(const QStyleOption& option, QPainter& painter) con
         painter.drawLine(box.center() - QPointF(side * 0.24, 0), box.center() + QPointF(side * 0.24, 0));
     }
     painter.restore();
+}
+
+void PlainStyle::drawRadioButton(const QStyleOption& option, QPainter& painter) const {
+    const ThemeColors& c = theme();
+    const bool enabled = option.state.testFlag(State_Enabled);
+    const bool on = option.state.testFlag(State_On);
+    // The ring's outer edge lies on the pixels' own, or it would be a shadow only.
+    constexpr double line = 1.5;
+    const double radius = (std::min(option.rect.width(), option.rect.height()) - line) / 2.0;
+    const QPointF center = QRectF(option.rect).center();
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(enabled && on ? c.accent : c.lineStrong, line));
+    painter.setBrush(enabled ? c.field : c.locked);
+    painter.drawEllipse(center, radius, radius);
+    if (on) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(enabled ? c.accent : c.textDisabled);
+        painter.drawEllipse(center, radius * 0.5, radius * 0.5);
+    }
+    painter.restore();
+}
+
+void PlainStyle::drawComboField(const QStyleOptionComboBox& option, QPainter& painter, const QWidget* widget) const {
+    drawField(option, painter, false);
+    drawArrow(painter, subControlRect(CC_ComboBox, &option, SC_ComboBoxArrow, widget), false,
+              option.state.testFlag(State_Enabled));
+}
+
+void PlainStyle::drawSpinField(const QStyleOptionSpinBox& option, QPainter& painter, const QWidget* widget) const {
+    drawField(option, painter, false);
+    const bool enabled = option.state.testFlag(State_Enabled);
+    const auto arrow = [&](SubControl part, bool up, QAbstractSpinBox::StepEnabledFlag step) {
+        drawArrow(painter, subControlRect(CC_SpinBox, &option, part, widget), up,
+                  enabled && option.stepEnabled.testFlag(step));
+    };
+    arrow(SC_SpinBoxUp, true, QAbstractSpinBox::StepUpEnabled);
+    arrow(SC_SpinBoxDown, false, QAbstractSpinBox::StepDownEnabled);
 }
 
 void PlainStyle::drawTitleBar(const QStyleOptionTitleBar& option, QPainter& painter, const QWidget* widget) const {

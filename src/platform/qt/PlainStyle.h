@@ -5,7 +5,7 @@
 
 namespace platform::qt {
 
-/// Fusion with flat surfaces, thin lines and one accent: fields, check boxes, the focus mark and the title bars of
+/// Fusion with flat surfaces, thin lines and one accent: fields, check boxes, radio buttons, the focus mark and the title bars of
 /// document windows are drawn here, in the colours of the appearance.
 class PlainStyle : public QProxyStyle {
     Q_OBJECT
@@ -27,6 +27,10 @@ private:
     void drawViewFrame(const QStyleOption& option, QPainter& painter, bool focused) const;
     void drawField(const QStyleOption& option, QPainter& painter, bool readOnly) const;
     void drawCheckBox(const QStyleOption& option, QPainter& painter) const;
+    void drawRadioButton(const QStyleOption& option, QPainter& painter) const;
+    /// Of a combo box that is typed into.
+    void drawComboField(const QStyleOptionComboBox& option, QPainter& painter, const QWidget* widget) const;
+    void drawSpinField(const QStyleOptionSpinBox& option, QPainter& painter, const QWidget* widget) const;
     void drawTitleBar(const QStyleOptionTitleBar& option, QPainter& painter, const QWidget* widget) const;
     void drawMdiControls(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const;
 };
