@@ -1,12 +1,13 @@
 #include "host/AccountWindow.h"
 
 #include "host/DialogButtons.h"
+#include "host/ListTable.h"
 #include "host/WidgetControls.h"
 #include "plugin/contract/RuntimeError.h"
 
 #include <QDialogButtonBox>
 #include <QFormLayout>
-#include <QHeaderView>
+#include <QResizeEvent>
 #include <QScrollArea>
 #include <QVBoxLayout>
 
@@ -29,63 +30,83 @@ QLabel* heading(const AccountKey& key, const AccountSheet& sheet, QWidget* paren
     return label;
 }
 
+/// As high as what it holds, with a scroll bar where there is less room.
+class FittingArea : public QScrollArea {
+public:
+    using QScrollArea::QScrollArea;
+    QSize sizeHint() const override {
+        const auto* held = widget();
+        const int height = held->hasHeightForWidth() ? held->heightForWidth(width()) : held->sizeHint().height();
+        return {QScrollArea::sizeHint().width(), height};
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QScrollArea::resizeEvent(event);
+        if (event->size().width() != event->oldSize().width())
+            updateGeometry();
+    }
+};
+
+QLabel* groupTitle(const QString& text, bool first, QWidget* parent) {
+    auto* title = new QLabel(text, parent);
+    QFont font = title->font();
+    font.setBold(true);
+    title->setFont(font);
+    title->setContentsMargins(0, first ? 0 : 8, 0, 0);
+    return title;
+}
+
+// One form for all groups: their values stand in one column.
 QWidget* groups(const AccountSheet& sheet, QWidget* parent) {
     auto* box = new QWidget(parent);
-    auto* column = new QVBoxLayout(box);
-    column->setContentsMargins(0, 0, 0, 0);
+    auto* form = new QFormLayout(box);
+    form->setContentsMargins(0, 0, 0, 8);
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    form->setHorizontalSpacing(16);
+    constexpr QMargins indent(12, 0, 0, 0);
     for (const auto& group : sheet.groups) {
-        auto* title = new QLabel(group.title, box);
-        QFont font = title->font();
-        font.setBold(true);
-        title->setFont(font);
-        column->addWidget(title);
-        auto* form = new QFormLayout;
-        form->setContentsMargins(12, 0, 0, 8);
-        form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+        form->addRow(groupTitle(group.title, form->rowCount() == 0, box));
         for (const auto& [name, text] : group.values) {
             auto* value = new QLabel(text, box);
             value->setTextFormat(Qt::PlainText);
             value->setWordWrap(true);
             value->setTextInteractionFlags(Qt::TextSelectableByMouse);
-            if (name.isEmpty())
+            if (name.isEmpty()) {
+                value->setContentsMargins(indent);
                 form->addRow(value);
-            else
-                form->addRow(name, value);
+                continue;
+            }
+            auto* label = new QLabel(name, box);
+            label->setContentsMargins(indent);
+            form->addRow(label, value);
         }
-        column->addLayout(form);
     }
     if (!sheet.found)
-        column->addWidget(new QLabel(QStringLiteral("Il conto non esiste nell'azienda di lavoro."), box));
-    column->addStretch();
-    auto* area = new QScrollArea(parent);
+        form->addRow(new QLabel(QStringLiteral("Il conto non esiste nell'azienda di lavoro."), box));
+    auto* area = new FittingArea(parent);
+    area->setObjectName(QStringLiteral("dati"));
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);
     area->setWidget(box);
+    area->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     return area;
 }
 
 QTableWidget* links(const AccountSheet& sheet, QWidget* parent) {
-    auto* table = new QTableWidget(static_cast<int>(sheet.links.size()), 4, parent);
-    table->setHorizontalHeaderLabels({QStringLiteral("Distinta"), QStringLiteral("Sotto"),
-                                      QStringLiteral("Data inizio"), QStringLiteral("Data fine")});
+    auto* table = new QTableWidget(parent);
+    setUpList(*table, {{QStringLiteral("Distinta")},
+                       {QStringLiteral("Sotto")},
+                       {QStringLiteral("Data inizio"), Qt::AlignHCenter},
+                       {QStringLiteral("Data fine"), Qt::AlignHCenter}});
     table->setAccessibleName(QStringLiteral("Distinte in cui il conto compare"));
-    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table->setShowGrid(false);
-    table->setTabKeyNavigation(false);
-    table->verticalHeader()->hide();
-    table->verticalHeader()->setDefaultSectionSize(platform::qt::Appearance::instance().rowHeight());
-    table->horizontalHeader()->setHighlightSections(false);
-    for (std::size_t row = 0; row < sheet.links.size(); ++row) {
-        for (int column = 0; column < 4; ++column) {
-            auto* item = new QTableWidgetItem(sheet.links[row].value(column));
-            if (column >= 2)
-                item->setTextAlignment(Qt::AlignCenter);
-            table->setItem(static_cast<int>(row), column, item);
-        }
-    }
-    table->resizeColumnsToContents();
-    table->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
+    table->setRowCount(static_cast<int>(sheet.links.size()));
+    for (int row = 0; row < table->rowCount(); ++row)
+        for (int column = 0; column < table->columnCount(); ++column)
+            setCell(*table, row, column, sheet.links[static_cast<std::size_t>(row)].value(column));
+    fitColumns(*table, 1);
+    constexpr int leastRows = 4; // with the header
+    table->setMinimumHeight(leastRows * platform::qt::Appearance::instance().rowHeight());
     return table;
 }
 
@@ -105,11 +126,11 @@ AccountWindow::AccountWindow(const QString& name, const QString& title, const Ac
     buttons->addButton(close, QDialogButtonBox::RejectRole);
     close->setDefault(true);
     layout->addWidget(head);
-    layout->addWidget(groups(sheet, this), 3);
+    layout->addWidget(groups(sheet, this));
     layout->addWidget(caption);
-    layout->addWidget(table, 2);
+    layout->addWidget(table, 1);
     layout->addWidget(buttons);
-    resize(640, 620);
+    resizeForType({640, 620});
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
     addControl(QStringLiteral("LBL_CONTO"), std::make_unique<LabelControl>(head));
     addControl(QStringLiteral("GRD_DISTINTE"), std::make_unique<TableControl>(table));

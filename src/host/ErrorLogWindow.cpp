@@ -1,6 +1,7 @@
 #include "host/ErrorLogWindow.h"
 
 #include "host/DialogButtons.h"
+#include "host/ListTable.h"
 #include "platform/qt/Appearance.h"
 
 #include <QDateTime>
@@ -58,18 +59,12 @@ QString describe(const QJsonObject& entry) {
 ErrorLogWindow::ErrorLogWindow(const QString& file, QWidget* parent)
     : QDialog(parent), list_(new QTableWidget(this)), details_(new QPlainTextEdit(this)) {
     setWindowTitle(QStringLiteral("Registro degli errori"));
-    list_->setColumnCount(4);
-    list_->setHorizontalHeaderLabels({QStringLiteral("Ora"), QStringLiteral("Procedura"), QStringLiteral("Descrizione"),
-                                      QStringLiteral("Risposta")});
+    setUpList(*list_, {{QStringLiteral("Ora")},
+                       {QStringLiteral("Procedura")},
+                       {QStringLiteral("Descrizione")},
+                       {QStringLiteral("Risposta")}});
     list_->setAccessibleName(windowTitle());
-    list_->setSelectionBehavior(QAbstractItemView::SelectRows);
     list_->setSelectionMode(QAbstractItemView::SingleSelection);
-    list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    list_->setShowGrid(false);
-    list_->setTabKeyNavigation(false);
-    list_->verticalHeader()->hide();
-    list_->verticalHeader()->setDefaultSectionSize(platform::qt::Appearance::instance().rowHeight());
-    list_->horizontalHeader()->setHighlightSections(false);
     details_->setReadOnly(true);
     details_->setAccessibleName(QStringLiteral("Dettaglio dell'errore"));
 
@@ -115,15 +110,13 @@ void ErrorLogWindow::load(const QString& path) {
     for (int row = 0; row < list_->rowCount(); ++row) {
         const QJsonObject& entry = entries[entries.size() - 1 - row];
         const auto time = QDateTime::fromString(text(entry, "time"), Qt::ISODateWithMs);
-        auto* first = new QTableWidgetItem(time.toString(QStringLiteral("dd/MM/yyyy HH:mm:ss")));
-        first->setData(Qt::UserRole, describe(entry));
-        list_->setItem(row, 0, first);
-        list_->setItem(row, 1, new QTableWidgetItem(text(entry, "procedure")));
-        list_->setItem(row, 2, new QTableWidgetItem(text(entry, "description").simplified()));
-        list_->setItem(row, 3, new QTableWidgetItem(answerText(entry.value(QStringLiteral("answer")).toInt())));
+        setCell(*list_, row, 0, time.toString(QStringLiteral("dd/MM/yyyy HH:mm:ss")))
+            ->setData(Qt::UserRole, describe(entry));
+        setCell(*list_, row, 1, text(entry, "procedure"));
+        setCell(*list_, row, 2, text(entry, "description").simplified());
+        setCell(*list_, row, 3, answerText(entry.value(QStringLiteral("answer")).toInt()));
     }
-    list_->resizeColumnsToContents();
-    list_->horizontalHeader()->setSectionResizeMode(2, QHeaderView::Stretch);
+    fitColumns(*list_, 2);
     if (list_->rowCount() > 0)
         list_->setCurrentCell(0, 0);
 }

@@ -1,5 +1,7 @@
 #include "host/HostWindow.h"
 
+#include <QScreen>
+
 namespace host {
 
 using platform::qt::Appearance;
@@ -72,6 +74,13 @@ contract::Rect HostWindow::controlBounds(const QString& name) const {
         return {};
     const QWidget* widget = at->second->widget();
     return twips(QRect(widget->mapTo(this, QPoint()), widget->size()));
+}
+
+void HostWindow::resizeForType(const QSize& atTenPoints) {
+    constexpr int points = 10;
+    const QSize room = parentWidget() != nullptr ? parentWidget()->size() : screen()->availableSize();
+    const QSize wanted = atTenPoints * Appearance::instance().zoom() / points;
+    resize(wanted.boundedTo(room.expandedTo(atTenPoints)));
 }
 
 void HostWindow::addControl(const QString& name, std::unique_ptr<platform::qt::Scriptable> control) {

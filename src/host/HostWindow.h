@@ -36,6 +36,9 @@ public:
     contract::Rect controlBounds(const QString& name) const override;
 
 protected:
+    /// Gives the window its size at ten points, larger or smaller with the type, but no larger than the main window or,
+    /// without one, the screen.
+    void resizeForType(const QSize& atTenPoints);
     void addControl(const QString& name, std::unique_ptr<platform::qt::Scriptable> control);
 
 private:

@@ -1,6 +1,7 @@
 #include "host/LookupWindow.h"
 
 #include "host/DialogButtons.h"
+#include "host/ListTable.h"
 #include "host/Text.h"
 #include "host/WidgetControls.h"
 #include "plugin/contract/Snapshot.h"
@@ -40,22 +41,15 @@ LookupWindow::LookupWindow(const contract::LookupRequest& request, const contrac
     search_->setAccessibleName(QStringLiteral("Cerca nell'elenco"));
     search_->setClearButtonEnabled(true);
     list_->setAccessibleName(windowTitle());
-    list_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    const std::size_t count = rows.columnCount();
+    std::vector<ListColumn> columns;
+    for (std::size_t i = 0; i < count; ++i)
+        columns.push_back({toQt(i < request.columnTitles.size() ? request.columnTitles[i] : rows.fields()[i].name),
+                           i == 0 ? Qt::AlignRight : Qt::AlignLeft});
+    setUpList(*list_, columns);
     list_->setSelectionMode(QAbstractItemView::SingleSelection);
-    list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    list_->setShowGrid(false);
-    list_->setTabKeyNavigation(false);
-    list_->verticalHeader()->hide();
-    list_->verticalHeader()->setDefaultSectionSize(platform::qt::Appearance::instance().rowHeight());
     list_->horizontalHeader()->setStretchLastSection(true);
-    list_->horizontalHeader()->setHighlightSections(false);
-    const std::size_t columns = rows.columnCount();
-    list_->setColumnCount(static_cast<int>(columns));
-    QStringList titles;
-    for (std::size_t i = 0; i < columns; ++i)
-        titles.append(toQt(i < request.columnTitles.size() ? request.columnTitles[i] : rows.fields()[i].name));
-    list_->setHorizontalHeaderLabels(titles);
-    fill(rows, columns);
+    fill(rows, count);
 
     auto* buttons = new QDialogButtonBox(this);
     accept_ = dialogButton(QStringLiteral("&Scegli"), buttons, true);
@@ -69,7 +63,7 @@ LookupWindow::LookupWindow(const contract::LookupRequest& request, const contrac
     layout->addWidget(search_);
     layout->addWidget(list_);
     layout->addWidget(buttons);
-    resize(440, 380);
+    resizeForType({440, 380});
 
     connect(search_, &QLineEdit::textChanged, this, &LookupWindow::search);
     connect(search_, &QLineEdit::returnPressed, this, &LookupWindow::confirm);
@@ -88,12 +82,9 @@ LookupWindow::LookupWindow(const contract::LookupRequest& request, const contrac
 void LookupWindow::fill(const contract::Snapshot& rows, std::size_t columns) {
     list_->setRowCount(static_cast<int>(rows.rowCount()));
     for (std::size_t row = 0; row < rows.rowCount(); ++row) {
-        for (std::size_t column = 0; column < columns; ++column) {
-            auto* item = new QTableWidgetItem(toQt(rows.column(column).value(row).text()));
-            if (column == 0)
-                item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-            list_->setItem(static_cast<int>(row), static_cast<int>(column), item);
-        }
+        for (std::size_t column = 0; column < columns; ++column)
+            setCell(*list_, static_cast<int>(row), static_cast<int>(column),
+                    toQt(rows.column(column).value(row).text()));
     }
     if (list_->rowCount() > 0)
         list_->setCurrentCell(0, 0);

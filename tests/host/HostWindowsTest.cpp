@@ -3,7 +3,11 @@
 #include "host/HostGlobal.h"
 #include "host/HostServices.h"
 #include "host/LookupWindow.h"
+#include "platform/qt/Appearance.h"
 #include "plugin/contract/RuntimeError.h"
+
+#include <QLabel>
+#include <QTableWidget>
 
 #include <gtest/gtest.h>
 
@@ -62,6 +66,14 @@ protected:
                 {"Codice", "Descrizione"}};
     }
 
+    void openCard() {
+        contract::ParameterObject parameters;
+        parameters.flag = true;
+        parameters.accountCode = 1200;
+        parameters.company = 1;
+        global.openProgram("SchedaClienti", parameters);
+    }
+
     host_test::ContextOnDatabase database{fillAccounts};
     host::HostGlobal global{database.context, nullptr};
     std::vector<QString> opened;
@@ -93,6 +105,33 @@ TEST_F(HostWindows, ALookupThatIsLeftAnswersNothing) {
     EXPECT_FALSE(global.IDLookup(request(), *database.context->connection).has_value());
 }
 
+/// Across, of a column's heading and of a text below it.
+Qt::Alignment alignment(const QTableWidgetItem* item) {
+    return Qt::Alignment(item->textAlignment()) & Qt::AlignHorizontal_Mask;
+}
+
+TEST_F(HostWindows, HeadingsStandAsTheTextsBelowThem) {
+    const auto expectAligned = [](FormWindow& form, const char* list, const std::vector<Qt::Alignment>& expected) {
+        const auto* table = form.window()->findChild<QTableWidget*>(QLatin1String(list));
+        ASSERT_NE(nullptr, table);
+        ASSERT_LT(0, table->rowCount());
+        ASSERT_EQ(expected.size(), static_cast<std::size_t>(table->columnCount()));
+        for (int column = 0; column < table->columnCount(); ++column) {
+            EXPECT_EQ(expected[static_cast<std::size_t>(column)], alignment(table->horizontalHeaderItem(column)));
+            EXPECT_EQ(expected[static_cast<std::size_t>(column)], alignment(table->item(0, column)));
+        }
+    };
+    whenOpened([&](FormWindow& form) { expectAligned(form, "GRD_ELENCO", {Qt::AlignRight, Qt::AlignLeft}); });
+    global.IDLookup(request(), *database.context->connection);
+    whenOpened([&](FormWindow& form) {
+        expectAligned(form, "GRD_DISTINTE", {Qt::AlignLeft, Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignHCenter});
+    });
+    const auto link = global.newAccountLink();
+    link->setAccountCode(1200);
+    link->linkCustomer();
+    EXPECT_EQ(2U, opened.size());
+}
+
 TEST_F(HostWindows, ALookupSearchesAllItsColumns) {
     whenOpened([](FormWindow& form) {
         EXPECT_EQ("", form.control("TXT_CERCA")->set("chi"));
@@ -120,17 +159,13 @@ TEST_F(HostWindows, TheStateChosenIsTheOneConfirmed) {
 }
 
 TEST_F(HostWindows, ACardShowsTheAccountAndIsJournaled) {
-    contract::ParameterObject parameters;
-    parameters.flag = true;
-    parameters.accountCode = 1200;
-    parameters.company = 1;
     whenOpened([](FormWindow& form) {
         EXPECT_EQ(QStringLiteral("Cliente 1200 – Rossi S.p.A."),
                   form.control("LBL_CONTO")->read()["caption"].toString());
         EXPECT_EQ((QJsonArray{QJsonArray{"ZN-Zone", "3100 Nord-Ovest", "01/02/2020", "31/12/2099"}}),
                   form.control("GRD_DISTINTE")->read()["rows"].toArray());
     });
-    global.openProgram("SchedaClienti", parameters);
+    openCard();
     EXPECT_EQ(std::vector<QString>{"SchedaClienti"}, opened);
     const QJsonArray calls = database.context->journal.take();
     ASSERT_EQ(1, calls.size());
@@ -142,6 +177,40 @@ TEST_F(HostWindows, ACardShowsTheAccountAndIsJournaled) {
                            {"accountCode", 1200},
                            {"company", 1}}),
               calls[0].toObject());
+}
+
+QRect placeOf(const QLabel* label, const QWidget* window) {
+    return {label->mapTo(window, label->contentsRect().topLeft()), label->contentsRect().size()};
+}
+
+const QLabel* labelWith(const QWidget* window, const QString& text) {
+    for (const auto* label : window->findChildren<QLabel*>())
+        if (label->text() == text)
+            return label;
+    return nullptr;
+}
+
+TEST_F(HostWindows, ACardHasOneColumnForItsValuesAndNoGapAboveItsList) {
+    for (const int points : {8, 14}) {
+        platform::qt::Appearance::instance().setZoom(points);
+        whenOpened([&](FormWindow& form) {
+            QApplication::processEvents();
+            const auto* window = form.window();
+            const auto* city = labelWith(window, QStringLiteral("Torino (TO)"));
+            const auto* terms = labelWith(window, QStringLiteral("RB30 Ricevuta"));
+            ASSERT_NE(nullptr, city);
+            ASSERT_NE(nullptr, terms);
+            EXPECT_EQ(placeOf(city, window).left(), placeOf(terms, window).left()) << points;
+            const auto* caption = labelWith(window, QStringLiteral("Distinte in cui il conto compare"));
+            ASSERT_NE(nullptr, caption);
+            const int gap = placeOf(caption, window).top() - placeOf(terms, window).bottom();
+            EXPECT_GT(gap, 0) << points;
+            EXPECT_LT(gap, 2 * platform::qt::Appearance::instance().rowHeight()) << points;
+        });
+        openCard();
+    }
+    platform::qt::Appearance::instance().setZoom(10);
+    EXPECT_EQ(2U, opened.size());
 }
 
 TEST_F(HostWindows, AProgramThatIsNotThereIsRefused) {
