@@ -5,8 +5,8 @@
 
 namespace platform::qt {
 
-/// Fusion with flat surfaces, thin lines and one accent: fields, check boxes, radio buttons, the focus mark and the title bars of
-/// document windows are drawn here, in the colours of the appearance.
+/// Fusion with flat surfaces, thin lines and one accent: fields, check boxes, radio buttons, the focus mark and the
+/// title bars of document windows are drawn here, in the colours of the appearance.
 class PlainStyle : public QProxyStyle {
     Q_OBJECT
 public:
