@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/sqlite/Connection.h"
+#include "property/WrappedConnection.h"
 
 #include <atomic>
 #include <cstddef>
@@ -58,38 +58,27 @@ private:
     Shared* shared_;
 };
 
-/// An embedded connection that writes each transaction into the journal. A transaction holds the database alone from
-/// its beginning, so the order of the beginnings is the order of the commits.
-class OrderedConnection : public contract::Connection {
+/// A connection that writes each transaction into the journal. Over the embedded database a transaction holds it alone
+/// from its beginning, so there the order of the beginnings is the order of the commits.
+class OrderedConnection : public property::WrappedConnection {
 public:
-    OrderedConnection(const std::string& connectionString, Journal& journal)
-        : inner_(connectionString), journal_(journal) {}
+    OrderedConnection(std::unique_ptr<contract::Connection> inner, Journal& journal)
+        : WrappedConnection(std::move(inner)), journal_(journal) {}
 
     /// What the next transaction is for.
     void announce(const Entry& entry) { announced_ = entry; }
 
-    std::string ConnectionString() const override { return inner_.ConnectionString(); }
-    void SetConnectionString(std::string_view text) override { inner_.SetConnectionString(text); }
-    void Open() override { inner_.Open(); }
-    void Close() noexcept override { inner_.Close(); }
-    bool IsOpen() const override { return inner_.IsOpen(); }
-    std::int64_t Execute(const contract::Statement& statement) override { return inner_.Execute(statement); }
-    void Read(const contract::Statement& statement, contract::Snapshot& rows) override { inner_.Read(statement, rows); }
     void BeginTrans() override {
-        inner_.BeginTrans();
+        inner().BeginTrans();
         current_ = &journal_.next();
         *current_ = announced_;
     }
     void CommitTrans() override {
-        inner_.CommitTrans();
+        inner().CommitTrans();
         current_->committed = true;
     }
-    void RollbackTrans() override { inner_.RollbackTrans(); }
-    bool InTransaction() const override { return inner_.InTransaction(); }
-    const contract::ErrorList& Errors() const override { return inner_.Errors(); }
 
 private:
-    platform::sqlite::Connection inner_;
     Journal& journal_;
     Entry announced_;
     Entry* current_ = nullptr;

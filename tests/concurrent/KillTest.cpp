@@ -2,9 +2,9 @@
 // moments drawn at random: the rows are as before or as after, the file is sound, and the next program works at once.
 
 #include "concurrent/Process.h"
-#include "concurrent/SharedDatabase.h"
 #include "concurrent/User.h"
-#include "platform/sqlite/Connection.h"
+#include "property/WorldDatabase.h"
+#include "property/WrappedConnection.h"
 
 #include <gtest/gtest.h>
 
@@ -12,6 +12,7 @@
 #include <iostream>
 #include <random>
 #include <string>
+#include <tuple>
 
 #include <unistd.h>
 
@@ -19,14 +20,17 @@ namespace concurrent {
 
 namespace {
 
+using property::Where;
+using property::WorldDatabase;
+
 contract::Date date(const char* text) {
     return contract::Date::parse(text).value_or(contract::Date());
 }
 
-/// An embedded connection that kills its own process before or after one of its operations.
-class DeadlyConnection : public contract::Connection {
+/// A connection that kills its own process before or after one of its operations.
+class DeadlyConnection : public property::WrappedConnection {
 public:
-    explicit DeadlyConnection(const std::string& connectionString) : inner_(connectionString) {}
+    using WrappedConnection::WrappedConnection;
 
     /// Counted from 1 from now on.
     void dieAt(int operation, bool after) {
@@ -35,30 +39,22 @@ public:
         done_ = 0;
     }
 
-    std::string ConnectionString() const override { return inner_.ConnectionString(); }
-    void SetConnectionString(std::string_view text) override { inner_.SetConnectionString(text); }
-    void Open() override { inner_.Open(); }
-    void Close() noexcept override { inner_.Close(); }
-    bool IsOpen() const override { return inner_.IsOpen(); }
     std::int64_t Execute(const contract::Statement& statement) override {
         const Moment moment(*this);
-        return inner_.Execute(statement);
+        return inner().Execute(statement);
     }
     void Read(const contract::Statement& statement, contract::Snapshot& rows) override {
         const Moment moment(*this);
-        inner_.Read(statement, rows);
+        inner().Read(statement, rows);
     }
     void BeginTrans() override {
         const Moment moment(*this);
-        inner_.BeginTrans();
+        inner().BeginTrans();
     }
     void CommitTrans() override {
         const Moment moment(*this);
-        inner_.CommitTrans();
+        inner().CommitTrans();
     }
-    void RollbackTrans() override { inner_.RollbackTrans(); }
-    bool InTransaction() const override { return inner_.InTransaction(); }
-    const contract::ErrorList& Errors() const override { return inner_.Errors(); }
 
 private:
     class Moment {
@@ -78,7 +74,6 @@ private:
         DeadlyConnection& connection_;
     };
 
-    platform::sqlite::Connection inner_;
     int at_ = 0;
     bool after_ = false;
     int done_ = 0;
@@ -138,28 +133,46 @@ std::vector<model::Row> rowsAfter(Work work) {
         world.rows[3].end = date("31/12/2030");
     else
         model::apply(world, theMove(work == Work::validity));
-    return withoutMarks(world.rows);
+    return property::withoutMarks(world.rows);
 }
 
-std::shared_ptr<DeadlyConnection> deadly(const SharedDatabase& database) {
-    return std::make_shared<DeadlyConnection>(database.connectionString());
+std::shared_ptr<DeadlyConnection> deadly(const WorldDatabase& database) {
+    return std::make_shared<DeadlyConnection>(database.connect());
 }
 
-std::string nameOf(const testing::TestParamInfo<Work>& work) {
-    if (work.param == Work::edit)
-        return "Edit";
-    return work.param == Work::validity ? "Validity" : "Structure";
+using Case = std::tuple<Where, Work>;
+
+std::string nameOfCase(const testing::TestParamInfo<Case>& info) {
+    static const char* const works[] = {"Structure", "Validity", "Edit"};
+    return property::nameOf(std::get<Where>(info.param)) + works[static_cast<int>(std::get<Work>(info.param))];
 }
 
-class KillTest : public testing::TestWithParam<Work> {};
+std::string nameOfWhere(const testing::TestParamInfo<Where>& info) {
+    return property::nameOf(info.param);
+}
+
+void skipWithout(Where where) {
+    if (const auto why = WorldDatabase::missing(where))
+        GTEST_SKIP() << *why;
+}
+
+class KillTest : public testing::TestWithParam<Case> {
+protected:
+    void SetUp() override { skipWithout(std::get<Where>(GetParam())); }
+};
+
+class KillAtRandom : public testing::TestWithParam<Where> {
+protected:
+    void SetUp() override { skipWithout(GetParam()); }
+};
 
 } // namespace
 
 TEST_P(KillTest, AtEveryOperationLeavesTheRowsAsBeforeOrAsAfter) {
-    const auto work = GetParam();
+    const auto [where, work] = GetParam();
     const auto before = threeLevels().rows;
     const auto after = rowsAfter(work);
-    SharedDatabase database;
+    WorldDatabase database(where, true);
     int killed = 0;
     int kept = 0;
     bool reached = true;
@@ -172,7 +185,7 @@ TEST_P(KillTest, AtEveryOperationLeavesTheRowsAsBeforeOrAsAfter) {
                 workOnce(user, work, [&] { connection->dieAt(at, late); });
                 return 0;
             }));
-            const auto rows = database.rows();
+            const auto rows = property::withoutMarks(database.rows());
             if (ending.signal == 0) {
                 ASSERT_EQ(ending.status, 0);
                 EXPECT_EQ(rows, after);
@@ -185,13 +198,13 @@ TEST_P(KillTest, AtEveryOperationLeavesTheRowsAsBeforeOrAsAfter) {
             if (rows != after) {
                 ASSERT_EQ(rows, before) << "operation " << at << (late ? " (after it)" : " (before it)");
             }
-            EXPECT_EQ(database.check(), "ok");
+            EXPECT_TRUE(database.sound());
             if (rows == before) {
                 // Nobody waits for the dead.
                 User next(database.connectionString(), deadly(database));
                 workOnce(next, work, [] {});
                 EXPECT_TRUE(next.host->errors.empty()) << "operation " << at;
-                EXPECT_EQ(database.rows(), after) << "operation " << at;
+                EXPECT_EQ(property::withoutMarks(database.rows()), after) << "operation " << at;
             }
         }
         ASSERT_LT(at, 500);
@@ -201,11 +214,14 @@ TEST_P(KillTest, AtEveryOperationLeavesTheRowsAsBeforeOrAsAfter) {
     std::cout << killed << " processes killed\n";
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryKind, KillTest, testing::Values(Work::structure, Work::validity, Work::edit), nameOf);
+const auto everywhere = testing::Values(Where::embedded, Where::odbc, Where::server);
+INSTANTIATE_TEST_SUITE_P(EveryKind, KillTest,
+                         testing::Combine(everywhere, testing::Values(Work::structure, Work::validity, Work::edit)),
+                         nameOfCase);
 
-TEST(KillAtRandom, InTheMiddleOfMovesAndTheirCommits) {
+TEST_P(KillAtRandom, InTheMiddleOfMovesAndTheirCommits) {
     std::mt19937 random(11);
-    SharedDatabase database;
+    WorldDatabase database(GetParam(), true);
     const auto before = threeLevels().rows;
     const auto after = rowsAfter(Work::structure);
     int asBefore = 0;
@@ -241,14 +257,16 @@ TEST(KillAtRandom, InTheMiddleOfMovesAndTheirCommits) {
         ::close(ready[0]);
         ::close(ready[1]);
         ASSERT_EQ(ending.signal, SIGKILL);
-        const auto rows = database.rows();
+        const auto rows = property::withoutMarks(database.rows());
         asBefore += rows == before ? 1 : 0;
         asAfter += rows == after ? 1 : 0;
-        ASSERT_TRUE(rows == before || rows == after) << "round " << round << "\n" << describe(rows);
-        EXPECT_EQ(database.check(), "ok");
+        ASSERT_TRUE(rows == before || rows == after) << "round " << round << "\n" << property::describe(rows);
+        EXPECT_TRUE(database.sound());
     }
     EXPECT_GT(asBefore, 0);
     EXPECT_GT(asAfter, 0);
 }
+
+INSTANTIATE_TEST_SUITE_P(EveryKind, KillAtRandom, everywhere, nameOfWhere);
 
 } // namespace concurrent

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <chrono>
+#include <csignal>
 #include <functional>
 #include <stdexcept>
+#include <thread>
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -30,10 +33,18 @@ inline pid_t start(const std::function<int()>& work) {
     ::_exit(status);
 }
 
-inline Ending waitFor(pid_t child) {
+/// Kills a process that takes longer: nothing may hang, whatever the others do.
+inline Ending waitFor(pid_t child, std::chrono::seconds atMost = std::chrono::seconds(240)) {
+    const auto deadline = std::chrono::steady_clock::now() + atMost;
     int status = 0;
     Ending ending;
-    if (::waitpid(child, &status, 0) != child)
+    pid_t ended = 0;
+    while ((ended = ::waitpid(child, &status, WNOHANG)) == 0) {
+        if (std::chrono::steady_clock::now() > deadline)
+            ::kill(child, SIGABRT);
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    if (ended != child)
         return ending;
     if (WIFEXITED(status))
         ending.status = WEXITSTATUS(status);

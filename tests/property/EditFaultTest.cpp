@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace property {
@@ -61,14 +62,29 @@ model::Move bothOn(std::int64_t node) {
 
 const std::vector<int> abortAll(8, contract::message::answerAbort);
 
-class EditFaultTest : public ::testing::TestWithParam<Fault> {};
+using Case = std::tuple<Where, Fault>;
+
+class EditFaultTest : public ::testing::TestWithParam<Case> {
+protected:
+    void SetUp() override {
+        if (const auto why = WorldDatabase::missing(where()))
+            GTEST_SKIP() << *why;
+    }
+    static Where where() { return std::get<Where>(GetParam()); }
+    static Fault fault() { return std::get<Fault>(GetParam()); }
+};
 // A lost connection has to be reopened first.
-class EditRetryTest : public ::testing::TestWithParam<Fault> {};
+class EditRetryTest : public EditFaultTest {};
+
+std::string nameOfCase(const ::testing::TestParamInfo<Case>& info) {
+    static const char* const faults[] = {"Error", "EndedByServer", "LostConnection"};
+    return nameOf(std::get<Where>(info.param)) + faults[static_cast<int>(std::get<Fault>(info.param))];
+}
 
 } // namespace
 
 TEST_P(EditFaultTest, LeavesTheRowAsBeforeOrAsAfter) {
-    Program program;
+    Program program(where());
     const auto world = oneBranch();
     const auto after = withEnd(world.rows, newEnd, true);
     std::size_t injected = 0;
@@ -78,7 +94,7 @@ TEST_P(EditFaultTest, LeavesTheRowAsBeforeOrAsAfter) {
         program.connection->reconnect();
         program.write(world);
         ASSERT_TRUE(program.focus(bothOn(edited)));
-        program.connection->failAt(at, GetParam());
+        program.connection->failAt(at, fault());
         ASSERT_TRUE(program.edit(edited, endColumn, newEnd, abortAll));
         program.connection->neverFail();
         const bool failed = !program.host->errors.empty();
@@ -116,7 +132,7 @@ TEST_P(EditFaultTest, LeavesTheRowAsBeforeOrAsAfter) {
 }
 
 TEST_P(EditFaultTest, NeverOverwritesAnotherUsersDates) {
-    Program program;
+    Program program(where());
     const auto world = oneBranch();
     const auto theirs = withEnd(world.rows, otherEnd, false);
     std::size_t injected = 0;
@@ -127,7 +143,7 @@ TEST_P(EditFaultTest, NeverOverwritesAnotherUsersDates) {
         program.write(world);
         ASSERT_TRUE(program.focus(bothOn(edited)));
         program.changeEnd(edited, date(otherEnd));
-        program.connection->failAt(at, GetParam());
+        program.connection->failAt(at, fault());
         ASSERT_TRUE(program.edit(edited, endColumn, newEnd, abortAll));
         const bool reached = program.connection->operations() >= at;
         program.connection->neverFail();
@@ -152,7 +168,7 @@ TEST_P(EditFaultTest, NeverOverwritesAnotherUsersDates) {
 }
 
 TEST_P(EditRetryTest, TryingAgainWritesThePair) {
-    Program program;
+    Program program(where());
     const auto world = oneBranch();
     const auto after = withEnd(world.rows, newEnd, true);
     // The transaction, parent, overlaps, bonus, write and commit.
@@ -160,7 +176,7 @@ TEST_P(EditRetryTest, TryingAgainWritesThePair) {
         SCOPED_TRACE("operation " + std::to_string(at));
         program.write(world);
         ASSERT_TRUE(program.focus(bothOn(edited)));
-        program.connection->failAt(at, GetParam());
+        program.connection->failAt(at, fault());
         ASSERT_TRUE(program.edit(edited, endColumn, newEnd, {contract::message::answerRetry}));
         EXPECT_EQ(program.host->errors.size(), 1U);
         EXPECT_EQ(program.rows(), after);
@@ -168,8 +184,13 @@ TEST_P(EditRetryTest, TryingAgainWritesThePair) {
     }
 }
 
+const auto everywhere = ::testing::Values(Where::embedded, Where::odbc, Where::server);
 INSTANTIATE_TEST_SUITE_P(EveryKind, EditFaultTest,
-                         ::testing::Values(Fault::error, Fault::endedByServer, Fault::lostConnection));
-INSTANTIATE_TEST_SUITE_P(EveryKind, EditRetryTest, ::testing::Values(Fault::error, Fault::endedByServer));
+                         ::testing::Combine(everywhere, ::testing::Values(Fault::error, Fault::endedByServer,
+                                                                          Fault::lostConnection)),
+                         nameOfCase);
+INSTANTIATE_TEST_SUITE_P(EveryKind, EditRetryTest,
+                         ::testing::Combine(everywhere, ::testing::Values(Fault::error, Fault::endedByServer)),
+                         nameOfCase);
 
 } // namespace property

@@ -1,6 +1,7 @@
 #include "property/FaultyConnection.h"
 
 #include "plugin/contract/RuntimeError.h"
+#include "plugin/contract/Snapshot.h"
 
 namespace property {
 
@@ -20,11 +21,11 @@ void FaultyConnection::operation() {
     case Fault::error:
         fail("Errore provocato", contract::ErrorCategory::other);
     case Fault::endedByServer:
-        if (inner_.InTransaction())
-            inner_.RollbackTrans();
+        if (inner().InTransaction())
+            inner().RollbackTrans();
         fail("Transazione vittima di un deadlock", contract::ErrorCategory::deadlock);
     case Fault::lostConnection:
-        inner_.Close();
+        inner().Close();
         lost_ = true;
         fail("Connessione persa", contract::ErrorCategory::lostConnection);
     }
@@ -32,35 +33,35 @@ void FaultyConnection::operation() {
 
 void FaultyConnection::reconnect() {
     lost_ = false;
-    if (!inner_.IsOpen())
-        inner_.Open();
+    if (!inner().IsOpen())
+        inner().Open();
 }
 
 std::int64_t FaultyConnection::Execute(const contract::Statement& statement) {
     operation();
-    return inner_.Execute(statement);
+    return inner().Execute(statement);
 }
 
 void FaultyConnection::Read(const contract::Statement& statement, contract::Snapshot& rows) {
     rows.clear();
     operation();
-    inner_.Read(statement, rows);
+    inner().Read(statement, rows);
 }
 
 void FaultyConnection::BeginTrans() {
     operation();
-    inner_.BeginTrans();
+    inner().BeginTrans();
 }
 
 void FaultyConnection::CommitTrans() {
     operation();
-    inner_.CommitTrans();
+    inner().CommitTrans();
 }
 
 void FaultyConnection::RollbackTrans() {
     if (lost_)
         return; // the server has rolled back with the connection
-    inner_.RollbackTrans();
+    inner().RollbackTrans();
 }
 
 } // namespace property

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/sqlite/Connection.h"
+#include "property/WrappedConnection.h"
 
 #include <memory>
 #include <optional>
@@ -14,10 +14,10 @@ enum class Fault {
     lostConnection ///< the connection is gone, and with it the transaction; later operations fail too until reopened
 };
 
-/// An embedded connection of which one operation can be made to fail; statements and transaction words count alike.
-class FaultyConnection : public contract::Connection {
+/// A connection of which one operation can be made to fail; statements and transaction words count alike.
+class FaultyConnection : public WrappedConnection {
 public:
-    explicit FaultyConnection(const std::string& connectionString) : inner_(connectionString) {}
+    using WrappedConnection::WrappedConnection;
 
     /// Fails the operation of that number, counted from 1 from now on.
     void failAt(std::size_t operation, Fault fault) {
@@ -31,24 +31,20 @@ public:
     /// Brings a lost connection back.
     void reconnect();
 
-    std::string ConnectionString() const override { return inner_.ConnectionString(); }
-    void SetConnectionString(std::string_view text) override { inner_.SetConnectionString(text); }
-    void Open() override { inner_.Open(); }
-    void Close() noexcept override { inner_.Close(); }
-    bool IsOpen() const override { return inner_.IsOpen(); }
     std::int64_t Execute(const contract::Statement& statement) override;
     void Read(const contract::Statement& statement, contract::Snapshot& rows) override;
     void BeginTrans() override;
     void CommitTrans() override;
     void RollbackTrans() override;
-    bool InTransaction() const override { return inner_.IsOpen() && inner_.InTransaction(); }
-    const contract::ErrorList& Errors() const override { return errors_; }
+    bool InTransaction() const override { return IsOpen() && WrappedConnection::InTransaction(); }
+    const contract::ErrorList& Errors() const override {
+        return errors_.empty() ? WrappedConnection::Errors() : errors_;
+    }
 
 private:
     void operation();
     [[noreturn]] void fail(std::string text, contract::ErrorCategory category);
 
-    platform::sqlite::Connection inner_;
     contract::ErrorList errors_;
     std::optional<std::size_t> failAt_;
     Fault fault_ = Fault::error;

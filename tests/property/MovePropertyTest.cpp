@@ -11,16 +11,6 @@ namespace property {
 
 namespace {
 
-std::string describe(const std::vector<model::Row>& rows) {
-    std::string text;
-    for (const auto& row : rows)
-        text += std::to_string(row.id) + ": distinta " + std::to_string(row.distinta) + " parent " +
-                (row.parent ? std::to_string(*row.parent) : "-") + " account " +
-                (row.account ? std::to_string(*row.account) : "-") + " " + row.start.text() + ".." + row.end.text() +
-                (row.moved ? " moved" : "") + (row.closed ? " closed" : "") + "\n";
-    return text;
-}
-
 struct Tally {
     int kept = 0;
     int refused = 0;

@@ -185,9 +185,16 @@ void Connection::fail(SQLSMALLINT type, SQLHANDLE handle, std::string_view opera
 bool Connection::serverHasTransaction() {
     if (!database_)
         return false;
-    if (engine_ == Engine::sqlite || !statement_)
+    if (!statement_)
         return true;
     const Reset reset(statement_.get());
+    if (engine_ == Engine::sqlite) {
+        // It refuses a transaction within another one; there it does so by itself when no space is left.
+        if (!SQL_SUCCEEDED(run("BEGIN")))
+            return true;
+        run("ROLLBACK");
+        return false;
+    }
     contract::Snapshot rows;
     if (!SQL_SUCCEEDED(run("SELECT @@TRANCOUNT")) ||
         reader_.read(statement_.get(), engine_, std::nullopt, RowReader::Fetch::byBlock, rows) !=
@@ -339,17 +346,19 @@ bool Connection::setAutocommit(bool on) {
 }
 
 bool Connection::setIsolation(std::uintptr_t level) {
-    // SQLite knows no other.
-    return engine_ == Engine::sqlite ||
-           SQL_SUCCEEDED(SQLSetConnectAttr(database_.get(), SQL_ATTR_TXN_ISOLATION, number(level), SQL_IS_UINTEGER));
+    return SQL_SUCCEEDED(SQLSetConnectAttr(database_.get(), SQL_ATTR_TXN_ISOLATION, number(level), SQL_IS_UINTEGER));
 }
 
 void Connection::BeginTrans() {
     if (begun_)
         throw RuntimeError(RuntimeError::invalidCall, "Una transazione è già aperta: le transazioni non si annidano.");
     ready(beginning);
+    if (engine_ == Engine::sqlite)
+        // With autocommit off its driver would take no lock before the first write, and two transactions that have both
+        // read could not both go on.
+        execute("BEGIN IMMEDIATE", beginning);
     // For the transaction alone: what is read outside of one need not lock ranges.
-    if (!setIsolation(SQL_TXN_SERIALIZABLE) || !setAutocommit(false))
+    else if (!setIsolation(SQL_TXN_SERIALIZABLE) || !setAutocommit(false))
         fail(SQL_HANDLE_DBC, database_.get(), beginning);
     begun_ = true;
     ended_ = false;
@@ -360,7 +369,9 @@ void Connection::CommitTrans() {
     ready(committing);
     if (!begun_)
         platform::odbc::fail(errors_, ErrorCategory::other, "nessuna transazione è aperta", committing, name_);
-    if (!SQL_SUCCEEDED(SQLEndTran(SQL_HANDLE_DBC, database_.get(), SQL_COMMIT)))
+    if (engine_ == Engine::sqlite)
+        execute("COMMIT", committing);
+    else if (!SQL_SUCCEEDED(SQLEndTran(SQL_HANDLE_DBC, database_.get(), SQL_COMMIT)))
         fail(SQL_HANDLE_DBC, database_.get(), committing);
     begun_ = ended_ = false;
     endTransaction();
@@ -373,6 +384,12 @@ void Connection::RollbackTrans() {
     begun_ = ended_ = false;
     if (!database_)
         return;
+    if (engine_ == Engine::sqlite) {
+        const Reset reset(statement_.get());
+        if (!SQL_SUCCEEDED(run("ROLLBACK")) && !ended)
+            disconnect();
+        return;
+    }
     const bool done = SQL_SUCCEEDED(SQLEndTran(SQL_HANDLE_DBC, database_.get(), SQL_ROLLBACK));
     // The driver's own state needs it also where the server has ended the transaction; that there is none any more is
     // no failure then (3903), and the first error stays.
@@ -391,7 +408,7 @@ void Connection::RollbackTrans() {
 
 // Back to statements that stand alone. A connection that does not get there is opened again.
 void Connection::endTransaction() {
-    if (!setAutocommit(true) || !setIsolation(SQL_TXN_READ_COMMITTED))
+    if (engine_ == Engine::server && (!setAutocommit(true) || !setIsolation(SQL_TXN_READ_COMMITTED)))
         disconnect();
 }
 

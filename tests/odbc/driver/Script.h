@@ -39,6 +39,9 @@ struct Script {
     std::vector<Diagnostic> connectFailure;
     std::vector<Diagnostic> rollbackFailure;
     std::vector<Diagnostic> commitFailure;
+    /// Decides about a call that is no statement ("connect", "disconnect", "autocommit off", "autocommit on", "commit",
+    /// "rollback"): with records it fails. Where there is none, the failures above hold.
+    std::function<std::vector<Diagnostic>(const std::string& call)> served;
     std::vector<std::string> calls; ///< "connect", "disconnect", a statement's text, "autocommit off", "commit", ...
     std::vector<int> fetchSizes;    ///< rows that each fetch asked for
     std::vector<std::pair<int, std::vector<Cell>>> inserted; ///< by execution: its number, a row's parameters

@@ -73,6 +73,13 @@ SQLRETURN failWith(Handle& handle, const std::vector<Diagnostic>& records) {
     return SQL_ERROR;
 }
 
+/// A call that is no statement, with the failure that holds where nobody decides.
+SQLRETURN serve(SQLHANDLE handle, const std::string& call, const std::vector<Diagnostic>& failure = {}) {
+    script().calls.push_back(call);
+    const auto records = script().served ? script().served(call) : failure;
+    return records.empty() ? SQL_SUCCESS : failWith(*static_cast<Handle*>(handle), records);
+}
+
 Statement& statementOf(SQLHSTMT handle) {
     return *static_cast<Statement*>(static_cast<Handle*>(handle));
 }
@@ -181,15 +188,12 @@ SQLRETURN SQL_API SQLSetEnvAttr(SQLHENV, SQLINTEGER, SQLPOINTER, SQLINTEGER) {
 
 SQLRETURN SQL_API SQLDriverConnectW(SQLHDBC handle, SQLHWND, SQLWCHAR* text, SQLSMALLINT length, SQLWCHAR*, SQLSMALLINT,
                                     SQLSMALLINT*, SQLUSMALLINT) {
-    auto& database = *static_cast<Handle*>(handle);
-    script().calls.emplace_back("connect");
     script().connectionString = ascii(text, length);
-    return script().connectFailure.empty() ? SQL_SUCCESS : failWith(database, script().connectFailure);
+    return serve(handle, "connect", script().connectFailure);
 }
 
-SQLRETURN SQL_API SQLDisconnect(SQLHDBC) {
-    script().calls.emplace_back("disconnect");
-    return SQL_SUCCESS;
+SQLRETURN SQL_API SQLDisconnect(SQLHDBC handle) {
+    return serve(handle, "disconnect");
 }
 
 SQLRETURN SQL_API SQLGetInfoW(SQLHDBC, SQLUSMALLINT what, SQLPOINTER value, SQLSMALLINT, SQLSMALLINT* length) {
@@ -208,13 +212,13 @@ SQLRETURN SQL_API SQLGetInfoW(SQLHDBC, SQLUSMALLINT what, SQLPOINTER value, SQLS
     return SQL_SUCCESS;
 }
 
-SQLRETURN SQL_API SQLSetConnectAttrW(SQLHDBC, SQLINTEGER what, SQLPOINTER value, SQLINTEGER) {
+SQLRETURN SQL_API SQLSetConnectAttrW(SQLHDBC handle, SQLINTEGER what, SQLPOINTER value, SQLINTEGER) {
     const auto number = reinterpret_cast<std::size_t>(value);
     if (what == SQL_ATTR_LOGIN_TIMEOUT)
         script().loginTimeout = number;
-    else if (what == SQL_ATTR_AUTOCOMMIT)
-        script().calls.emplace_back(number == SQL_AUTOCOMMIT_ON ? "autocommit on" : "autocommit off");
-    else if (what == SQL_ATTR_TXN_ISOLATION)
+    if (what == SQL_ATTR_AUTOCOMMIT)
+        return serve(handle, number == SQL_AUTOCOMMIT_ON ? "autocommit on" : "autocommit off");
+    if (what == SQL_ATTR_TXN_ISOLATION)
         script().calls.emplace_back(number == SQL_TXN_SERIALIZABLE ? "serializable" : "read committed");
     return SQL_SUCCESS;
 }
@@ -375,9 +379,8 @@ SQLRETURN SQL_API SQLFreeStmt(SQLHSTMT handle, SQLUSMALLINT what) {
 }
 
 SQLRETURN SQL_API SQLEndTran(SQLSMALLINT, SQLHANDLE handle, SQLSMALLINT how) {
-    script().calls.emplace_back(how == SQL_COMMIT ? "commit" : "rollback");
-    const auto& failure = how == SQL_COMMIT ? script().commitFailure : script().rollbackFailure;
-    return failure.empty() ? SQL_SUCCESS : failWith(*static_cast<Handle*>(handle), failure);
+    return serve(handle, how == SQL_COMMIT ? "commit" : "rollback",
+                 how == SQL_COMMIT ? script().commitFailure : script().rollbackFailure);
 }
 
 SQLRETURN SQL_API SQLGetDiagRecW(SQLSMALLINT, SQLHANDLE handle, SQLSMALLINT number, SQLWCHAR* state, SQLINTEGER* native,
