@@ -138,14 +138,16 @@ TEST_P(CycleTest, AtTheSameTimeOneOfThemIsRefused) {
     for (int round = 0; round < 8; ++round) {
         database.write(twoBranches());
         int gate[2];
+        int looking[2];
         ASSERT_EQ(::pipe(gate), 0);
+        ASSERT_EQ(::pipe(looking), 0);
         const auto run = [&](std::int64_t node, std::int64_t target) {
             return start([&, node, target] {
                 ::close(gate[1]);
                 Screen screen(database);
                 screen.look(node, target);
                 char nothing = 0;
-                if (::read(gate[0], &nothing, 1) != 0)
+                if (::write(looking[1], "x", 1) != 1 || ::read(gate[0], &nothing, 1) != 0)
                     return 1;
                 screen.user.press(move(node, target, withValidity()));
                 // Refused, by a check or by the server, or done: the question alone was shown.
@@ -155,7 +157,11 @@ TEST_P(CycleTest, AtTheSameTimeOneOfThemIsRefused) {
         const auto one = run(a, b);
         const auto other = run(b, a);
         ::close(gate[0]);
-        ::usleep(100'000); // both look at the tree
+        ::close(looking[1]);
+        char sign = 0;
+        for (int user = 0; user < 2; ++user)
+            EXPECT_EQ(::read(looking[0], &sign, 1), 1);
+        ::close(looking[0]);
         ::close(gate[1]);
         const int first = waitFor(one).status;
         const int second = waitFor(other).status;

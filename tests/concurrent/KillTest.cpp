@@ -178,6 +178,9 @@ TEST_P(KillTest, AtEveryOperationLeavesTheRowsAsBeforeOrAsAfter) {
     bool reached = true;
     for (int at = 1; reached; ++at) {
         for (const bool late : {false, true}) {
+            // A server can not tell the end after one operation from the end before the next.
+            if (!late && where == Where::server)
+                continue;
             database.write(threeLevels());
             const auto ending = waitFor(start([&] {
                 const auto connection = deadly(database);
@@ -204,12 +207,13 @@ TEST_P(KillTest, AtEveryOperationLeavesTheRowsAsBeforeOrAsAfter) {
                 User next(database.connectionString(), deadly(database));
                 workOnce(next, work, [] {});
                 EXPECT_TRUE(next.host->errors.empty()) << "operation " << at;
-                EXPECT_EQ(property::withoutMarks(database.rows()), after) << "operation " << at;
+                const auto later = property::withoutMarks(database.rows());
+                EXPECT_EQ(later, after) << "operation " << at << "\n" << property::describe(later);
             }
         }
         ASSERT_LT(at, 500);
     }
-    EXPECT_GT(killed, work == Work::edit ? 6 : 40);
+    EXPECT_GT(killed, (work == Work::edit ? 6 : 40) / (where == Where::server ? 2 : 1));
     EXPECT_GT(kept, 0);
     std::cout << killed << " processes killed\n";
 }

@@ -16,6 +16,7 @@
 #include <filesystem>
 #include <map>
 #include <stdexcept>
+#include <tuple>
 
 #include <unistd.h>
 
@@ -196,7 +197,6 @@ std::vector<model::Row> WorldDatabase::rows() {
     contract::Recordset records;
     records.Open(contract::Statement("SELECT * FROM QZ02_DISTINTA ORDER BY QZ02_ID"), direct());
     std::vector<model::Row> all;
-    std::map<std::int64_t, std::int64_t> renumbered;
     for (; !records.Eof(); records.MoveNext()) {
         model::Row row;
         row.id = records["QZ02_ID"].integer().value_or(0);
@@ -210,21 +210,37 @@ std::vector<model::Row> WorldDatabase::rows() {
         const bool dated = !records["QZ02_DATAVAR"].isNull();
         row.moved = audited && dated && !inserted;
         row.closed = audited && !dated && !inserted;
-        if (where_ == Where::server && row.id > highest_)
-            renumbered.emplace(row.id, next_ + static_cast<std::int64_t>(renumbered.size()));
         all.push_back(row);
     }
-    const auto change = [&](std::int64_t& id) {
-        const auto at = renumbered.find(id);
-        if (at != renumbered.end())
-            id = at->second;
-    };
-    for (auto& row : all) {
-        change(row.id);
-        if (row.parent)
-            change(*row.parent);
-    }
+    if (where_ == Where::server)
+        renumber(all);
     return all;
+}
+
+// A server gives no number twice, and copies siblings in an order of its own: level by level, by account.
+void WorldDatabase::renumber(std::vector<model::Row>& rows) const {
+    std::map<std::int64_t, std::int64_t> numbers;
+    const auto isNew = [&](std::int64_t id) { return id > highest_; };
+    for (;;) {
+        std::vector<std::tuple<std::int64_t, std::int64_t, std::int64_t>> level; // parent, account, id
+        for (const auto& row : rows) {
+            const auto parent = row.parent.value_or(0);
+            if (isNew(row.id) && !numbers.contains(row.id) && (!isNew(parent) || numbers.contains(parent)))
+                level.emplace_back(isNew(parent) ? numbers[parent] : parent, row.account.value_or(0), row.id);
+        }
+        if (level.empty())
+            break;
+        std::sort(level.begin(), level.end());
+        for (const auto& entry : level)
+            numbers.emplace(std::get<2>(entry), next_ + static_cast<std::int64_t>(numbers.size()));
+    }
+    for (auto& row : rows) {
+        if (numbers.contains(row.id))
+            row.id = numbers[row.id];
+        if (row.parent && numbers.contains(*row.parent))
+            row.parent = numbers[*row.parent];
+    }
+    std::sort(rows.begin(), rows.end(), [](const auto& a, const auto& b) { return a.id < b.id; });
 }
 
 void WorldDatabase::changeEnd(std::int64_t node, contract::Date end) {

@@ -44,8 +44,8 @@ public:
 
     /// Makes the database hold exactly this world. What comes after this needs no care of the disk.
     void write(const model::World& world);
-    /// The rows by ascending id, with the marks of who changed them. A server never gives a number twice, so there rows
-    /// that came after write() bear the numbers that the world would have given them.
+    /// The rows by ascending id, with the marks of who changed them. On a server the rows that came after write() bear
+    /// the numbers that the world would have given them.
     std::vector<model::Row> rows();
     /// What another user does: gives a node's link another end.
     void changeEnd(std::int64_t node, contract::Date end);
@@ -70,6 +70,7 @@ private:
     contract::Connection& direct();
     void run(const std::string& text);
     void insert(const std::string& table, const std::string& columns, const std::vector<std::string>& rows);
+    void renumber(std::vector<model::Row>& rows) const;
     std::string day(contract::Date date) const;
 
     Where where_;
