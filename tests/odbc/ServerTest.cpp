@@ -306,5 +306,18 @@ TEST_F(OdbcServer, NoPasswordStandsInAnError) {
     EXPECT_FALSE(other.IsOpen());
 }
 
+TEST_F(OdbcServer, AnUnknownErrorOfADeadConnectionIsALostOne) {
+    failWith({{"HY000", 0, "[FreeTDS][SQL Server]Unknown error"}});
+    script().dead = true;
+    const std::string text = failureOf([&] { run(); });
+    EXPECT_TRUE(has(text, "il collegamento con il server non c'è o si è interrotto")) << text;
+    ASSERT_FALSE(connection.Errors().empty());
+    EXPECT_EQ(ErrorCategory::lostConnection, connection.Errors().front().category);
+    script().dead = false;
+    succeed();
+    run();
+    EXPECT_EQ(1U, callsOf("connect"));
+}
+
 } // namespace
 } // namespace odbc_test

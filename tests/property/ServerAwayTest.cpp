@@ -83,9 +83,21 @@ TEST_P(ServerAwayTest, ACutConnectionIsMadeAgainByTryingAgain) {
     EXPECT_FALSE(program->connection->InTransaction());
 }
 
+// A statement's time-out; what the driver itself asks for when a transaction begins has none.
 TEST_P(ServerAwayTest, AnAnswerThatTakesTooLongEndsTheStatement) {
-    failThenWork(
-        "non riuscita sul database", [](Proxy& it) { it.hold(true); }, [](Proxy& it) { it.hold(false); });
+    proxy->hold(true);
+    const auto started = std::chrono::steady_clock::now();
+    program->host->answers.assign(8, contract::message::answerAbort);
+    program->component->form()->CaricaDistintaOrig("1");
+    EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::seconds(40));
+    proxy->hold(false);
+    ASSERT_FALSE(program->host->errors.empty());
+    EXPECT_NE(program->host->errors.front().text.find("il tempo massimo è scaduto"), std::string::npos)
+        << program->host->errors.front().text;
+    ASSERT_TRUE(program->focus(moveOf(GetParam())));
+    doWork(*program, GetParam());
+    EXPECT_TRUE(program->host->errors.empty()) << program->host->errors.front().text;
+    EXPECT_EQ(rows(), rowsAfter(GetParam()));
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryKind, ServerAwayTest, ::testing::Values(Work::structure, Work::validity, Work::edit),

@@ -167,7 +167,15 @@ void Connection::fail(SQLSMALLINT type, SQLHANDLE handle, std::string_view opera
     SQLULEN dead = SQL_CD_FALSE;
     if (database_)
         SQLGetConnectAttr(database_.get(), SQL_ATTR_CONNECTION_DEAD, &dead, SQL_IS_UINTEGER, nullptr);
-    if (endsConnection(errors_) || static_cast<SQLUINTEGER>(dead) == SQL_CD_TRUE)
+    const bool lost = static_cast<SQLUINTEGER>(dead) == SQL_CD_TRUE;
+    if (lost && !endsConnection(errors_)) {
+        // A driver may say no more than "unknown error" when it can not reach the server to set an attribute.
+        if (errors_.empty())
+            errors_.push_back({"08S01", 0, {}, ErrorCategory::lostConnection});
+        errors_.front().category = ErrorCategory::lostConnection;
+        description = describe(operation, name_, errors_);
+    }
+    if (lost || endsConnection(errors_))
         disconnect();
     else if (statement_)
         Reset(statement_.get()).now();

@@ -51,6 +51,7 @@ struct Script {
     int openResults = 0;
     int mostOpenResults = 0;
     int executions = 0; ///< of prepared statements
+    bool dead = false;  ///< what the driver says of its connection
     bool arrays = true; ///< takes arrays of parameters
 };
 

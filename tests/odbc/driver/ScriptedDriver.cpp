@@ -224,7 +224,7 @@ SQLRETURN SQL_API SQLSetConnectAttrW(SQLHDBC handle, SQLINTEGER what, SQLPOINTER
 }
 
 SQLRETURN SQL_API SQLGetConnectAttrW(SQLHDBC, SQLINTEGER, SQLPOINTER value, SQLINTEGER, SQLINTEGER*) {
-    *static_cast<SQLUINTEGER*>(value) = SQL_CD_FALSE;
+    *static_cast<SQLUINTEGER*>(value) = script().dead ? SQL_CD_TRUE : SQL_CD_FALSE;
     return SQL_SUCCESS;
 }
 
