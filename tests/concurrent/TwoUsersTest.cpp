@@ -2,7 +2,9 @@
 // embedded database must hold what the independent model says of the same transactions one after the other: then the
 // two together broke nothing that one alone could not have broken.
 //
-// A server has an order too, but it shows to nobody. There the rows start without a flaw, and none may have come in.
+// A server has an order too, but it shows to nobody, and what looks broken one alone may have done as well. There it is
+// checked that no row is lost or changed its account, that every refusal is readable, that no transaction stays open
+// and that nobody waits for ever. That two can not make a cycle of what each alone may do is CycleTest's.
 //
 // The run is short; DISTINTE_LOAD_SECONDS and DISTINTE_LOAD_USERS make it longer and more crowded.
 
@@ -187,38 +189,6 @@ const model::Row* byId(const std::vector<model::Row>& rows, std::int64_t id) {
     return at == rows.end() ? nullptr : &*at;
 }
 
-/// What is wrong with the rows as trees; empty for nothing.
-std::string flaws(const std::vector<model::Row>& rows) {
-    std::string text;
-    for (const auto& row : rows) {
-        const auto flaw = [&](const char* what) { text += std::to_string(row.id) + what; };
-        const auto* above = &row;
-        for (std::size_t steps = 0; above->parent; ++steps) {
-            const auto* next = byId(rows, *above->parent);
-            if (next == nullptr || steps > rows.size()) {
-                flaw(next == nullptr ? ": a parent is missing\n" : ": stands on a cycle\n");
-                break;
-            }
-            if (next->distinta != above->distinta)
-                flaw(": a parent is of another distinta\n");
-            above = next;
-        }
-    }
-    return text;
-}
-
-/// The nodes that hang as they should, the others as roots.
-void straighten(model::World& world) {
-    for (auto& row : world.rows) {
-        if (flaws(world.rows).empty())
-            return;
-        const auto* parent = row.parent ? byId(world.rows, *row.parent) : nullptr;
-        // A parent stands before its children, so there is no cycle.
-        if (parent == nullptr || parent->distinta != row.distinta || parent->id > row.id)
-            row.parent.reset();
-    }
-}
-
 struct Totals {
     std::int64_t transactions = 0, kept = 0, stale = 0, refusals = 0, errors = 0;
 };
@@ -250,14 +220,14 @@ void replay(const Journal& journal, model::World& world, WorldDatabase& database
     EXPECT_TRUE(database.sound());
 }
 
-/// The rows that were there are there, of the same accounts, and hang in trees.
-void checkTrees(const Journal& journal, const model::World& world, WorldDatabase& database, Totals& totals) {
+/// The rows that were there are there, of the same accounts.
+void checkRows(const Journal& journal, const model::World& world, WorldDatabase& database, Totals& totals) {
     for (std::size_t i = 0; i < journal.size(); ++i) {
         ++totals.transactions;
         totals.kept += journal.at(i).committed ? 1 : 0;
     }
     const auto found = database.rows();
-    EXPECT_EQ(flaws(found), "") << property::describe(found);
+    EXPECT_GE(found.size(), world.rows.size());
     for (const auto& row : world.rows) {
         const auto* now = byId(found, row.id);
         ASSERT_NE(now, nullptr) << row.id;
@@ -291,8 +261,6 @@ TEST_P(TwoUsers, TogetherDoWhatOneAfterTheOtherWouldHaveDone) {
          ++round) {
         SCOPED_TRACE("round " + std::to_string(round));
         auto world = someWorld(1000 * round + 1);
-        if (onServer())
-            straighten(world);
         database.write(world);
         Journal journal;
         std::vector<pid_t> processes;
@@ -309,7 +277,7 @@ TEST_P(TwoUsers, TogetherDoWhatOneAfterTheOtherWouldHaveDone) {
             ASSERT_EQ(ending.status, 0) << "signal " << ending.signal;
         }
         if (onServer())
-            checkTrees(journal, world, database, totals);
+            checkRows(journal, world, database, totals);
         else
             replay(journal, world, database, totals);
         checkMeetings(journal, totals);
