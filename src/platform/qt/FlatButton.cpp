@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QPainter>
+#include <QShortcutEvent>
 #include <QToolTip>
 
 #include <algorithm>
@@ -89,6 +90,11 @@ bool FlatButton::event(QEvent* event) {
             QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text, this);
             return true;
         }
+    }
+    // Qt would press the button now and click it a tenth of a second later, when something else may have the keyboard.
+    if (event->type() == QEvent::Shortcut && !static_cast<QShortcutEvent*>(event)->isAmbiguous()) {
+        click();
+        return true;
     }
     return QPushButton::event(event);
 }

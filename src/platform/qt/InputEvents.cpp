@@ -96,6 +96,14 @@ void click(QWidget* widget, QPoint point, Qt::MouseButton button, Qt::KeyboardMo
 
 void enter(QWidget* widget) {
     widget->window()->activateWindow();
+    // The window system answers in its own time, above all where another window has just gone; without it no shortcut
+    // of this one is heard.
+    if (!widget->isActiveWindow()) {
+        const QPointer<QWidget> alive(widget);
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        if (!alive)
+            return;
+    }
     widget->setFocus(Qt::TabFocusReason);
     QWidget* target = widget->focusProxy() != nullptr ? widget->focusProxy() : widget;
     if (target->hasFocus())
