@@ -27,6 +27,8 @@ QString systemReason(int code) {
     case EACCES:
     case EPERM:
         return QStringLiteral("lettura non permessa");
+    case EBADF:
+        return QStringLiteral("è chiuso");
     case EISDIR:
         return QStringLiteral("è una cartella");
     default:
@@ -37,22 +39,24 @@ QString systemReason(int code) {
 } // namespace
 
 std::unique_ptr<ScriptReader> ScriptReader::open(const QString& file, QString& error) {
-    if (file == QStringLiteral("-"))
-        return std::make_unique<ScriptReader>(STDIN_FILENO, QStringLiteral("ingresso standard"));
-
-    const int descriptor = ::open(QFile::encodeName(file).constData(), O_RDONLY | O_CLOEXEC);
-    struct stat facts {};
+    const bool standard = file == QStringLiteral("-");
+    const QString name = standard ? QStringLiteral("ingresso standard") : file;
+    const int descriptor = standard ? STDIN_FILENO : ::open(QFile::encodeName(file).constData(), O_RDONLY | O_CLOEXEC);
     int code = descriptor < 0 ? errno : 0;
-    if (code == 0 && ::fstat(descriptor, &facts) == 0 && S_ISDIR(facts.st_mode))
+    struct stat facts {};
+    // A standard input that was closed would soon be the number of some other file.
+    if (code == 0 && ::fstat(descriptor, &facts) != 0)
+        code = errno;
+    if (code == 0 && S_ISDIR(facts.st_mode))
         code = EISDIR;
     if (code != 0) {
-        if (descriptor >= 0)
+        if (!standard && descriptor >= 0)
             ::close(descriptor);
-        error = QStringLiteral("script \"%1\" non leggibile: %2").arg(file, systemReason(code));
+        error = QStringLiteral("script \"%1\" non leggibile: %2").arg(name, systemReason(code));
         return nullptr;
     }
-    auto reader = std::make_unique<ScriptReader>(descriptor, file);
-    reader->owned_ = true;
+    auto reader = std::make_unique<ScriptReader>(descriptor, name);
+    reader->owned_ = !standard;
     return reader;
 }
 

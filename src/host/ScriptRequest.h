@@ -16,8 +16,11 @@ namespace host {
 /// Why a script line is refused; the reason is in Italian, for the person who wrote the script.
 class ScriptRefusal : public std::runtime_error {
 public:
-    explicit ScriptRefusal(const QString& reason) : std::runtime_error(reason.toStdString()) {}
-    QString reason() const { return QString::fromUtf8(what()); }
+    explicit ScriptRefusal(const QString& reason) : std::runtime_error(reason.toStdString()), reason_(reason) {}
+    const QString& reason() const { return reason_; }
+
+private:
+    QString reason_; ///< whole, even with a null character within
 };
 
 /// One request of a script with typed access to its members. Every access throws ScriptRefusal for a member that is

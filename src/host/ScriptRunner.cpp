@@ -1,5 +1,6 @@
 #include "host/ScriptRunner.h"
 
+#include "host/StartFailure.h"
 #include "plugin/contract/RuntimeError.h"
 
 #include <QCoreApplication>
@@ -8,9 +9,13 @@
 #include <QtGlobal>
 
 #include <algorithm>
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <exception>
+#include <string>
 #include <utility>
 
 namespace host {
@@ -22,6 +27,17 @@ using platform::qt::Scriptable;
 using platform::qt::Session;
 
 constexpr int refusalsTold = 20;
+constexpr int lettersTold = 400; // of each
+
+/// Qt ends the program when no display answers; that is told in one line, with the status of a start that can not be.
+[[noreturn]] void endWithoutDisplay() {
+    std::string wanted;
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        if (const char* value = std::getenv(name); value != nullptr && value[0] != '\0')
+            wanted += std::string(wanted.empty() ? "" : ", ") + name + "=" + value;
+    std::fprintf(stderr, "distinte: lo schermo non risponde (%s)\n", wanted.c_str());
+    std::_Exit(static_cast<int>(ExitStatus::usage));
+}
 
 /// Qt's remarks about a machine without a desktop; standard error is for the program's one line.
 void dropToolkitChatter(QtMsgType type, const QMessageLogContext& context, const QString& text) {
@@ -29,6 +45,8 @@ void dropToolkitChatter(QtMsgType type, const QMessageLogContext& context, const
         QLatin1String(context.category != nullptr ? context.category : "").startsWith(QLatin1String("qt.")) ||
         text.startsWith(QLatin1String("QStandardPaths:")) ||
         text.startsWith(QLatin1String("This plugin does not support"));
+    if (type == QtFatalMsg && text.contains(QLatin1String("no Qt platform plugin could be initialized")))
+        endWithoutDisplay();
     if (type == QtFatalMsg || type == QtCriticalMsg || !qtsOwn)
         std::fprintf(stderr, "%s\n", qFormatLogMessage(type, context, text).toUtf8().constData());
 }
@@ -149,7 +167,9 @@ QJsonObject ScriptRunner::carryOut(const std::function<ScriptRequest()>& parse, 
     if (!refusal.isEmpty()) {
         // What a request had gathered before it was refused is no answer.
         reply = QJsonObject{{QStringLiteral("error"), refusal}};
-        refusals_.append(QStringLiteral("%1: %2").arg(place, refusal).simplified());
+        const bool whole = refusal.size() <= lettersTold;
+        const QString told = whole ? refusal : refusal.left(lettersTold) + QStringLiteral("…");
+        refusals_.append(QStringLiteral("%1: %2").arg(place, told).replace(QChar::Null, QLatin1Char(' ')).simplified());
     }
     reply.insert(QStringLiteral("ok"), refusal.isEmpty());
     return reply;
@@ -192,6 +212,8 @@ void ScriptRunner::standModal(FormWindow& form) {
         for (const auto& step : steps) {
             const QString place = QStringLiteral("%1, passo %2 in %3").arg(turn.place).arg(++number).arg(name);
             replies.append(runStep(step.toObject(), place));
+            if (finished_)
+                break;
         }
     } else if (mainForm) {
         turn.modal.append(QJsonObject{{QStringLiteral("form"), name}, {QStringLiteral("replies"), replies}});
@@ -254,12 +276,22 @@ void quietToolkit() {
 int runScript(HostSession& session, QWidget* hostWindow, ScriptReader& reader) {
     // Who reads the replies may leave early: that ends the script, not the program.
     std::signal(SIGPIPE, SIG_IGN);
-    ScriptRunner runner(session, hostWindow, [](const QByteArray& reply) {
+    int unwritten = 0;
+    ScriptRunner runner(session, hostWindow, [&unwritten](const QByteArray& reply) {
         const auto length = static_cast<std::size_t>(reply.size());
-        return std::fwrite(reply.constData(), 1, length, stdout) == length && std::fputc('\n', stdout) != EOF &&
-               std::fflush(stdout) == 0;
+        errno = 0;
+        const bool written = std::fwrite(reply.constData(), 1, length, stdout) == length &&
+                             std::fputc('\n', stdout) != EOF && std::fflush(stdout) == 0;
+        if (!written)
+            unwritten = errno;
+        return written;
     });
     runner.run(reader);
+    if (unwritten != 0 && unwritten != EPIPE) {
+        std::fprintf(stderr, "distinte: script \"%s\" interrotto, risposta non scritta: %s\n",
+                     reader.name().toUtf8().constData(), std::strerror(unwritten));
+        return static_cast<int>(ExitStatus::refused);
+    }
     const QString refusals = runner.refusals();
     if (refusals.isEmpty())
         return 0;

@@ -70,12 +70,12 @@ private:
     bool finished_ = false;
 };
 
-/// Keeps the remarks that Qt makes about a machine without a desktop from standard error; before the application object
-/// is made.
+/// Keeps the remarks that Qt makes about a machine without a desktop from standard error, and lets a display that does
+/// not answer end the program with exit status 2; before the application object is made.
 void quietToolkit();
 
 /// Runs a script with its replies on standard output; the exit status: 0, or 1 with a line on standard error when lines
-/// were refused.
+/// were refused or replies could not be written. Who stops listening ends the script without a word.
 int runScript(HostSession& session, QWidget* hostWindow, ScriptReader& reader);
 
 } // namespace host

@@ -47,12 +47,18 @@ bool isSet(const char* variable) {
 }
 
 void chooseDisplay(const CommandLine& line) {
-    if (isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM"))
+    if (isSet("QT_QPA_PLATFORM"))
         return;
-    if (line.action != CommandLine::Action::script)
+    const bool x11 = isSet("DISPLAY");
+    const bool wayland = isSet("WAYLAND_DISPLAY");
+    if (line.action == CommandLine::Action::script) {
+        // One by one, until a display answers: the variables may be left over from a session that has ended.
+        const std::string platforms = std::string(x11 ? "xcb;" : "") + (wayland ? "wayland;" : "") + "offscreen";
+        setenv("QT_QPA_PLATFORM", platforms.c_str(), 1);
+    } else if (!x11 && !wayland) {
         throw StartFailure(ExitStatus::usage, "nessuno schermo (DISPLAY o WAYLAND_DISPLAY): senza schermo il "
                                               "programma esegue soltanto script, con --script");
-    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    }
 }
 
 std::filesystem::path programFolder() {
@@ -161,8 +167,7 @@ int work(const CommandLine& line, int& argc, char** argv) {
     settings.logFile = QString::fromLocal8Bit(line.log.value_or(host::defaultErrorLog().string()));
     settings.scripted = scripted;
 
-    if (scripted)
-        host::quietToolkit();
+    host::quietToolkit();
     QApplication application(argc, argv);
     QGuiApplication::setDesktopFileName(QStringLiteral("distinte"));
     QApplication::setApplicationName(QStringLiteral("distinte"));

@@ -53,6 +53,50 @@ TEST_F(CommandLine, AnUnreadableScriptOpensNothing) {
     EXPECT_FALSE(QFileInfo::exists(place_.database()));
 }
 
+TEST_F(CommandLine, AStandardInputThatCannotBeReadIsNoScript) {
+    place_.makeForest();
+    for (const char* input : {"<&-", "</"}) {
+        QProcess process;
+        place_.prepare(process);
+        const QString program = process.program();
+        process.setProgram(QStringLiteral("/bin/sh"));
+        process.setArguments({"-c", QStringLiteral("exec \"$0\" \"$@\" ") + QLatin1String(input), program, "--database",
+                              place_.database(), "--script", "-"});
+        process.start();
+        ASSERT_TRUE(process.waitForFinished()) << input;
+        EXPECT_EQ(2, process.exitCode()) << input;
+        EXPECT_EQ(1, process.readAllStandardError().count('\n')) << input;
+    }
+}
+
+TEST_F(CommandLine, RepliesThatCannotBeWrittenAreTold) {
+    place_.makeForest();
+    QProcess process;
+    place_.prepare(process);
+    process.setArguments({"--database", place_.database(), "--script", script("{\"do\":\"open\"}\n")});
+    process.setStandardOutputFile(QStringLiteral("/dev/full"));
+    process.start();
+    ASSERT_TRUE(process.waitForFinished());
+    EXPECT_EQ(1, process.exitCode());
+    EXPECT_EQ(1, process.readAllStandardError().count('\n'));
+}
+
+TEST_F(CommandLine, ADisplayThatDoesNotAnswerIsNone) {
+    place_.makeForest();
+    place_.setVariable(QStringLiteral("DISPLAY"), QStringLiteral(":4711"));
+    const auto outcome = place_.runScript("{\"do\":\"open\"}\n");
+    EXPECT_EQ(0, outcome.status) << outcome.err.toStdString();
+    EXPECT_EQ("", outcome.err.toStdString());
+    EXPECT_EQ(2, refused({"--database", place_.database()}));
+    place_.setVariable(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("nessuna"));
+    EXPECT_EQ(2, refused({"--database", place_.database(), "--script", script("{\"do\":\"open\"}\n")}));
+}
+
+TEST_F(CommandLine, WithoutADisplayThereIsNoWindow) {
+    place_.makeForest();
+    EXPECT_EQ(2, refused({"--database", place_.database()}));
+}
+
 TEST_F(CommandLine, CreatesTablesOnce) {
     const QStringList create{"--database", place_.database(), "--create"};
     EXPECT_EQ(0, place_.run(create).status);

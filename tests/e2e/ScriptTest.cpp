@@ -240,6 +240,89 @@ TEST_F(Script, QuitEndsAModalFormToo) {
     EXPECT_EQ(3U, outcome.replies.size());
 }
 
+TEST_F(Script, QuitAmongTheStepsIsTheLastOfThem) {
+    const auto outcome = place_.runScript(
+        R"({"do":"open"})"
+        "\n"
+        R"({"do":"when","form":"FRMQZ_DATAFINELEGAME","steps":[{"do":"quit"},{"do":"read","control":"NESSUNO"}]})"
+        "\n"
+        R"({"do":"click","control":"CMD_SPOSTAVALID"})"
+        "\n"
+        R"({"do":"close"})"
+        "\n");
+    EXPECT_EQ(0, outcome.status) << outcome.err.toStdString();
+    ASSERT_EQ(3U, outcome.replies.size());
+    EXPECT_EQ(1, outcome.replies[2].value(QLatin1String("modal"))[0][QLatin1String("replies")].toArray().size());
+}
+
+TEST_F(Script, AModalMainFormStandsInTheReplyThatOpenedIt) {
+    Dialogue program(place_, {}, false);
+    const QByteArray open = R"({"do":"open","context":{"WindowModal":true}})";
+    EXPECT_EQ(R"({"messages":[],"modal":[{"form":"FRMQZ_COPIADISTINTA","replies":[]}],"ok":true})",
+              json(program.ask(open)));
+    program.must(R"({"do":"close"})");
+    // With queued lines it closes after them, before its line is answered.
+    program.must(R"({"do":"when","form":"FRMQZ_COPIADISTINTA","steps":[{"do":"state"}]})");
+    const auto replies = program.must(open).value(QLatin1String("modal"))[0][QLatin1String("replies")].toArray();
+    ASSERT_EQ(1, replies.size());
+    EXPECT_TRUE(replies.at(0)[QLatin1String("state")].isObject());
+    program.open();
+    EXPECT_EQ(0, program.finish()) << program.err().toStdString();
+}
+
+TEST_F(Script, MessagesAndErrorsHaveTheseMembers) {
+    Dialogue program(place_);
+    const auto keys = [](const QJsonObject& shown) { return shown.keys().join(QLatin1Char(' ')).toStdString(); };
+    EXPECT_EQ("answer kind style text title", keys(onlyMessage(program.click(QStringLiteral("CMD_SPOSTASTRU")))));
+    program.must(R"({"do":"answer","values":[5]})");
+    const auto error = onlyMessage(program.must(R"({"do":"menu","control":"MenuCercaDest","key":"Codice"})"));
+    EXPECT_EQ("answer caption description kind number procedure style", keys(error));
+    EXPECT_EQ("5", text(error.value(QLatin1String("answer"))));
+    EXPECT_TRUE(error.value(QLatin1String("number")).isDouble());
+}
+
+TEST_F(Script, LinesOfAnyLengthAndWithAnyBytesAreAnswered) {
+    const QByteArray padding(5'000'000, 'x');
+    const auto outcome = place_.runScript("{\"do\":\"open\",\"comment\":\"" + padding + "\"}\n" + padding + "\n" +
+                                          QByteArray(5000, '[') + "\n{\"do\":\"read\",\"control\":\"" + padding +
+                                          "\"}\n{\"do\":\"read\",\"control\":\"\xff\"}\n" + QByteArray(1, '\0') +
+                                          "\n{\"do\":\"state\"}{\"do\":\"state\"}\n\t\v \n {\"do\":\"close\"} \n"
+                                          "{\"do\":\"no\\u0000thing\"}");
+    EXPECT_EQ(1, outcome.status);
+    std::string told;
+    for (const auto& reply : outcome.replies)
+        told += reply.value(QLatin1String("ok")).toBool() ? '+' : '-';
+    EXPECT_EQ("+------+-", told);
+    EXPECT_TRUE(outcome.replies.back().value(QLatin1String("error")).toString().contains(QLatin1String("thing")));
+    EXPECT_EQ(1, outcome.err.count(QLatin1Char('\n')));
+    EXPECT_LT(outcome.err.size(), 5000); // a person reads it
+    EXPECT_TRUE(contains(outcome.err.toStdString(), "riga 10: richiesta sconosciuta \"no thing\"\n"))
+        << outcome.err.toStdString();
+}
+
+TEST_F(Script, TheNextCloseAloneIsRefused) {
+    Dialogue program(place_);
+    for (const char* who : {"frame", "script"}) {
+        program.must(QByteArray(R"({"do":"host","set":"refuse_close","value":")") + who + R"("})");
+        EXPECT_EQ("false", text(program.must(R"({"do":"close"})").value(QLatin1String("result")))) << who;
+        EXPECT_EQ("true", text(program.must(R"({"do":"close"})").value(QLatin1String("result")))) << who;
+        program.open();
+    }
+}
+
+TEST_F(Script, TheFocusOpensWhatStandsOverTheNode) {
+    Dialogue program(place_);
+    const QString levels = QStringLiteral("CMD_ESPANDICOLLASSADEST");
+    program.click(levels);
+    program.click(levels);
+    EXPECT_EQ("false", text(program.node(destTree, 1).value(QLatin1String("expanded"))));
+    program.focus(destTree, 3);
+    EXPECT_EQ("true", text(program.node(destTree, 1).value(QLatin1String("expanded"))));
+    EXPECT_EQ("true", text(program.node(destTree, 2).value(QLatin1String("expanded"))));
+    EXPECT_EQ("false", text(program.node(destTree, 5).value(QLatin1String("expanded"))));
+    EXPECT_EQ("3", text(program.read(destTree).value(QLatin1String("focused"))));
+}
+
 TEST_F(Script, EndsWithoutAQuitAtTheEndOfItsInput) {
     Dialogue program(place_);
     EXPECT_EQ(0, program.finish());
