@@ -71,7 +71,8 @@ contract::Value CLSQZ_COPIADISTINTA::CloseForm() {
 
 contract::Value CLSQZ_COPIADISTINTA::TransferData(const contract::Value& data) {
     senzaErrori([&] {
-        const contract::Value copia = data;
+        // The listener keeps its own, whatever the host does with its value meanwhile.
+        const contract::Value copia = data; // NOLINT(performance-unnecessary-copy-initialization)
         if (DataTransfer)
             DataTransfer(copia);
     });

@@ -194,15 +194,13 @@ std::unique_ptr<JoinTree> Parser::parseJoinOperand() {
 }
 
 bool Parser::parseJoinWord(JoinKind& kind) {
-    if (acceptWord("INNER"))
+    if (acceptWord("INNER") || isWord("JOIN"))
         kind = JoinKind::inner;
     else if (isWord("LEFT") || isWord("RIGHT")) {
         kind = isWord("LEFT") ? JoinKind::left : JoinKind::right;
         take();
         acceptWord("OUTER");
-    } else if (isWord("JOIN"))
-        kind = JoinKind::inner;
-    else
+    } else
         return false;
     expectWord("JOIN");
     return true;
@@ -232,7 +230,7 @@ const Token& Parser::peek(std::size_t ahead) const {
 }
 
 Token Parser::take() {
-    const Token token = peek();
+    Token token = peek();
     if (at_ + 1 < tokens_.size())
         ++at_;
     return token;

@@ -199,7 +199,7 @@ void BulkWriter::packText(const Place& place, Parameter& parameter) {
     constexpr std::size_t longest = 4000;
     const std::size_t characters = std::max({server ? width / sizeof(SQLWCHAR) : width, least,
                                              static_cast<std::size_t>(std::max(0, columns_[place.column].length))});
-    const SQLSMALLINT wideType = characters > longest ? SQL_WLONGVARCHAR : SQL_WVARCHAR;
+    const auto wideType = static_cast<SQLSMALLINT>(characters > longest ? SQL_WLONGVARCHAR : SQL_WVARCHAR);
     check(place.statement,
           SQLBindParameter(place.statement, place.number, SQL_PARAM_INPUT, server ? SQL_C_WCHAR : SQL_C_CHAR,
                            server ? wideType : SQL_VARCHAR, characters, 0, parameter.values.data(),

@@ -265,7 +265,8 @@ void fail(contract::ErrorList& errors, contract::ErrorCategory category, std::st
     record.category = category;
     record.sqlState = stateOf(category);
     record.description = description;
-    errors.assign(1, std::move(record));
+    errors.clear();
+    errors.push_back(std::move(record));
     std::string text(operation);
     text += " non riuscita sul database «";
     text += database;

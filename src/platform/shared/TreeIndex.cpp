@@ -285,7 +285,7 @@ std::int32_t TreeIndex::subtreeEnd(std::int32_t position) const {
 std::span<const std::int32_t> TreeIndex::children(std::int32_t position) const {
     if (children_.empty())
         return {};
-    const auto at = static_cast<std::size_t>(position + 1);
+    const auto at = static_cast<std::size_t>(std::int64_t{position} + 1);
     const auto begin = position == none ? 0 : static_cast<std::size_t>(childStart_[at - 1]);
     const auto end = at < childStart_.size() ? static_cast<std::size_t>(childStart_[at]) : children_.size();
     return std::span(children_).subspan(begin, end - begin);

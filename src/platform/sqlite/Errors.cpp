@@ -144,7 +144,8 @@ void fail(contract::ErrorList& errors, ErrorCategory category, std::string_view 
     record.category = category;
     record.sqlState = stateOf(category, 0);
     record.description = description;
-    errors.assign(1, std::move(record));
+    errors.clear();
+    errors.push_back(std::move(record));
     std::string text(operation);
     text += " non riuscita sul database «";
     text += file;
