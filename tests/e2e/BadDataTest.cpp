@@ -23,7 +23,7 @@ void PrintTo(const Lie& lie, std::ostream* out) {
 class BadData : public ::testing::TestWithParam<Lie> {
 protected:
     void SetUp() override { place_.makeForest(); }
-    Workplace place_;
+    Workplace place_{Workplace::Where::file}; // a server minds the most of it
 };
 
 std::string lieName(const ::testing::TestParamInfo<Lie>& info) {
@@ -135,7 +135,7 @@ TEST(HostileUser, TheUsersCodesChangeNothingBeyondTheirQuotes) {
     program.focus(destTree, 25);
     program.must(R"({"do":"answer","values":[6]})");
     EXPECT_EQ(messages(program.click(QStringLiteral("CMD_SPOSTASTRU"))).size(), 1U);
-    Database database(place.database());
+    Database database(place);
     EXPECT_EQ(database.value("SELECT Count(*) FROM QZ02_DISTINTA"), "15");
     EXPECT_EQ(database.value("SELECT QZ02_UTENTEVAR FROM QZ02_DISTINTA WHERE QZ02_ID = 3"), user.toStdString());
     EXPECT_EQ(database.value("SELECT QZ02_GRUPPOVAR FROM QZ02_DISTINTA WHERE QZ02_ID = 3"), "''");

@@ -35,7 +35,7 @@ protected:
         return {};
     }
 
-    Workplace place_;
+    Workplace place_{Workplace::Where::file};
 };
 
 } // namespace
