@@ -164,18 +164,22 @@ template <class Passo> void ModificaNodo::convalida(Passo& passo, contract::Node
         return;
     }
     const DateLegame nuove{legame.inizio, giorno(contract::Value(legame.fine))};
+    // A pair that is what was read is checked, but there is nothing to write.
+    const bool invariata = lette_.inizio.date() == nuove.inizio.date() && lette_.fine.date() == nuove.fine.date();
     bool controllata = false;
     std::int64_t scritte = 0;
     passo([&] {
         stato_.MessaggioSpostamento.clear();
-        if (lette_.inizio.date() == nuove.inizio.date() && lette_.fine.date() == nuove.fine.date()) {
+        if (invariata)
             accettata = controlli_.ControllaLegami(legame);
-            scritte = accettata ? 1 : 0;
-        } else {
+        else
             scritte = controllaEScrivi(legame, nuove, accettata);
-        }
         controllata = true;
     });
+    if (accettata && invariata) {
+        inSospeso_ = false;
+        return;
+    }
     if (accettata) {
         passo([&] { dopoLaScrittura(nodo, legame, nuove, scritte); });
         return;
@@ -219,8 +223,6 @@ void ModificaNodo::dopoLaScrittura(contract::Node nodo, const LegameDaControllar
                                          "è stata salvata e le celle mostrano le date attuali.");
     }
     inSospeso_ = false;
-    if (lette_.inizio.date() == nuove.inizio.date() && lette_.fine.date() == nuove.fine.date())
-        return;
     lette_ = nuove;
     stato_.DataInizioNodoDest = nuove.inizio.date();
     stato_.DataFineNodoDest = nuove.fine.date();

@@ -3,7 +3,7 @@
 
 #include "concurrent/Process.h"
 #include "concurrent/User.h"
-#include "property/WorldDatabase.h"
+#include "property/SmallWorld.h"
 #include "property/WrappedConnection.h"
 
 #include <gtest/gtest.h>
@@ -20,12 +20,12 @@ namespace concurrent {
 
 namespace {
 
+using property::moveOf;
+using property::rowsAfter;
+using property::smallWorld;
 using property::Where;
+using property::Work;
 using property::WorldDatabase;
-
-contract::Date date(const char* text) {
-    return contract::Date::parse(text).value_or(contract::Date());
-}
 
 /// A connection that kills its own process before or after one of its operations.
 class DeadlyConnection : public property::WrappedConnection {
@@ -79,61 +79,18 @@ private:
     int done_ = 0;
 };
 
-model::World threeLevels() {
-    model::World world;
-    world.namedDistinte = {1, 2, 3};
-    const auto add = [&](std::int64_t id, std::int64_t distinta, std::optional<std::int64_t> parent) {
-        world.rows.push_back({id, distinta, parent, 100 + id, date("01/01/2020"), date("31/12/2099")});
-        world.registered.insert(100 + id);
-    };
-    add(1, 1, std::nullopt);
-    add(2, 1, 1);
-    add(3, 1, 2);
-    add(4, 1, 2);
-    add(5, 1, 3);
-    add(11, 2, std::nullopt);
-    add(12, 2, 11);
-    world.nextId = 20;
-    return world;
-}
-
-model::Move theMove(bool withValidity) {
-    model::Move move;
-    move.origin = 1;
-    move.destination = 2;
-    move.node = 2;
-    move.target = 12;
-    move.withValidity = withValidity;
-    move.closing = date("30/06/2024");
-    return move;
-}
-
-enum class Work { structure, validity, edit };
-
 /// Does the work once; the connection may be armed when everything stands ready.
 template <class Armed> void workOnce(User& user, Work work, const Armed& armed) {
-    if (work == Work::edit) {
-        user.load(true, 1);
-        user.focus(true, 4);
-        armed();
-        user.edit(true, date("31/12/2030"));
-        return;
-    }
-    user.load(false, 1);
-    user.load(true, 2);
-    user.focus(false, 2);
-    user.focus(true, 12);
+    const auto move = moveOf(work);
+    user.load(false, move.origin);
+    user.load(true, move.destination);
+    user.focus(false, move.node);
+    user.focus(true, move.target);
     armed();
-    user.press(theMove(work == Work::validity));
-}
-
-std::vector<model::Row> rowsAfter(Work work) {
-    auto world = threeLevels();
     if (work == Work::edit)
-        world.rows[3].end = date("31/12/2030");
+        user.edit(true, property::dateOf("31/12/2030"));
     else
-        model::apply(world, theMove(work == Work::validity));
-    return property::withoutMarks(world.rows);
+        user.press(move);
 }
 
 std::shared_ptr<DeadlyConnection> deadly(const WorldDatabase& database) {
@@ -143,8 +100,7 @@ std::shared_ptr<DeadlyConnection> deadly(const WorldDatabase& database) {
 using Case = std::tuple<Where, Work>;
 
 std::string nameOfCase(const testing::TestParamInfo<Case>& info) {
-    static const char* const works[] = {"Structure", "Validity", "Edit"};
-    return property::nameOf(std::get<Where>(info.param)) + works[static_cast<int>(std::get<Work>(info.param))];
+    return property::nameOf(std::get<Where>(info.param)) + property::nameOf(std::get<Work>(info.param));
 }
 
 std::string nameOfWhere(const testing::TestParamInfo<Where>& info) {
@@ -170,7 +126,7 @@ protected:
 
 TEST_P(KillTest, AtEveryOperationLeavesTheRowsAsBeforeOrAsAfter) {
     const auto [where, work] = GetParam();
-    const auto before = threeLevels().rows;
+    const auto before = smallWorld().rows;
     const auto after = rowsAfter(work);
     WorldDatabase database(where, true);
     int killed = 0;
@@ -181,7 +137,7 @@ TEST_P(KillTest, AtEveryOperationLeavesTheRowsAsBeforeOrAsAfter) {
             // A server can not tell the end after one operation from the end before the next.
             if (!late && where == Where::server)
                 continue;
-            database.write(threeLevels());
+            database.write(smallWorld());
             const auto ending = waitFor(start([&] {
                 const auto connection = deadly(database);
                 User user(database.connectionString(), connection);
@@ -226,18 +182,18 @@ INSTANTIATE_TEST_SUITE_P(EveryKind, KillTest,
 TEST_P(KillAtRandom, InTheMiddleOfMovesAndTheirCommits) {
     std::mt19937 random(11);
     WorldDatabase database(GetParam(), true);
-    const auto before = threeLevels().rows;
+    const auto before = smallWorld().rows;
     const auto after = rowsAfter(Work::structure);
     int asBefore = 0;
     int asAfter = 0;
     for (int round = 0; round < 40; ++round) {
-        database.write(threeLevels());
+        database.write(smallWorld());
         int ready[2];
         ASSERT_EQ(::pipe(ready), 0);
         const auto child = start([&] {
             const auto connection = deadly(database);
             User user(database.connectionString(), connection);
-            const auto there = theMove(false);
+            const auto there = moveOf(Work::structure);
             auto back = there;
             std::swap(back.origin, back.destination);
             back.target = 1;

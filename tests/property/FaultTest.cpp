@@ -2,6 +2,7 @@
 // before or as after, no transaction stays open, and the form goes on working.
 
 #include "property/Program.h"
+#include "property/SmallWorld.h"
 
 #include <gtest/gtest.h>
 
@@ -11,39 +12,6 @@
 namespace property {
 
 namespace {
-
-contract::Date date(const char* text) {
-    return contract::Date::parse(text).value_or(contract::Date());
-}
-
-model::World threeLevels() {
-    model::World world;
-    world.namedDistinte = {1, 2, 3};
-    const auto add = [&](std::int64_t id, std::int64_t distinta, std::optional<std::int64_t> parent) {
-        world.rows.push_back({id, distinta, parent, 100 + id, date("01/01/2020"), date("31/12/2099")});
-        world.registered.insert(100 + id);
-    };
-    add(1, 1, std::nullopt);
-    add(2, 1, 1);
-    add(3, 1, 2);
-    add(4, 1, 2);
-    add(5, 1, 3);
-    add(11, 2, std::nullopt);
-    add(12, 2, 11);
-    world.nextId = 20;
-    return world;
-}
-
-model::Move theMove(bool withValidity) {
-    model::Move move;
-    move.origin = 1;
-    move.destination = 2;
-    move.node = 2;
-    move.target = 12;
-    move.withValidity = withValidity;
-    move.closing = date("30/06/2024");
-    return move;
-}
 
 struct Case {
     Where where;
@@ -90,9 +58,9 @@ std::vector<Case> cases(const std::vector<Fault>& faults) {
 
 TEST_P(FaultTest, LeavesTheRowsAsBeforeAtEveryOperation) {
     const auto [where, withValidity, fault] = GetParam();
-    const auto move = theMove(withValidity);
+    const auto move = moveOf(withValidity ? Work::validity : Work::structure);
     Program program(where);
-    const auto world = threeLevels();
+    const auto world = smallWorld();
     auto moved = world;
     ASSERT_TRUE(model::apply(moved, move).kept);
 
@@ -134,9 +102,9 @@ TEST_P(FaultTest, LeavesTheRowsAsBeforeAtEveryOperation) {
 
 TEST_P(RetryTest, TryingAgainRunsTheWholeMoveInANewTransaction) {
     const auto [where, withValidity, fault] = GetParam();
-    const auto move = theMove(withValidity);
+    const auto move = moveOf(withValidity ? Work::validity : Work::structure);
     Program program(where);
-    const auto world = threeLevels();
+    const auto world = smallWorld();
     auto moved = world;
     ASSERT_TRUE(model::apply(moved, move).kept);
     for (std::size_t at = 1; at <= 20; ++at) {
