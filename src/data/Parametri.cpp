@@ -17,8 +17,16 @@ constexpr std::string_view fineSenzaRiga = "31/12/2099";
                                  "Tipo non corrispondente: \"" + valore.text() + "\" non è " + std::string(cosa) + ".");
 }
 
-/// Zero is false, any other number true.
-bool flag(const contract::Value& valore) {
+contract::Date dataDi(const contract::Value& valore) {
+    const auto data = valore.date();
+    if (!data)
+        nonCorrisponde(valore, "una data");
+    return *data;
+}
+
+} // namespace
+
+bool valoreFlag(const contract::Value& valore) {
     if (const auto intero = valore.integer())
         return *intero != 0;
     if (!valore.isNumber())
@@ -34,15 +42,6 @@ std::int16_t interoBreve(const contract::Value& valore) {
         throw contract::RuntimeError(contract::RuntimeError::overflow, "Overflow: " + valore.text() + ".");
     return static_cast<std::int16_t>(*intero);
 }
-
-contract::Date dataDi(const contract::Value& valore) {
-    const auto data = valore.date();
-    if (!data)
-        nonCorrisponde(valore, "una data");
-    return *data;
-}
-
-} // namespace
 
 contract::Statement istruzioneParametri(std::int64_t ditta) {
     contract::Statement s;
@@ -86,10 +85,10 @@ void CaricaParametri(StatoForm& stato) {
                 nuovi.TipoCaricaDATA = interoBreve(riga["TipoCaricaDATA"]);
                 nuovi.DataFissaINIZIO = dataDi(riga["DataFissaINIZIO"]);
                 nuovi.DataFissaFINE = dataDi(riga["DataFissaFINE"]);
-                nuovi.flg_Anagrafica = flag(riga["flg_Anagrafica"]);
-                nuovi.flg_CondVendita = flag(riga["flg_CondVendita"]);
-                nuovi.flg_Classificazioni = flag(riga["flg_Classificazioni"]);
-                nuovi.flg_Provvigioni = flag(riga["flg_Provvigioni"]);
+                nuovi.flg_Anagrafica = valoreFlag(riga["flg_Anagrafica"]);
+                nuovi.flg_CondVendita = valoreFlag(riga["flg_CondVendita"]);
+                nuovi.flg_Classificazioni = valoreFlag(riga["flg_Classificazioni"]);
+                nuovi.flg_Provvigioni = valoreFlag(riga["flg_Provvigioni"]);
             }
             stato.parametri = nuovi;
         });

@@ -63,17 +63,10 @@ void BusyIndicator::rememberCommand(QObject* used) {
 }
 
 bool BusyIndicator::eventFilter(QObject* watched, QEvent* event) {
-    switch (event->type()) {
-    case QEvent::MouseButtonRelease:
-    case QEvent::KeyPress:
-    case QEvent::Shortcut:
-        if (!showing_)
-            rememberCommand(watched);
-        break;
-    default:
-        break;
-    }
-    switch (event->type()) {
+    const auto type = event->type();
+    if (!showing_ && (type == QEvent::MouseButtonRelease || type == QEvent::KeyPress || type == QEvent::Shortcut))
+        rememberCommand(watched);
+    switch (type) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
     case QEvent::MouseButtonRelease:

@@ -51,11 +51,8 @@ void createOnServer(const std::string& connectionString, const contract::Schema&
                     std::optional<std::int64_t> demoSize) {
     platform::odbc::Connection connection(connectionString);
     connection.Open();
-    contract::Schema all = schema;
-    if (connection.engine() == platform::odbc::Engine::server) {
-        const auto& states = StateStore::schema().tables;
-        all.tables.insert(all.tables.end(), states.begin(), states.end());
-    }
+    const bool server = connection.engine() == platform::odbc::Engine::server;
+    const contract::Schema all = server ? StateStore::beside(schema) : schema;
     if (const auto table = platform::odbc::existingTable(connection, all))
         throw StartFailure(ExitStatus::refused,
                            "il database \"" + connection.name() + "\" contiene già la tabella " + *table);

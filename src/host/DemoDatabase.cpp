@@ -52,14 +52,6 @@ void writeStatesFile(const DemoData& data, const fs::path& path) {
     });
 }
 
-/// The component's tables and the host's.
-contract::Schema withStates(const contract::Schema& schema) {
-    contract::Schema all = schema;
-    const auto& own = StateStore::schema().tables;
-    all.tables.insert(all.tables.end(), own.begin(), own.end());
-    return all;
-}
-
 } // namespace
 
 void createDemoDatabase(const std::string& path, const contract::Schema& schema, std::int64_t largest) {
@@ -81,7 +73,7 @@ void createDemoDatabase(const std::string& path, const contract::Schema& schema,
 void createDemoDatabase(platform::odbc::Connection& connection, const contract::Schema& schema, std::int64_t largest) {
     const DemoData data = makeDemoData(largest);
     const bool file = connection.engine() == platform::odbc::Engine::sqlite;
-    const contract::Schema all = file ? schema : withStates(schema);
+    const contract::Schema all = file ? schema : StateStore::beside(schema);
     const std::string statesFile = StateStore::fileOf(connection.databaseName());
     MadeFile states(statesFile + ".nuovo" + std::to_string(::getpid()));
     platform::odbc::createTables(connection, all, [&](platform::odbc::Connection& open) {

@@ -39,6 +39,12 @@ bool isGuid(std::string_view text) {
 
 } // namespace
 
+contract::Schema StateStore::beside(contract::Schema other) {
+    const auto& own = schema().tables;
+    other.tables.insert(other.tables.end(), own.begin(), own.end());
+    return other;
+}
+
 const contract::Schema& StateStore::schema() {
     using contract::ColumnType;
     static const contract::Schema tables{{

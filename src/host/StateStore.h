@@ -37,6 +37,8 @@ public:
 
     static std::string fileOf(const std::string& databasePath) { return databasePath + ".stati"; }
     static const contract::Schema& schema();
+    /// Another schema's tables and, after them, the states': what a server's database holds.
+    static contract::Schema beside(contract::Schema other);
 
     /// State of a link (WF02_ID), nothing when it has none. GUIDs compare without regard to case and blanks around.
     std::optional<std::int64_t> state(std::string_view guid);

@@ -1,5 +1,6 @@
 #include "interaction/FRMQZ_PARAMETRI.h"
 
+#include "data/Parametri.h"
 #include "form/shared/MODQZ_DISTINTA.h"
 
 namespace qz {
@@ -10,8 +11,9 @@ constexpr std::string_view inizioSenzaRiga = "01/01/2000";
 constexpr std::string_view fineSenzaRiga = "31/12/2099";
 constexpr int dateFisse = 1;
 
-bool flag(const contract::Value& valore) {
-    return valore.integer().value_or(0) != 0;
+/// Of a record: a null counts as 0.
+contract::Value oZero(const contract::Value& valore) {
+    return FormBase::ValoreODefault(valore, std::int32_t{0});
 }
 
 } // namespace
@@ -101,14 +103,14 @@ void FRMQZ_PARAMETRI::leggiValori() {
         valori_.DataFissaINIZIO = contract::Date::parse(inizioSenzaRiga);
         valori_.DataFissaFINE = contract::Date::parse(fineSenzaRiga);
     } else {
-        valori_.StatoLegame = static_cast<std::int16_t>(riga["StatoLegame"].integer().value_or(0));
-        valori_.TipoCaricaDATA = static_cast<std::int16_t>(riga["TipoCaricaDATA"].integer().value_or(0));
+        valori_.StatoLegame = interoBreve(oZero(riga["StatoLegame"]));
+        valori_.TipoCaricaDATA = interoBreve(oZero(riga["TipoCaricaDATA"]));
         valori_.DataFissaINIZIO = riga["DataFissaINIZIO"].date();
         valori_.DataFissaFINE = riga["DataFissaFINE"].date();
-        valori_.flg_Anagrafica = flag(riga["flg_Anagrafica"]);
-        valori_.flg_CondVendita = flag(riga["flg_CondVendita"]);
-        valori_.flg_Classificazioni = flag(riga["flg_Classificazioni"]);
-        valori_.flg_Provvigioni = flag(riga["flg_Provvigioni"]);
+        valori_.flg_Anagrafica = valoreFlag(oZero(riga["flg_Anagrafica"]));
+        valori_.flg_CondVendita = valoreFlag(oZero(riga["flg_CondVendita"]));
+        valori_.flg_Classificazioni = valoreFlag(oZero(riga["flg_Classificazioni"]));
+        valori_.flg_Provvigioni = valoreFlag(oZero(riga["flg_Provvigioni"]));
     }
     riga.Close();
 }
