@@ -11,11 +11,6 @@ constexpr std::string_view inizioSenzaRiga = "01/01/2000";
 constexpr std::string_view fineSenzaRiga = "31/12/2099";
 constexpr int dateFisse = 1;
 
-/// Of a record: a null counts as 0.
-contract::Value oZero(const contract::Value& valore) {
-    return FormBase::ValoreODefault(valore, std::int32_t{0});
-}
-
 } // namespace
 
 FRMQZ_PARAMETRI::FRMQZ_PARAMETRI(StatoForm& FormChiamante)
@@ -103,14 +98,15 @@ void FRMQZ_PARAMETRI::leggiValori() {
         valori_.DataFissaINIZIO = contract::Date::parse(inizioSenzaRiga);
         valori_.DataFissaFINE = contract::Date::parse(fineSenzaRiga);
     } else {
-        valori_.StatoLegame = interoBreve(oZero(riga["StatoLegame"]));
-        valori_.TipoCaricaDATA = interoBreve(oZero(riga["TipoCaricaDATA"]));
+        // The one column that the statement leaves null.
+        valori_.StatoLegame = interoBreve(ValoreODefault(riga["StatoLegame"], std::int32_t{0}));
+        valori_.TipoCaricaDATA = interoBreve(riga["TipoCaricaDATA"]);
         valori_.DataFissaINIZIO = riga["DataFissaINIZIO"].date();
         valori_.DataFissaFINE = riga["DataFissaFINE"].date();
-        valori_.flg_Anagrafica = valoreFlag(oZero(riga["flg_Anagrafica"]));
-        valori_.flg_CondVendita = valoreFlag(oZero(riga["flg_CondVendita"]));
-        valori_.flg_Classificazioni = valoreFlag(oZero(riga["flg_Classificazioni"]));
-        valori_.flg_Provvigioni = valoreFlag(oZero(riga["flg_Provvigioni"]));
+        valori_.flg_Anagrafica = valoreFlag(riga["flg_Anagrafica"]);
+        valori_.flg_CondVendita = valoreFlag(riga["flg_CondVendita"]);
+        valori_.flg_Classificazioni = valoreFlag(riga["flg_Classificazioni"]);
+        valori_.flg_Provvigioni = valoreFlag(riga["flg_Provvigioni"]);
     }
     riga.Close();
 }

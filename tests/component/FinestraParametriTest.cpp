@@ -321,6 +321,25 @@ TEST_F(ParametriFormTest, ReportsUnderItsProceduresNames) {
     EXPECT_EQ(programma.host->errors.front().title, "Parametri");
 }
 
+TEST_F(ParametriFormTest, ReportsValuesThatAreNoNumbers) {
+    const auto valori = [&](Value stato, Value flag) {
+        programma.db->answer(" SELECT   QZ03_ID_WF02 AS StatoLegame, ",
+                             rows({"StatoLegame", "TipoCaricaDATA", "DataFissaINIZIO", "DataFissaFINE",
+                                   "flg_Anagrafica", "flg_CondVendita", "flg_Classificazioni", "flg_Provvigioni"},
+                                  {{stato, 0, "01/01/2000", "01/01/2099", flag, 1, 0, 1}}));
+        programma.host->errors.clear();
+        apri([](HeadlessForm&) {});
+        std::vector<int> numeri;
+        for (const auto& errore : programma.host->errors)
+            if (errore.procedure == "Form_Load" && errore.title == "Parametri")
+                numeri.push_back(errore.number);
+        return numeri;
+    };
+    EXPECT_EQ(valori(Value::null(), 1), std::vector<int>());
+    EXPECT_EQ(valori(5, "vero"), std::vector<int>{contract::RuntimeError::typeMismatch});
+    EXPECT_EQ(valori(40000, 1), std::vector<int>{contract::RuntimeError::overflow});
+}
+
 TEST_F(ParametriFormTest, ReportsAFormThatCannotBeMadeUnderTheCommandsName) {
     programma.interfaccia().ClsGlobal(nullptr);
     programma.pulsante("CMD_PARAMETRI").click();
