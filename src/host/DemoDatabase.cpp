@@ -2,6 +2,7 @@
 
 #include "host/DemoWriter.h"
 #include "host/StateStore.h"
+#include "platform/odbc/BulkWriter.h"
 #include "platform/odbc/DatabaseTables.h"
 #include "platform/sqlite/DatabaseFile.h"
 #include "plugin/contract/RuntimeError.h"
@@ -76,8 +77,9 @@ void createDemoDatabase(platform::odbc::Connection& connection, const contract::
     const contract::Schema all = file ? schema : StateStore::beside(schema);
     const std::string statesFile = StateStore::fileOf(connection.databaseName());
     MadeFile states(statesFile + ".nuovo" + std::to_string(::getpid()));
+    const auto form = platform::odbc::fastestRowForm(connection);
     platform::odbc::createTables(connection, all, [&](platform::odbc::Connection& open) {
-        const auto target = newTarget(open, all);
+        const auto target = newTarget(open, all, form);
         writeDemoData(data, *target);
         if (!file)
             writeDemoStates(data, *target);

@@ -38,8 +38,8 @@ private:
 class ServerWriter : public RowWriter {
 public:
     ServerWriter(platform::odbc::Connection& connection, const contract::TableDef& table,
-                 const std::vector<std::string>& columns)
-        : writer_(connection, table, columns) {}
+                 const std::vector<std::string>& columns, platform::odbc::RowForm form)
+        : writer_(connection, table, columns, form) {}
     void append(std::span<const contract::Value> row) override { writer_.append(row); }
     void finish() override { writer_.finish(); }
 
@@ -49,8 +49,8 @@ private:
 
 class ServerTarget : public DemoTarget {
 public:
-    ServerTarget(platform::odbc::Connection& connection, const contract::Schema& schema)
-        : connection_(connection), schema_(schema) {}
+    ServerTarget(platform::odbc::Connection& connection, const contract::Schema& schema, platform::odbc::RowForm form)
+        : connection_(connection), schema_(schema), form_(form) {}
 
 protected:
     std::unique_ptr<RowWriter> newWriter(std::string_view table, const std::vector<std::string>& columns) override {
@@ -59,12 +59,13 @@ protected:
         if (at == schema_.tables.end())
             throw contract::RuntimeError(contract::RuntimeError::invalidCall,
                                          "Lo schema non ha la tabella " + std::string(table) + ".");
-        return std::make_unique<ServerWriter>(connection_, *at, columns);
+        return std::make_unique<ServerWriter>(connection_, *at, columns, form_);
     }
 
 private:
     platform::odbc::Connection& connection_;
     const contract::Schema& schema_;
+    platform::odbc::RowForm form_;
 };
 
 } // namespace
@@ -82,8 +83,9 @@ std::unique_ptr<DemoTarget> newTarget(platform::sqlite::Connection& connection) 
     return std::make_unique<EmbeddedTarget>(connection);
 }
 
-std::unique_ptr<DemoTarget> newTarget(platform::odbc::Connection& connection, const contract::Schema& schema) {
-    return std::make_unique<ServerTarget>(connection, schema);
+std::unique_ptr<DemoTarget> newTarget(platform::odbc::Connection& connection, const contract::Schema& schema,
+                                      platform::odbc::RowForm form) {
+    return std::make_unique<ServerTarget>(connection, schema, form);
 }
 
 } // namespace host

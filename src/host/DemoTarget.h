@@ -3,6 +3,7 @@
 #include "plugin/contract/Schema.h"
 #include "plugin/contract/Value.h"
 
+#include <cstdint>
 #include <initializer_list>
 #include <memory>
 #include <span>
@@ -15,7 +16,8 @@ class Connection;
 }
 namespace platform::odbc {
 class Connection;
-}
+enum class RowForm : std::uint8_t;
+} // namespace platform::odbc
 
 namespace host {
 
@@ -56,7 +58,8 @@ private:
 
 /// The connection must outlive the target.
 std::unique_ptr<DemoTarget> newTarget(platform::sqlite::Connection& connection);
-/// So must the schema, which tells the columns' types.
-std::unique_ptr<DemoTarget> newTarget(platform::odbc::Connection& connection, const contract::Schema& schema);
+/// So must the schema, which tells the columns' types. The form is one that the connection's server reads.
+std::unique_ptr<DemoTarget> newTarget(platform::odbc::Connection& connection, const contract::Schema& schema,
+                                      platform::odbc::RowForm form);
 
 } // namespace host

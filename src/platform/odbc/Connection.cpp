@@ -296,10 +296,12 @@ std::int64_t Connection::Execute(const contract::Statement& statement) {
     return execute(translatedText(translated(statement), statement), executing);
 }
 
-void Connection::runNative(std::string_view text) {
-    checkTransactionAlive(executing);
-    ready(executing);
-    execute(text, executing);
+void Connection::runNative(std::string_view text, std::string_view operation) {
+    if (operation.empty())
+        operation = executing;
+    checkTransactionAlive(operation);
+    ready(operation);
+    execute(text, operation);
     catalog_.clear();
     statements_.clear();
 }

@@ -50,8 +50,9 @@ public:
 
     const contract::ErrorList& Errors() const override { return errors_; }
 
-    /// Runs one text of the engine's own language, untranslated. Throws as Execute() does.
-    void runNative(std::string_view text);
+    /// Runs one text of the engine's own language, untranslated; an error names the operation where there is one.
+    /// Throws as Execute() does.
+    void runNative(std::string_view text, std::string_view operation = {});
     /// The same for a text with rows. Throws as Read() does.
     void readNative(std::string_view text, contract::Snapshot& rows);
 
@@ -63,11 +64,8 @@ public:
     /// The driver's handle; null while the connection is closed or lost.
     SQLHDBC handle() const { return database_.get(); }
 
-    /// Puts the records of a statement's or the connection's failure into Errors() and throws; for the parts of this
-    /// adapter.
-    [[noreturn]] void fail(SQLSMALLINT type, SQLHANDLE handle, std::string_view operation);
-
 private:
+    [[noreturn]] void fail(SQLSMALLINT type, SQLHANDLE handle, std::string_view operation);
     void connect(std::string_view operation);
     void establish(std::string_view operation);
     void disconnect() noexcept;

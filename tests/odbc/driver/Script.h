@@ -44,15 +44,12 @@ struct Script {
     std::function<std::vector<Diagnostic>(const std::string& call)> served;
     std::vector<std::string> calls; ///< "connect", "disconnect", a statement's text, "autocommit off", "commit", ...
     std::vector<int> fetchSizes;    ///< rows that each fetch asked for
-    std::vector<std::pair<int, std::vector<Cell>>> inserted; ///< by execution: its number, a row's parameters
     std::string connectionString;
     std::size_t loginTimeout = 0;
     std::size_t queryTimeout = 0;
     int openResults = 0;
     int mostOpenResults = 0;
-    int executions = 0; ///< of prepared statements
-    bool dead = false;  ///< what the driver says of its connection
-    bool arrays = true; ///< takes arrays of parameters
+    bool dead = false; ///< what the driver says of its connection
 };
 
 /// Name of the driver's function that gives its script.

@@ -40,11 +40,8 @@ struct Statement : Handle {
     std::size_t next = 0; ///< row
     bool open = false;
     std::vector<Bound> columns;
-    std::vector<Bound> parameters;
     SQLULEN rowArray = 1;
-    SQLULEN paramArray = 1;
     SQLULEN* fetched = nullptr;
-    SQLUSMALLINT* states = nullptr;
     std::size_t current = 0;        ///< row of SQLGetData, counted from 0
     std::vector<std::size_t> given; ///< bytes of each column that SQLGetData has given
 
@@ -143,27 +140,6 @@ SQLRETURN execute(Statement& statement, const std::string& text) {
     return SQL_SUCCESS;
 }
 
-Cell parameterOf(const Bound& bound, std::size_t row) {
-    if (bound.lengths[row] == SQL_NULL_DATA)
-        return std::nullopt;
-    const char* value = bound.values + row * static_cast<std::size_t>(bound.width);
-    std::string bytes;
-    if (bound.type == SQL_C_SBIGINT) {
-        SQLBIGINT number = 0;
-        std::memcpy(&number, value, sizeof number);
-        bytes = std::to_string(number);
-    } else if (bound.type == SQL_C_TYPE_TIMESTAMP) {
-        SQL_TIMESTAMP_STRUCT day = {};
-        std::memcpy(&day, value, sizeof day);
-        bytes = std::to_string(day.year) + "-" + std::to_string(day.month) + "-" + std::to_string(day.day);
-    } else {
-        std::u16string text(static_cast<std::size_t>(bound.lengths[row]) / 2, u' ');
-        std::memcpy(text.data(), value, text.size() * 2);
-        return text;
-    }
-    return std::u16string(bytes.begin(), bytes.end());
-}
-
 } // namespace
 
 extern "C" {
@@ -241,59 +217,21 @@ SQLRETURN SQL_API SQLSetStmtAttrW(SQLHSTMT handle, SQLINTEGER what, SQLPOINTER v
     case SQL_ATTR_ROWS_FETCHED_PTR:
         statement.fetched = static_cast<SQLULEN*>(value);
         break;
-    case SQL_ATTR_PARAMSET_SIZE:
-        if (!script().arrays && number > 1)
-            return failWith(statement, {{"HYC00", 0, "[Scripted]Optional feature not implemented"}});
-        statement.paramArray = number;
-        break;
-    case SQL_ATTR_PARAM_STATUS_PTR:
-        statement.states = static_cast<SQLUSMALLINT*>(value);
-        break;
     default:
         break;
     }
     return SQL_SUCCESS;
 }
 
-SQLRETURN SQL_API SQLGetStmtAttrW(SQLHSTMT handle, SQLINTEGER what, SQLPOINTER value, SQLINTEGER, SQLINTEGER*) {
+// The driver manager keeps the statement's descriptors.
+SQLRETURN SQL_API SQLGetStmtAttrW(SQLHSTMT, SQLINTEGER, SQLPOINTER value, SQLINTEGER, SQLINTEGER*) {
     static int descriptor = 0;
-    if (what == SQL_ATTR_PARAMSET_SIZE)
-        *static_cast<SQLULEN*>(value) = statementOf(handle).paramArray;
-    else // the driver manager keeps the statement's descriptors
-        *static_cast<SQLPOINTER*>(value) = &descriptor;
+    *static_cast<SQLPOINTER*>(value) = &descriptor;
     return SQL_SUCCESS;
 }
 
 SQLRETURN SQL_API SQLExecDirectW(SQLHSTMT handle, SQLWCHAR* text, SQLINTEGER length) {
     return execute(statementOf(handle), ascii(text, length));
-}
-
-SQLRETURN SQL_API SQLPrepareW(SQLHSTMT, SQLWCHAR* text, SQLINTEGER length) {
-    script().calls.push_back("prepare " + ascii(text, length));
-    return SQL_SUCCESS;
-}
-
-SQLRETURN SQL_API SQLBindParameter(SQLHSTMT handle, SQLUSMALLINT number, SQLSMALLINT, SQLSMALLINT cType, SQLSMALLINT,
-                                   SQLULEN, SQLSMALLINT, SQLPOINTER value, SQLLEN width, SQLLEN* lengths) {
-    auto& parameters = statementOf(handle).parameters;
-    parameters.resize(std::max<std::size_t>(parameters.size(), number));
-    parameters[number - 1U] = {cType, static_cast<char*>(value), width, lengths};
-    return SQL_SUCCESS;
-}
-
-SQLRETURN SQL_API SQLExecute(SQLHSTMT handle) {
-    auto& statement = statementOf(handle);
-    const int number = script().executions++;
-    const Answer answer = script().answer ? script().answer("execute") : Answer();
-    for (SQLULEN row = 0; row < statement.paramArray; ++row) {
-        std::vector<Cell> cells;
-        for (const auto& parameter : statement.parameters)
-            cells.push_back(parameterOf(parameter, row));
-        script().inserted.emplace_back(number, std::move(cells));
-        if (statement.states != nullptr)
-            statement.states[row] = answer.failure.empty() ? SQL_PARAM_SUCCESS : SQL_PARAM_ERROR;
-    }
-    return answer.failure.empty() ? SQL_SUCCESS : failWith(statement, answer.failure);
 }
 
 SQLRETURN SQL_API SQLNumResultCols(SQLHSTMT handle, SQLSMALLINT* count) {
@@ -373,8 +311,6 @@ SQLRETURN SQL_API SQLFreeStmt(SQLHSTMT handle, SQLUSMALLINT what) {
         statement.closeResult();
     else if (what == SQL_UNBIND)
         statement.columns.clear();
-    else if (what == SQL_RESET_PARAMS)
-        statement.parameters.clear();
     return SQL_SUCCESS;
 }
 
