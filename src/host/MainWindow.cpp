@@ -7,6 +7,7 @@
 #include "host/DialogButtons.h"
 #include "host/ErrorLogWindow.h"
 #include "host/HostSession.h"
+#include "host/StatusLine.h"
 #include "host/Text.h"
 #include "host/UserChoice.h"
 #include "platform/qt/Appearance.h"
@@ -183,15 +184,8 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void MainWindow::makeStatusBar() {
-    statusText_ = new QLabel(this);
-    statusText_->setTextFormat(Qt::PlainText);
-    statusText_->setMinimumWidth(1);
-    statusText_->setContentsMargins(6, 0, 6, 0);
-    statusContext_ = new QLabel(this);
-    statusContext_->setTextFormat(Qt::PlainText);
-    statusContext_->setContentsMargins(6, 0, 6, 0);
-    statusBar()->addWidget(statusText_, 1);
-    statusBar()->addPermanentWidget(statusContext_);
+    statusLine_ = new StatusLine(this);
+    statusBar()->addWidget(statusLine_, 1);
     statusBar()->setSizeGripEnabled(false);
 }
 
@@ -201,7 +195,7 @@ void MainWindow::attach(HostSession& session) {
     connect(session_, &HostSession::statusText, this, [this](const QString& text) {
         lastStatus_ = text;
         if (busy_ == nullptr || !busy_->showing())
-            statusText_->setText(text);
+            statusLine_->setText(text);
     });
     connect(session_, &HostSession::formOpened, this, [this] {
         detailsAction_->setChecked(true);
@@ -220,7 +214,7 @@ void MainWindow::attach(HostSession& session) {
     if (settings_ != nullptr) {
         busy_ = new BusyIndicator(
             [this](const QString& text) {
-                statusText_->setText(text.isEmpty() ? lastStatus_ : text);
+                statusLine_->setText(text.isEmpty() ? lastStatus_ : text);
                 // All of it: what was laid over the window meanwhile has left it blank.
                 repaint();
             },
@@ -234,7 +228,7 @@ void MainWindow::attach(HostSession& session) {
 void MainWindow::showContext() {
     const QString text = contextText(*session_);
     context_->setText(text);
-    statusContext_->setText(QStringLiteral("Azienda %1  |  Utente %2  |  Gruppo %3  |  %4")
+    statusLine_->setContext(QStringLiteral("Azienda %1  |  Utente %2  |  Gruppo %3  |  %4")
                                 .arg(session_->company())
                                 .arg(session_->user(), session_->group(), session_->databaseName()));
     placeCorner();
@@ -247,7 +241,7 @@ void MainWindow::showFormState() {
     detailsAction_->setEnabled(open);
     if (!open) {
         lastStatus_.clear();
-        statusText_->clear();
+        statusLine_->setText(QString());
     }
     hint_->resize(hint_->sizeHint());
     hint_->move(40, 40);

@@ -12,6 +12,7 @@ namespace host {
 
 class BusyIndicator;
 class HostSession;
+class StatusLine;
 
 /// The program's window: menu bar, document area and status bar around a session.
 class MainWindow : public QMainWindow {
@@ -55,8 +56,7 @@ private:
     QWidget* corner_ = nullptr; ///< at the menu bar's right
     QLabel* context_ = nullptr;
     QToolButton* themeButton_ = nullptr;
-    QLabel* statusContext_ = nullptr;
-    QLabel* statusText_ = nullptr;
+    StatusLine* statusLine_ = nullptr;
     QLabel* hint_ = nullptr;
     QString lastStatus_;
 };

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QLabel>
+#include <QWidget>
+
+namespace host {
+
+/// What the status bar shows: a text on the left and the user's surroundings on the right. The text is the more
+/// important one: where there is no room for both the surroundings go, and what still has no room ends in dots and is
+/// shown whole by the tool tip.
+class StatusLine : public QWidget {
+public:
+    explicit StatusLine(QWidget* parent = nullptr);
+
+    void setText(const QString& text);
+    const QString& text() const { return text_; }
+    void setContext(const QString& text);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void arrange();
+
+    QString text_;
+    QLabel* shown_;
+    QLabel* context_;
+};
+
+} // namespace host

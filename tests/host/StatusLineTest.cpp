@@ -1,0 +1,73 @@
+#include "host/StatusLine.h"
+
+#include "TestSession.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace {
+
+struct StatusLineTest : testing::Test {
+    StatusLineTest() {
+        host_test::needApplication();
+        owner = std::make_unique<host::StatusLine>();
+        line().setText(text);
+        line().setContext(QStringLiteral("Azienda 1  |  Utente ADMIN  |  Gruppo ADMIN  |  demo.sqlite"));
+        line().show();
+    }
+    /// The two labels as they are shown; a hidden one as an empty text.
+    QStringList shownAt(int width) {
+        line().resize(width, 24);
+        QApplication::processEvents();
+        QStringList texts;
+        for (const auto* label : line().findChildren<QLabel*>())
+            texts += label->isVisible() ? label->text() : QString();
+        return texts;
+    }
+    QString toolTip() const { return line().findChildren<QLabel*>().front()->toolTip(); }
+
+    const QString text =
+        QStringLiteral("Sposta: 10346 Panificio Leone (2 nodi) → sotto 2003 Unione Dettaglianti del Po");
+    host::StatusLine& line() const { return *owner; }
+    std::unique_ptr<host::StatusLine> owner;
+};
+
+TEST_F(StatusLineTest, ShowsBothWhereThereIsRoom) {
+    const QStringList texts = shownAt(3000);
+    ASSERT_EQ(2, texts.size());
+    EXPECT_EQ(text, texts[0]);
+    EXPECT_TRUE(texts[1].startsWith("Azienda 1"));
+    EXPECT_TRUE(toolTip().isEmpty());
+}
+
+TEST_F(StatusLineTest, TheSurroundingsGoFirst) {
+    const int needed = line().fontMetrics().horizontalAdvance(text) + 40;
+    EXPECT_EQ((QStringList{text, QString()}), shownAt(needed));
+    EXPECT_TRUE(toolTip().isEmpty());
+    EXPECT_EQ(text, shownAt(3000)[0]);
+    EXPECT_FALSE(shownAt(3000)[1].isEmpty());
+}
+
+TEST_F(StatusLineTest, WhatHasNoRoomEndsInDotsAndIsTold) {
+    const QStringList texts = shownAt(200);
+    EXPECT_TRUE(texts[0].startsWith("Sposta:"));
+    EXPECT_TRUE(texts[0].endsWith(QChar(0x2026)));
+    EXPECT_LE(line().fontMetrics().horizontalAdvance(texts[0]), 200);
+    EXPECT_EQ(text, toolTip());
+    EXPECT_EQ(text, line().text());
+    line().setText(QStringLiteral("Breve"));
+    EXPECT_EQ(QStringLiteral("Breve"), shownAt(200)[0]);
+    EXPECT_TRUE(toolTip().isEmpty());
+}
+
+TEST_F(StatusLineTest, ALargerFontIsMeasuredAnew) {
+    const int needed = line().fontMetrics().horizontalAdvance(text) + 40;
+    ASSERT_EQ(text, shownAt(needed)[0]);
+    QFont large = line().font();
+    large.setPointSizeF(large.pointSizeF() * 2);
+    line().setFont(large);
+    EXPECT_TRUE(shownAt(needed)[0].endsWith(QChar(0x2026)));
+}
+
+} // namespace
