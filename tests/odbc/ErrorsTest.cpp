@@ -32,6 +32,9 @@ TEST(OdbcErrors, TheServersNumbersHaveCategories) {
     EXPECT_EQ(ErrorCategory::missingTable, server("42000", 208));
     EXPECT_EQ(ErrorCategory::readOnly, server("25000", 3906));
     EXPECT_EQ(ErrorCategory::full, server("42000", 9002));
+    EXPECT_EQ(ErrorCategory::permission, server("42000", 4060)) << "a database that can not be opened";
+    for (const std::int64_t native : {515, 3902, 3903, 8114, 8115, 8152})
+        EXPECT_EQ(ErrorCategory::other, server("42000", native)) << native;
 }
 
 TEST(OdbcErrors, StatesOfTheDriverHaveCategories) {
@@ -42,6 +45,15 @@ TEST(OdbcErrors, StatesOfTheDriverHaveCategories) {
     EXPECT_EQ(ErrorCategory::syntax, server("42000", 0));
     EXPECT_EQ(ErrorCategory::other, server("42000", 50000)) << "an error that a program on the server raised";
     EXPECT_EQ(ErrorCategory::other, server("HY000", 0));
+}
+
+TEST(OdbcErrors, ALockThatWasNotGrantedIsNoTimeOutWhateverItsState) {
+    EXPECT_EQ(ErrorCategory::locked, server("HYT00", 1222));
+    EXPECT_FALSE(endsConnection({{"HYT00", 1222, "", server("HYT00", 1222)}}));
+    EXPECT_EQ(ErrorCategory::deadlock, server("HYT00", 1205));
+    EXPECT_EQ(ErrorCategory::lostConnection, server("08S01", 10054));
+    EXPECT_EQ(ErrorCategory::lostConnection, server("08S01", 1222)) << "the connection has gone all the same";
+    EXPECT_EQ(ErrorCategory::timeout, server("HYT00", -2));
 }
 
 TEST(OdbcErrors, AServerWithNumbersOfItsOwnIsToldByItsWords) {

@@ -195,8 +195,9 @@ std::string_view stateOf(ErrorCategory category) {
 
 contract::ErrorCategory categoryOf(Engine engine, std::string_view state, std::int64_t native, std::string_view text) {
     const auto found = byState(state, native);
-    if (found == ErrorCategory::lostConnection || found == ErrorCategory::timeout)
+    if (found == ErrorCategory::lostConnection || (found == ErrorCategory::timeout && engine == Engine::sqlite))
         return found;
+    // A driver may give the state of a time-out to a lock that was not granted in time (1222): the connection lives.
     auto own = engine == Engine::sqlite ? sqliteCategory(native, text) : byNumber(serverNumbers, native);
     if (own == ErrorCategory::other && engine == Engine::server)
         own = byWords(state, native, text);
