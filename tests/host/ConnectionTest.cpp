@@ -39,6 +39,12 @@ TEST_F(SavedConnection, KeepsAServerWithoutItsPassword) {
     EXPECT_EQ(std::string::npos, saved().find("reto")) << saved();
 }
 
+TEST_F(SavedConnection, KeepsNoPasswordBehindABraceThatNothingCloses) {
+    UserSettings().saveConnection("UID=sa;Driver={FreeTDS;Server=erp;PWD=segreto");
+    EXPECT_EQ("UID=sa", UserSettings().savedConnection());
+    EXPECT_EQ(std::string::npos, saved().find("segreto")) << saved();
+}
+
 TEST_F(SavedConnection, TheLastOneSavedCounts) {
     UserSettings().saveConnection("DSN=erp");
     UserSettings().saveConnection(host::embeddedDatabase("/a.sqlite"));

@@ -43,6 +43,18 @@ TEST(OdbcConnectionString, MasksEveryPassword) {
     }
 }
 
+TEST(OdbcConnectionString, APasswordWithinAnotherValueGoesWithIt) {
+    for (const std::string text : {"UID=sa;Driver={FreeTDS;PWD=segreto", "UID=sa;{PWD=segreto",
+                                   "UID=sa;x{y;pwd =segreto", "UID=sa;App={a;Password=segreto}"}) {
+        ConnectionString string(text);
+        EXPECT_EQ(std::string::npos, string.masked().find("segreto")) << string.masked();
+        EXPECT_EQ(std::string::npos, string.name().find("segreto")) << string.name();
+        string.removePasswords();
+        EXPECT_EQ(std::string::npos, string.text().find("segreto")) << string.text();
+        EXPECT_EQ("sa", string.value("UID"));
+    }
+}
+
 TEST(OdbcConnectionString, PasswordsGoFromWhatADriverRepeats) {
     EXPECT_EQ("login of sa with *** failed", withoutPasswords("login of sa with segreto failed", {"segreto"}));
     EXPECT_EQ("*** and ***", withoutPasswords("segreto and segreto", {"segreto"}));

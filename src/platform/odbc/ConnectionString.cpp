@@ -30,6 +30,11 @@ bool isPassword(std::string_view keyword) {
     return name == "pwd" || name == "password";
 }
 
+bool holdsPassword(const std::string& keyword, const std::string& raw) {
+    const std::string text = keyword + "=" + raw;
+    return isPassword(keyword) || withoutPasswords(text, {}) != text;
+}
+
 /// Length of the value at the front of the text, up to its semicolon or to the end.
 std::size_t valueLength(std::string_view text) {
     const auto first = text.find_first_not_of(blanks);
@@ -122,7 +127,8 @@ void ConnectionString::remove(std::string_view keyword) {
 }
 
 void ConnectionString::removePasswords() {
-    std::erase_if(entries_, [](const Entry& entry) { return isPassword(entry.keyword); });
+    // Also one that a brace which nothing closes has made a part of another value.
+    std::erase_if(entries_, [](const Entry& entry) { return holdsPassword(entry.keyword, entry.raw); });
 }
 
 std::string ConnectionString::text() const {
@@ -140,7 +146,7 @@ std::string ConnectionString::text() const {
 std::string ConnectionString::masked() const {
     ConnectionString shown = *this;
     for (auto& entry : shown.entries_)
-        if (isPassword(entry.keyword))
+        if (holdsPassword(entry.keyword, entry.raw))
             entry.raw = mask;
     return shown.text();
 }
