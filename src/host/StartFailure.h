@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/odbc/ConnectionString.h"
+
 #include <stdexcept>
 #include <string>
 
@@ -8,10 +10,12 @@ namespace host {
 /// Exit statuses of the program.
 enum class ExitStatus : int { success = 0, refused = 1, usage = 2, database = 3 };
 
-/// Why the program can not start: one line in the user's language that says what and where, and the exit status.
+/// Why the program can not start: one line in the user's language that says what and where, and the exit status. A
+/// connection string that came to the wrong place (another option, a file's name) is told without its password.
 class StartFailure : public std::runtime_error {
 public:
-    StartFailure(ExitStatus status, const std::string& message) : std::runtime_error(message), status_(status) {}
+    StartFailure(ExitStatus status, const std::string& message)
+        : std::runtime_error(platform::odbc::withoutPasswords(message, {})), status_(status) {}
     ExitStatus status() const { return status_; }
 
 private:

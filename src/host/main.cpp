@@ -11,6 +11,7 @@
 #include "host/Text.h"
 #include "host/UserFolders.h"
 #include "host/UserSettings.h"
+#include "platform/odbc/ConnectionString.h"
 #include "platform/qt/Appearance.h"
 
 #include <QApplication>
@@ -22,6 +23,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -39,6 +41,16 @@ using host::StartFailure;
 void report(std::string reason) {
     std::replace(reason.begin(), reason.end(), '\n', ' ');
     std::cerr << "distinte: " << reason << std::endl;
+}
+
+/// Overwrites the passwords in the arguments: the process's own title shows them to every user of the machine, and a
+/// session manager keeps them to start the program again.
+void hidePasswords(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i) {
+        const std::size_t room = std::strlen(argv[i]);
+        const std::string shown = platform::odbc::withoutPasswords(argv[i], {}).substr(0, room);
+        std::fill(std::copy(shown.begin(), shown.end(), argv[i]), argv[i] + room, '\0');
+    }
 }
 
 bool isSet(const char* variable) {
@@ -196,6 +208,7 @@ int work(const CommandLine& line, int& argc, char** argv) {
 
 int run(int& argc, char** argv) {
     const CommandLine line = host::readCommandLine(std::vector<std::string>(argv + 1, argv + argc));
+    hidePasswords(argc, argv);
     switch (line.action) {
     case CommandLine::Action::version:
         std::cout << "distinte " DISTINTE_VERSION << std::endl;

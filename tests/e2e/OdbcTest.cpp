@@ -130,6 +130,38 @@ TEST_F(Odbc, NoPasswordStandsInWhatIsWritten) {
     EXPECT_FALSE(all.contains("reto")) << all.toStdString();
 }
 
+TEST_F(Odbc, NoPasswordStaysInTheTitleOfTheProcess) {
+    place_.makeForest();
+    QProcess process;
+    place_.prepare(process);
+    process.setArguments({"--odbc", string(";UID=sa;PWD={seg;reto};x=y"), "--script", "-"});
+    process.start();
+    ASSERT_TRUE(process.waitForStarted());
+    process.write("{\"do\":\"services\"}\n");
+    ASSERT_TRUE(process.waitForReadyRead(30000));
+    QFile title(QStringLiteral("/proc/%1/cmdline").arg(process.processId()));
+    ASSERT_TRUE(title.open(QIODevice::ReadOnly));
+    const QByteArray shown = title.readAll();
+    EXPECT_TRUE(shown.contains("--odbc") && shown.contains("UID=sa;PWD=***")) << shown.toStdString();
+    EXPECT_FALSE(shown.contains("reto")) << shown.toStdString();
+    process.closeWriteChannel();
+    EXPECT_TRUE(process.waitForFinished(30000));
+    EXPECT_EQ(0, process.exitCode());
+}
+
+TEST_F(Odbc, NoPasswordStandsInARefusal) {
+    const QString secret = string(";UID=sa;PWD={seg;reto}");
+    const QString open = script("{\"do\":\"open\"}\n");
+    for (const QStringList& arguments :
+         {QStringList{secret}, QStringList{"--database", secret, "--script", open}, QStringList{"--script", secret},
+          QStringList{"--company", secret}, over({"--script", open, "--trace", "/manca/" + secret})}) {
+        const auto outcome = place_.run(arguments);
+        EXPECT_NE(0, outcome.status);
+        EXPECT_EQ(1, outcome.err.count(QLatin1Char('\n'))) << outcome.err.toStdString();
+        EXPECT_FALSE(outcome.err.contains(QLatin1String("reto"))) << outcome.err.toStdString();
+    }
+}
+
 TEST_F(Odbc, MovesWithValidityAndCarriesTheStateOver) {
     place_.makeForest();
     const QByteArray lines = R"({"do":"open"}

@@ -79,6 +79,16 @@ TEST(CommandLine, RefusesUnknownAndRepeatedOptionsAndStrayArguments) {
     refusal({"--create=yes"});
 }
 
+TEST(CommandLine, NoPasswordStandsInARefusal) {
+    const std::string string = "Driver={FreeTDS};Server=erp;UID=sa;pwd = {seg;reto};Database=Conti";
+    for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
+             {string}, {"--odcb=" + string}, {"--company", string}, {"--demo-size=" + string, "--create-demo"}}) {
+        const std::string reason = refusal(arguments);
+        EXPECT_EQ(std::string::npos, reason.find("reto")) << reason;
+        EXPECT_NE(std::string::npos, reason.find("Server=erp")) << reason;
+    }
+}
+
 TEST(CommandLine, RefusesMissingAndEmptyValues) {
     for (const std::string option :
          {"--database", "--odbc", "--demo-size", "--company", "--user", "--group", "--trace", "--log", "--script"}) {
