@@ -86,9 +86,12 @@ private:
     void readConditions() {
         AccountSheet::Group group{QStringLiteral("Condizioni di vendita"), {}};
         const QString payment = text(account_, "CG44_CODPAG_CG62");
-        Statement terms("SELECT CG62_DESCPAG FROM CG62_CONDPAGDES WHERE CG62_CODPAG = '");
-        terms.text(payment.toStdString()) << "'";
-        put(group, QStringLiteral("Pagamento"), described(payment, text(rowsOf(terms), "CG62_DESCPAG")));
+        // A server refuses to compare an empty text with codes that are numbers.
+        if (!payment.isEmpty()) {
+            Statement terms("SELECT CG62_DESCPAG FROM CG62_CONDPAGDES WHERE CG62_CODPAG = '");
+            terms.text(payment.toStdString()) << "'";
+            put(group, QStringLiteral("Pagamento"), described(payment, text(rowsOf(terms), "CG62_DESCPAG")));
+        }
         put(group, QStringLiteral("Valuta"), text(account_, "CG44_CODICE_CG08"));
         put(group, QStringLiteral("Aliquota IVA"), text(account_, "CG44_CODICE_CG28"));
         if (const auto bank = number(account_, "CG44_CODABI_CG12")) {
