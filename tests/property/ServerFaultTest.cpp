@@ -121,6 +121,35 @@ TEST_P(ServerFaultTest, LeavesTheRowsAsBeforeOrAsAfterAndTheFormAtWork) {
     RecordProperty("faults", injected);
 }
 
+TEST_P(ServerFaultTest, GoingOnWritesNothingOfWhatIsOver) {
+    const auto before = smallWorld().rows;
+    const auto after = rowsAfter(work());
+    const std::vector<int> ignoreAll(8, contract::message::answerIgnore);
+    int injected = 0;
+    for (std::size_t at = 1;; ++at) {
+        SCOPED_TRACE("call " + std::to_string(at));
+        ASSERT_LT(at, 500U);
+        show();
+        server->failAt(at, fault());
+        doWork(program, work(), ignoreAll);
+        server->neverFail();
+        const auto found = rows();
+        expectNothingOpen();
+        ASSERT_TRUE(found == before || found == after) << describe(found);
+        if (program.host->errors.empty())
+            break;
+        ++injected;
+        expectShown();
+        if (found == after)
+            continue;
+        ASSERT_TRUE(program.focus(moveOf(work())));
+        doWork(program, work(), abortAll);
+        EXPECT_EQ(rows(), after);
+    }
+    EXPECT_GT(injected, work() == Work::edit ? 5 : 20);
+    RecordProperty("faults", injected);
+}
+
 TEST_P(ServerFaultTest, TryingAgainReconnectsAndDoesTheWhole) {
     const auto after = rowsAfter(work());
     int injected = 0;
