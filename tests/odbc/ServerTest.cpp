@@ -3,6 +3,8 @@
 
 #include "odbc/ScriptedServer.h"
 
+#include <limits>
+
 namespace odbc_test {
 namespace {
 
@@ -37,6 +39,30 @@ TEST_F(OdbcServer, TheTimeOuts) {
     EXPECT_FALSE(has(script().connectionString, "imeout")) << script().connectionString;
     Connection wrong(string(";StatementTimeout=poco"));
     EXPECT_TRUE(has(failureOf([&] { wrong.Open(); }), "StatementTimeout"));
+}
+
+TEST_F(OdbcServer, TheServerIsAskedToCountChangedRows) {
+    Connection other(string());
+    other.Open();
+    EXPECT_EQ((Calls{"connect", "SET NOCOUNT OFF"}), script().calls);
+    script().answer = [](const std::string&) {
+        scripted::Answer answer;
+        answer.changed = 3;
+        return answer;
+    };
+    EXPECT_EQ(3, other.Execute("UPDATE PROVA SET CODICE = 1"_sql));
+    failWith({{"42000", 50000, "[FreeTDS][SQL Server]refused"}});
+    Connection refused(string());
+    EXPECT_TRUE(has(failureOf([&] { refused.Open(); }), "refused"));
+    EXPECT_FALSE(refused.IsOpen());
+    EXPECT_EQ("disconnect", script().calls.back());
+}
+
+TEST_F(OdbcServer, AConnectionStringThatNoDriverCanTakeIsRefused) {
+    // The first length that a driver would take for a text ended by a zero.
+    Connection other(string(";App=" + std::string(65533, 'x')).substr(0, 65533));
+    EXPECT_TRUE(has(failureOf([&] { other.Open(); }), "troppo lunga"));
+    EXPECT_TRUE(script().calls.empty());
 }
 
 TEST_F(OdbcServer, RowsComeInBlocksOfAThousand) {
@@ -107,6 +133,79 @@ TEST_F(OdbcServer, EveryTypeHasItsField) {
     EXPECT_EQ("lungo", value(14).text());
 }
 
+TEST_F(OdbcServer, ValuesAtTheirBounds) {
+    const std::u16string most(38, u'9');
+    script().answer = [&](const std::string&) {
+        auto answer = oneRow({{"A", SQL_BIGINT, 19, 0},
+                              {"B", SQL_DECIMAL, 38, 0},
+                              {"C", SQL_DECIMAL, 38, 4},
+                              {"D", SQL_DECIMAL, 19, 4},
+                              {"E", SQL_DOUBLE, 53, 0},
+                              {"F", SQL_TYPE_TIMESTAMP, 27, 7},
+                              {"G", SQL_TYPE_DATE, 10, 0},
+                              {"H", SQL_WVARCHAR, 4000, 0},
+                              {"I", SQL_VARCHAR, 8000, 0},
+                              {"J", SQL_WCHAR, 6, 0},
+                              {"K", SQL_WVARCHAR, 10, 0},
+                              {"L", SQL_WVARCHAR, 10, 0},
+                              {"M", SQL_WVARCHAR, 10, 0}},
+                             {u"-9223372036854775808", u"-" + most, u"-" + most.substr(4) + u".9999",
+                              u"-922337203685477.5808", u"-1e300", u"2024-02-29 23:59:59.9970000", u"9999-12-31",
+                              std::u16string(4000, u'\u20ac'), std::u16string(8000, u'x'), u"ab    ", u"", std::nullopt,
+                              std::u16string(u"a") + char16_t{0xD83D} + u"b" + char16_t{0xDE00}});
+        return answer;
+    };
+    contract::Snapshot rows;
+    connection.Read("SELECT * FROM T"_sql, rows);
+    ASSERT_EQ(1U, rows.rowCount());
+    const auto value = [&](std::size_t i) { return rows.column(i).value(0); };
+    EXPECT_EQ(Value(std::numeric_limits<std::int64_t>::min()), value(0));
+    EXPECT_EQ("-" + std::string(38, '9'), value(1).text());
+    EXPECT_EQ("-" + std::string(34, '9') + ".9999", value(2).text());
+    EXPECT_EQ(38, rows.fields()[2].precision);
+    EXPECT_EQ(4, rows.fields()[2].numericScale);
+    EXPECT_EQ(Value(contract::Decimal{"-922337203685477.5808"}), value(3));
+    EXPECT_EQ(Value(-1e300), value(4));
+    EXPECT_EQ(Value(*contract::Date::of(2024, 2, 29)), value(5)) << "the day, whatever the time";
+    EXPECT_EQ(FieldType::date, rows.fields()[6].type);
+    EXPECT_EQ(Value(*contract::Date::of(9999, 12, 31)), value(6));
+    EXPECT_EQ(12000U, value(7).text().size());
+    EXPECT_EQ(8000U, value(8).text().size());
+    EXPECT_EQ("ab    ", value(9).text()) << "trailing blanks are the form's to trim";
+    EXPECT_FALSE(rows.column(10).isNull(0)) << "an empty text is no null";
+    EXPECT_EQ("", value(10).text());
+    EXPECT_TRUE(rows.column(11).isNull(0));
+    EXPECT_EQ("a\uFFFDb\uFFFD", value(12).text()) << "halves of a character";
+}
+
+TEST_F(OdbcServer, TypesOfTheServerAloneAreTexts) {
+    constexpr int variant = -150;
+    constexpr int xml = -152;
+    constexpr int time2 = -154;
+    constexpr int timestampOffset = -155;
+    script().answer = [&](const std::string&) {
+        return oneRow({{"A", time2, 16, 7},
+                       {"B", timestampOffset, 34, 7},
+                       {"C", xml, 0, 0},
+                       {"D", variant, 8000, 0},
+                       {"E", SQL_VARBINARY, 3, 0},
+                       {"F", SQL_LONGVARBINARY, 0, 0}},
+                      {u"23:59:59.9999999", u"9999-12-31 23:59:59.9999999 +14:00", std::u16string(3000, u'<'), u"1.5",
+                       u"00FFAB", std::u16string(5000, u'0')});
+    };
+    contract::Snapshot rows;
+    connection.Read("SELECT * FROM T"_sql, rows);
+    ASSERT_EQ(1U, rows.rowCount());
+    EXPECT_EQ("23:59:59.9999999", rows.column(0).value(0).text());
+    EXPECT_EQ("9999-12-31 23:59:59.9999999 +14:00", rows.column(1).value(0).text());
+    EXPECT_EQ(3000U, rows.column(2).value(0).text().size());
+    EXPECT_EQ("1.5", rows.column(3).value(0).text());
+    EXPECT_EQ(FieldType::varBinary, rows.fields()[4].type);
+    EXPECT_EQ("00FFAB", rows.column(4).value(0).text());
+    EXPECT_EQ(FieldType::longVarBinary, rows.fields()[5].type);
+    EXPECT_EQ(5000U, rows.column(5).value(0).text().size());
+}
+
 TEST_F(OdbcServer, ATextOfAnyLengthIsReadWhole) {
     for (const std::size_t length : {512U, 513U, 4096U, 300000U}) {
         script().calls.clear();
@@ -173,6 +272,23 @@ TEST_F(OdbcServer, TransactionsAreSerialisableAndTheDriversOwn) {
     EXPECT_EQ((Calls{"serializable", "autocommit off", "rollback", "autocommit on", "read committed"}), script().calls);
 }
 
+TEST_F(OdbcServer, ATransactionThatDoesNotBeginLeavesStatementsAsTheyWere) {
+    script().served = [](const std::string& call) {
+        return call == "autocommit off" ? std::vector<scripted::Diagnostic>{{"HY000", 0, "[FreeTDS]not now"}}
+                                        : std::vector<scripted::Diagnostic>();
+    };
+    EXPECT_TRUE(has(failureOf([&] { connection.BeginTrans(); }), "not now"));
+    EXPECT_FALSE(connection.InTransaction());
+    EXPECT_TRUE(has(connection.Errors().front().description, "not now"));
+    run();
+    EXPECT_EQ(
+        (Calls{"serializable", "autocommit off", "autocommit on", "read committed", "UPDATE PROVA SET CODICE = 1"}),
+        script().calls);
+    script().served = nullptr;
+    connection.BeginTrans();
+    EXPECT_TRUE(connection.InTransaction());
+}
+
 TEST_F(OdbcServer, EveryRecordIsKept) {
     failWith({{"01000", 3621, "[FreeTDS][SQL Server]The statement has been terminated."},
               {"23000", 2627, "[FreeTDS][SQL Server]Violation of PRIMARY KEY constraint."}});
@@ -234,7 +350,7 @@ TEST_F(OdbcServer, ALostConnectionIsOpenedByTheNextCommand) {
     succeed();
     script().calls.clear();
     run();
-    EXPECT_EQ((Calls{"connect", "UPDATE PROVA SET CODICE = 1"}), script().calls);
+    EXPECT_EQ((Calls{"connect", "SET NOCOUNT OFF", "UPDATE PROVA SET CODICE = 1"}), script().calls);
 }
 
 TEST_F(OdbcServer, AServerThatStaysAwayIsTriedAgainAtEachCommand) {
@@ -279,7 +395,7 @@ TEST_F(OdbcServer, NoConnectionIsOpenedWithinATransaction) {
         connection.RollbackTrans();
         EXPECT_TRUE(script().calls.empty());
         run();
-        EXPECT_EQ((Calls{"connect", "UPDATE PROVA SET CODICE = 1"}), script().calls);
+        EXPECT_EQ((Calls{"connect", "SET NOCOUNT OFF", "UPDATE PROVA SET CODICE = 1"}), script().calls);
     }
 }
 

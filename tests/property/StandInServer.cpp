@@ -152,6 +152,8 @@ scripted::Answer StandInServer::answer(const std::string& text) {
         answer.rows = {{rows_.InTransaction() ? u"1" : u"0"}};
         return answer;
     }
+    if (text == "SET NOCOUNT OFF")
+        return answer;
     const auto fault = due();
     if (fault && fault != ServerFault::answerLost) {
         answer.failure = fail(*fault);

@@ -21,6 +21,7 @@ constexpr std::string_view reading = "Lettura";
 constexpr std::string_view executing = "Esecuzione dell'istruzione";
 constexpr std::string_view beginning = "Apertura della transazione";
 constexpr std::string_view committing = "Conferma della transazione";
+constexpr std::size_t longestString = 32767; ///< bytes that a driver's length can tell
 constexpr std::int64_t noTransaction = 3903; ///< the server's number: a rollback without a transaction
 
 SQLPOINTER number(std::uintptr_t value) {
@@ -68,6 +69,9 @@ void Connection::SetConnectionString(std::string_view text) {
 void Connection::Open() {
     if (IsOpen())
         throw RuntimeError(RuntimeError::invalidCall, "La connessione è già aperta.");
+    if (connectionString_.size() > longestString)
+        platform::odbc::fail(errors_, ErrorCategory::other, "la stringa di connessione è troppo lunga", opening,
+                             "ODBC");
     platform::odbc::ConnectionString string(connectionString_);
     name_ = string.name();
     passwords_ = string.passwords();
@@ -124,6 +128,9 @@ void Connection::establish(std::string_view operation) {
     engine_ = lowered(infoText(database_.get(), SQL_DBMS_NAME)).find("sqlite") != std::string::npos ? Engine::sqlite
                                                                                                     : Engine::server;
     prepareStatement(operation);
+    // A server may be set to tell nobody how many rows a statement has changed.
+    if (engine_ == Engine::server)
+        execute("SET NOCOUNT OFF", operation);
 }
 
 void Connection::prepareStatement(std::string_view operation) {
@@ -368,8 +375,15 @@ void Connection::BeginTrans() {
         // read could not both go on.
         execute("BEGIN IMMEDIATE", beginning);
     // For the transaction alone: what is read outside of one need not lock ranges.
-    else if (!setIsolation(SQL_TXN_SERIALIZABLE) || !setAutocommit(false))
-        fail(SQL_HANDLE_DBC, database_.get(), beginning);
+    else if (!setIsolation(SQL_TXN_SERIALIZABLE) || !setAutocommit(false)) {
+        try {
+            fail(SQL_HANDLE_DBC, database_.get(), beginning);
+        } catch (...) {
+            if (database_)
+                endTransaction();
+            throw;
+        }
+    }
     begun_ = true;
     ended_ = false;
 }
