@@ -3,6 +3,7 @@
 #include "host/ClassProperties.h"
 #include "host/ComponentLibrary.h"
 #include "host/DatabaseAccess.h"
+#include "host/ErrorReport.h"
 #include "host/HostGlobal.h"
 #include "host/HostServices.h"
 #include "host/ObjectModels.h"
@@ -93,9 +94,10 @@ void HostSession::openDatabase() {
         connection->Open();
         checkTables(*connection, component_.schema());
         context_->connection = connection;
-        context_->states = openStates(context_->connectionString, *connection, [](std::function<void()> action) {
-            QTimer::singleShot(0, qApp, std::move(action));
-        });
+        context_->states = openStates(
+            context_->connectionString, *connection, [context = std::weak_ptr(context_)](std::function<void()> action) {
+                QTimer::singleShot(0, qApp, [context, action = std::move(action)] { keepStates(context, action); });
+            });
         const auto all = settings_.company ? std::vector<std::int64_t>{*settings_.company} : companies();
         context_->company = all.empty() ? 1 : all.front();
     } catch (const contract::RuntimeError& error) {
@@ -107,11 +109,7 @@ void HostSession::openDatabase() {
         return context->dialogs.showMessage(title.toStdString(), text.toStdString(), style);
     };
     hooks.showError = [context = context_](const contract::RuntimeError& error, const contract::ErrorList& records) {
-        constexpr auto application = "distinte";
-        const std::string caption = "Salvataggio";
-        const int answer =
-            context->dialogs.showError(caption, caption, error, records, contract::message::errorDisplay);
-        context->errorLog.record({application, caption, caption, error, records, answer});
+        reportError(*context, "Salvataggio", error, records);
     };
     hooks.chooseState = [global = std::weak_ptr<HostGlobal>(global_)]() -> std::optional<std::int64_t> {
         const auto held = global.lock();
@@ -136,7 +134,12 @@ QString HostSession::openForm(const QJsonObject& properties) {
         return QStringLiteral("il componente non conosce la classe %1")
             .arg(QLatin1String(contract::copiaDistintaClassId));
     modelsRegistered_ = false;
-    giveContext();
+    try {
+        giveContext();
+    } catch (const contract::RuntimeError& error) {
+        class_.reset();
+        return toQt(error.description());
+    }
     for (auto at = properties.begin(); at != properties.end(); ++at) {
         if (const QString refusal = writeProperty(class_->plugin(), at.key(), at.value()); !refusal.isEmpty()) {
             class_.reset();

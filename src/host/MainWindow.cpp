@@ -11,6 +11,7 @@
 #include "host/Text.h"
 #include "host/UserChoice.h"
 #include "platform/qt/Appearance.h"
+#include "plugin/contract/RuntimeError.h"
 
 #include <QActionGroup>
 #include <QCloseEvent>
@@ -292,7 +293,14 @@ void MainWindow::changeEvent(QEvent* event) {
 void MainWindow::chooseCompany() {
     QStringList items;
     int current = 0;
-    for (const auto company : session_->companies()) {
+    std::vector<std::int64_t> companies;
+    try {
+        companies = session_->companies();
+    } catch (const contract::RuntimeError& error) {
+        QMessageBox::critical(this, windowTitle(), toQt(error.description()));
+        return;
+    }
+    for (const auto company : companies) {
         if (company == session_->company())
             current = static_cast<int>(items.size());
         items.append(QString::number(company));

@@ -243,4 +243,13 @@ void StateStore::commit() {
         connection_->CommitTrans();
 }
 
+void StateStore::giveUp() {
+    if (connection_)
+        connection_->RollbackTrans();
+}
+
+contract::ErrorList StateStore::errors() const {
+    return connection_ ? connection_->Errors() : contract::ErrorList();
+}
+
 } // namespace host

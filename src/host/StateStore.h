@@ -50,7 +50,12 @@ public:
     /// How many changes the history holds for a link.
     std::size_t changes(std::string_view guid);
 
+    /// Throws RuntimeError; the writes then wait for another commit(), or for giveUp().
     void commit();
+    /// Takes back what has been written since the last commit, so that nobody waits for it.
+    void giveUp();
+    /// The records of the last failure.
+    contract::ErrorList errors() const;
 
 private:
     contract::Connection* open(bool create);

@@ -79,6 +79,36 @@ TEST_F(Faults, AFullDiskLeavesTheRowsAndTheProgramUsable) {
     EXPECT_EQ(program.finish(), 0) << program.err().toStdString();
 }
 
+TEST_F(Faults, StatesThatCanNotBeKeptAreToldAndGivenUp) {
+    const QString demo = place_.path(QStringLiteral("demo.sqlite"));
+    ASSERT_EQ(0, place_.run({"--database", demo, "--create-demo", "--demo-size", "5"}).status);
+    const QString file = place_.database() + ".stati";
+    ASSERT_TRUE(QFile::copy(demo + ".stati", file));
+    Database states(file);
+    states.run("DELETE FROM STATI_LEGAME; INSERT INTO STATI_LEGAME (STATI_GUID, STATI_ID_WF02) VALUES "
+               "('22222222-0000-0000-0000-000000000002', 20)");
+    Dialogue program(place_);
+    const auto copy = [&](const char* answers) {
+        program.select(destList, QStringLiteral("C2"));
+        program.focus(origTree, 2);
+        program.focus(destTree, 21);
+        program.must(R"({"do":"when","form":"FRMQZ_DATAFINELEGAME","steps":[)"
+                     R"({"do":"set","control":"TXT_DATACHIUSURALEGAME","value":"30/06/2024"},)"
+                     R"({"do":"click","control":"CMD_ESEGUI"}]})");
+        program.must(answers);
+        return program.click(QStringLiteral("CMD_SPOSTAVALID"));
+    };
+    // Who reads keeps a commit waiting, and the write before it not.
+    states.run("BEGIN; SELECT Count(*) FROM STATI_LEGAME");
+    const auto said = errorOf(copy(R"({"do":"answer","values":[6,3]})"));
+    EXPECT_TRUE(contains(said, "prova.sqlite.stati")) << said;
+    states.run("COMMIT");
+    EXPECT_EQ(states.value("SELECT Count(*) FROM STATI_LEGAME"), "1");
+    // The program goes on, and the next command finds the states free.
+    states.run("BEGIN IMMEDIATE; ROLLBACK");
+    EXPECT_EQ(program.finish(), 0) << program.err().toStdString();
+}
+
 TEST_F(Faults, AFileThatMayOnlyBeReadIsReadAndNotWritten) {
     QFile file(place_.database());
     ASSERT_TRUE(file.setPermissions(QFileDevice::ReadOwner));

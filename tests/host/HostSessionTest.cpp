@@ -6,7 +6,13 @@
 #include "host/StartFailure.h"
 #include "platform/qt/Appearance.h"
 
+#include <QAction>
+#include <QMessageBox>
+#include <QTimer>
+
 #include <gtest/gtest.h>
+
+#include <filesystem>
 
 namespace {
 
@@ -104,6 +110,36 @@ TEST_F(Session, OpensTheFormAndHandsItsModelsOver) {
     EXPECT_EQ(1, calls.count("LayoutObjectModel.registerForm"));
     session->registerModels();
     EXPECT_TRUE(operations().isEmpty());
+}
+
+TEST_F(Session, ADatabaseThatHasGoneRefusesTheFormAndTheNextTryOpensIt) {
+    start();
+    std::filesystem::rename(file, file + ".via");
+    for (int times = 0; times < 2; ++times) {
+        EXPECT_TRUE(session->openForm().contains("prova.sqlite"));
+        EXPECT_FALSE(session->formOpen());
+    }
+    std::filesystem::rename(file + ".via", file);
+    EXPECT_EQ("", session->openForm());
+    EXPECT_TRUE(session->formOpen());
+}
+
+TEST_F(Session, CompaniesThatCanNotBeReadAreToldInAMessage) {
+    start();
+    platform::sqlite::Connection other(settings.connectionString);
+    other.Open();
+    other.runNative("DROP TABLE QZ01_TIPODISTINTA");
+    QString told;
+    QTimer::singleShot(0, &window, [&] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            told = box->text();
+            box->accept();
+        }
+    });
+    for (QAction* action : window.findChildren<QAction*>())
+        if (action->text().contains("zienda di lavoro"))
+            action->trigger();
+    EXPECT_TRUE(told.contains("QZ01_TIPODISTINTA")) << told.toStdString();
 }
 
 TEST_F(Session, WithoutIsActiveTheModelsStayUntouched) {

@@ -1,6 +1,7 @@
 #include "host/HostWorkflowState.h"
 
 #include "TestSession.h"
+#include "host/ErrorReport.h"
 
 #include <gtest/gtest.h>
 
@@ -118,6 +119,26 @@ TEST_F(Workflow, NothingOfItIsTraced) {
     workflow.GetDefaultFlussoStato();
     workflow.ConfermaStato();
     EXPECT_TRUE(database.context->trace.take().isEmpty());
+}
+
+TEST_F(Workflow, ACommitOfStatesThatFailsIsTriedAgainOrGivenUp) {
+    int tries = 0;
+    const auto commit = [&] {
+        if (++tries < 3)
+            throw contract::RuntimeError(contract::RuntimeError::database, "disco pieno");
+    };
+    host::keepStates(database.context, commit);
+    EXPECT_EQ(1, tries) << "unanswered, it is not tried again";
+    tries = 0;
+    database.context->dialogs.queueAnswers({4, 4, 3});
+    host::keepStates(database.context, commit);
+    EXPECT_EQ(3, tries);
+    EXPECT_NE(std::string::npos, host_test::contentOf(database.folder.file("errori.log")).find("disco pieno"));
+    tries = 0;
+    database.context->states.reset();
+    host::keepStates(database.context, commit);
+    host::keepStates({}, commit);
+    EXPECT_EQ(2, tries) << "nobody is left to ask";
 }
 
 TEST(States, OutliveTheProgramAndKeepTheirHistory) {
