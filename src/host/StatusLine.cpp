@@ -60,10 +60,12 @@ void StatusLine::resizeEvent(QResizeEvent* event) {
     arrange();
 }
 
-void StatusLine::changeEvent(QEvent* event) {
-    QWidget::changeEvent(event);
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+// A label whose font has changed asks for a new layout.
+bool StatusLine::event(QEvent* event) {
+    const bool handled = QWidget::event(event);
+    if (event->type() == QEvent::LayoutRequest)
         arrange();
+    return handled;
 }
 
 } // namespace host
