@@ -2,6 +2,7 @@
 
 #include "platform/odbc/Connection.h"
 #include "platform/odbc/DatabaseTables.h"
+#include "platform/odbc/Literals.h"
 #include "platform/sqlite/Connection.h"
 #include "platform/sqlite/DatabaseFile.h"
 #include "plugin/contract/Date.h"
@@ -166,9 +167,9 @@ std::vector<std::optional<std::int64_t>> StateStore::states(const std::vector<st
     return found;
 }
 
-// The transaction of the present command, in a file.
+// The transaction of the present command.
 void StateStore::begin(contract::Connection& connection) {
-    if (server_ != nullptr || connection.InTransaction())
+    if (connection.InTransaction())
         return;
     connection.BeginTrans();
     if (later_)
@@ -192,22 +193,50 @@ void StateStore::insert(contract::Connection& connection, const std::string& key
     connection.Execute(statement);
 }
 
+std::string StateStore::serverText(const std::string& key, std::int64_t state, std::string_view user,
+                                   const std::string& origin) {
+    const std::string value = std::to_string(state);
+    std::string day = contract::Date::today().iso();
+    day.erase(std::remove(day.begin(), day.end(), '-'), day.end());
+    std::string text =
+        "SET XACT_ABORT ON; BEGIN TRANSACTION; UPDATE STATI_LEGAME SET STATI_ID_WF02 = " + value +
+        " WHERE STATI_GUID = '" + key +
+        "'; IF @@ROWCOUNT = 0 INSERT INTO STATI_LEGAME (STATI_GUID, STATI_ID_WF02) VALUES ('" + key + "', " + value +
+        "); INSERT INTO STATI_STORIA (STORIA_GUID, STORIA_ID_WF02, STORIA_GUIDORIG, STORIA_DATA, "
+        "STORIA_UTENTE) VALUES ('" +
+        key + "', " + value + ", " + (origin.empty() ? "NULL" : "'" + origin + "'") + ", '" + day + "', N";
+    platform::odbc::appendQuoted(user, text);
+    return text + "); COMMIT TRANSACTION";
+}
+
+void StateStore::setOnServer(const std::string& key, std::int64_t state, std::string_view user,
+                             const std::string& origin) {
+    open(true);
+    const std::string text = serverText(key, state, user, origin);
+    try {
+        server_->runNative(text);
+    } catch (const contract::RuntimeError&) {
+        // Another user was quicker with the link's first state; nothing has been written, and now there is one.
+        const auto& records = server_->Errors();
+        if (records.empty() || records.front().category != contract::ErrorCategory::duplicate)
+            throw;
+        server_->runNative(text);
+    }
+}
+
 void StateStore::setState(std::string_view guid, std::int64_t state, std::string_view user, std::string_view from) {
     const std::string key = keyOf(guid);
     if (key.empty())
         return;
+    const std::string origin = keyOf(from);
+    if (server_ != nullptr) {
+        setOnServer(key, state, user, origin);
+        return;
+    }
     auto& connection = *open(true);
     begin(connection);
-    if (update(connection, key, state) == 0) {
-        try {
-            insert(connection, key, state);
-        } catch (const contract::RuntimeError&) {
-            // Another user was quicker.
-            if (server_ == nullptr || update(connection, key, state) == 0)
-                throw;
-        }
-    }
-    const std::string origin = keyOf(from);
+    if (update(connection, key, state) == 0)
+        insert(connection, key, state);
     Statement history("INSERT INTO STATI_STORIA (STORIA_GUID, STORIA_ID_WF02, STORIA_UTENTE, STORIA_DATA");
     if (!origin.empty())
         history << ", STORIA_GUIDORIG";

@@ -22,8 +22,8 @@ namespace host {
 /// when the first state is written, if it is not there yet.
 ///
 /// In a file the writes of one command are put into one transaction, which is committed when the user interface comes
-/// back to rest, so that giving a state to thousands of links costs one write to the disk. On a server each write
-/// stands alone: other users wait for none of them.
+/// back to rest, so that giving a state to thousands of links costs one write to the disk. On a server each
+/// state is written with its history by one text, a transaction of its own: other users wait for none of them.
 class StateStore {
 public:
     /// later: calls a function once the present command is done; nothing commits each write at once.
@@ -47,6 +47,10 @@ public:
     /// Gives a link a state and keeps it in the history, with who and, for a state taken over from a link, that link's
     /// GUID. Throws RuntimeError.
     void setState(std::string_view guid, std::int64_t state, std::string_view user, std::string_view from = {});
+    /// The text with which a server writes a state and its history, both or neither. The identifiers are spelt out as
+    /// the server does, the origin's empty for none.
+    static std::string serverText(const std::string& key, std::int64_t state, std::string_view user,
+                                  const std::string& origin);
     /// How many changes the history holds for a link.
     std::size_t changes(std::string_view guid);
 
@@ -62,6 +66,7 @@ private:
     contract::Connection* openFile(bool create);
     contract::Connection* openServer(bool create);
     void begin(contract::Connection& connection);
+    void setOnServer(const std::string& key, std::int64_t state, std::string_view user, const std::string& origin);
     static std::int64_t update(contract::Connection& connection, const std::string& key, std::int64_t state);
     static void insert(contract::Connection& connection, const std::string& key, std::int64_t state);
     std::string keyOf(std::string_view guid) const;

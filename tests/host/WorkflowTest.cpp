@@ -191,4 +191,17 @@ TEST(States, WhatWaitsIsWrittenAtTheEnd) {
     later(); // after the store has gone: nothing to do, and no harm
 }
 
+TEST(WorkflowStateOnServer, IsWrittenWithItsHistoryOrNotAtAll) {
+    std::string today = contract::Date::today().iso();
+    std::erase(today, '-');
+    EXPECT_EQ(
+        "SET XACT_ABORT ON; BEGIN TRANSACTION; UPDATE STATI_LEGAME SET STATI_ID_WF02 = 20 WHERE STATI_GUID = 'A1'; "
+        "IF @@ROWCOUNT = 0 INSERT INTO STATI_LEGAME (STATI_GUID, STATI_ID_WF02) VALUES ('A1', 20); "
+        "INSERT INTO STATI_STORIA (STORIA_GUID, STORIA_ID_WF02, STORIA_GUIDORIG, STORIA_DATA, STORIA_UTENTE) "
+        "VALUES ('A1', 20, 'B2', '" +
+            today + "', N'D''È'); COMMIT TRANSACTION",
+        host::StateStore::serverText("A1", 20, "D'È", "B2"));
+    EXPECT_NE(std::string::npos, host::StateStore::serverText("A1", 20, "X", "").find("('A1', 20, NULL, '"));
+}
+
 } // namespace
