@@ -2,6 +2,7 @@
 
 #include "host/ClassProperties.h"
 #include "host/ComponentLibrary.h"
+#include "host/DataEntryReports.h"
 #include "host/DatabaseAccess.h"
 #include "host/ErrorReport.h"
 #include "host/HostGlobal.h"
@@ -104,17 +105,7 @@ void HostSession::openDatabase() {
         throw StartFailure(ExitStatus::database, error.description());
     }
     global_ = std::make_shared<HostGlobal>(context_, std::make_shared<platform::qt::QtControlFactory>(area_, window_));
-    auto& hooks = platform::qt::DataEntryHooks::instance();
-    hooks.showMessage = [context = context_](const QString& title, const QString& text, int style) {
-        return context->dialogs.showMessage(title.toStdString(), text.toStdString(), style);
-    };
-    hooks.showError = [context = context_](const contract::RuntimeError& error, const contract::ErrorList& records) {
-        reportError(*context, "Salvataggio", error, records);
-    };
-    hooks.chooseState = [global = std::weak_ptr<HostGlobal>(global_)]() -> std::optional<std::int64_t> {
-        const auto held = global.lock();
-        return held ? held->chooseState() : std::nullopt;
-    };
+    connectDataEntry(context_, global_);
 }
 
 platform::qt::FormWindow* HostSession::formWindow() const {

@@ -122,6 +122,23 @@ TEST_F(Faults, AFileThatMayOnlyBeReadIsReadAndNotWritten) {
     EXPECT_EQ(program.finish(), 0);
 }
 
+TEST_F(Faults, AListOfStatesThatCanNotBeReadSaysSo) {
+    const QByteArray press = R"({"do":"mouse","control":"TRW_ELEMDISTINTADEST","id":4,"column":"RagioneSociale",)"
+                             R"("button":"right"})";
+    Dialogue program(place_);
+    Database database(place_.database());
+    database.run("ALTER TABLE WF02_STATI RENAME TO ALTROVE");
+    program.must(press);
+    const auto said = errorOf(program.must(R"({"do":"menu","item":"mnuStatoLegame"})"));
+    EXPECT_TRUE(contains(said, "WF02_STATI")) << said;
+    database.run("ALTER TABLE ALTROVE RENAME TO WF02_STATI");
+    program.must(R"({"do":"when","form":"lkp_Stati","steps":[{"do":"choose","value":20}]})");
+    program.must(press);
+    program.must(R"({"do":"menu","item":"mnuStatoLegame"})");
+    EXPECT_EQ("Approvato", program.cell(destTree, 4, QStringLiteral("Stato")));
+    EXPECT_EQ(program.finish(), 0);
+}
+
 TEST_F(Faults, ATableThatIsGoneIsNamed) {
     Dialogue program(place_);
     aim(program);

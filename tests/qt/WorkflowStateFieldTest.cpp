@@ -102,6 +102,22 @@ TEST_F(WorkflowStateFieldTest, ALeftListChangesNothing) {
     EXPECT_EQ(states->states["A"], "Attivo");
 }
 
+TEST_F(WorkflowStateFieldTest, AListThatCanNotBeReadIsReportedToWhoeverAskedForIt) {
+    field->setValue("A");
+    std::vector<std::string> told;
+    auto& hooks = DataEntryHooks::instance();
+    hooks.chooseState = []() -> std::optional<std::int64_t> {
+        throw contract::RuntimeError(contract::RuntimeError::database, "lettura non riuscita");
+    };
+    hooks.showStatesError = [&](const contract::RuntimeError& error) { told.push_back(error.description()); };
+    QTest::keyClick(script("TXT_QZ02_STATO").widget(), Qt::Key_F1);
+    EXPECT_EQ(told, std::vector<std::string>{"lettura non riuscita"});
+    // The component's own request tells the component.
+    EXPECT_THROW(field->sendKeys("^{F1}"), contract::RuntimeError);
+    EXPECT_EQ(told.size(), 1U);
+    hooks = {};
+}
+
 TEST_F(WorkflowStateFieldTest, TheUserOpensItWithTheKeyboardOrItsButtonAndCannotType) {
     field->setValue("A");
     pick.reset();

@@ -27,6 +27,8 @@ struct DataEntryHooks {
     /// Shows the list of workflow states and makes the one chosen the service's selected state; its WF02_ID, nothing
     /// when the list was left.
     std::function<std::optional<std::int64_t>()> chooseState;
+    /// A list of states that the user asked for and that could not be read.
+    std::function<void(const contract::RuntimeError&)> showStatesError;
 
     /// "Salvare le modifiche?" under the window's title; yes, no or cancel.
     int askToSave(const QString& title) const;

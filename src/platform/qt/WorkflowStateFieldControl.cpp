@@ -17,7 +17,7 @@ WorkflowStateFieldControl::WorkflowStateFieldControl(std::string_view name, Look
     : CaptionedControl(name, line), line_(line) {
     // A state is chosen, never typed.
     line->setReadOnly(true);
-    QObject::connect(line, &LookupEdit::listWanted, &context_, [this] { guarded([this] { openList(); }); });
+    QObject::connect(line, &LookupEdit::listWanted, &context_, [this] { guarded([this] { openWantedList(); }); });
     QObject::connect(line, &LookupEdit::left, &context_, [this] {
         if (!busy_ && line_->isVisible())
             guarded([this] { finish(); });
@@ -83,6 +83,18 @@ void WorkflowStateFieldControl::openList() {
         if (alive)
             busy_ = false;
         throw;
+    }
+}
+
+// Nobody stands behind a key or a button whom an error would reach.
+void WorkflowStateFieldControl::openWantedList() {
+    const auto& tell = DataEntryHooks::instance().showStatesError;
+    try {
+        openList();
+    } catch (const contract::RuntimeError& error) {
+        if (!tell)
+            throw;
+        tell(error);
     }
 }
 

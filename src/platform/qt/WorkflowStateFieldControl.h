@@ -28,6 +28,7 @@ public:
 private:
     WorkflowStateFieldControl(std::string_view name, LookupEdit* line);
     void openList();
+    void openWantedList();
     void finish();
     void showState();
 

@@ -1,0 +1,26 @@
+#include "host/DataEntryReports.h"
+
+#include "host/ErrorReport.h"
+#include "host/HostGlobal.h"
+#include "platform/qt/DataEntryHooks.h"
+
+namespace host {
+
+void connectDataEntry(const std::shared_ptr<HostContext>& context, const std::weak_ptr<HostGlobal>& global) {
+    auto& hooks = platform::qt::DataEntryHooks::instance();
+    hooks.showMessage = [context](const QString& title, const QString& text, int style) {
+        return context->dialogs.showMessage(title.toStdString(), text.toStdString(), style);
+    };
+    hooks.showError = [context](const contract::RuntimeError& error, const contract::ErrorList& records) {
+        reportError(*context, "Salvataggio", error, records);
+    };
+    hooks.chooseState = [global] {
+        const auto held = global.lock();
+        return held ? held->chooseState() : std::nullopt;
+    };
+    hooks.showStatesError = [context](const contract::RuntimeError& error) {
+        reportError(*context, "Stati", error, context->connection->Errors());
+    };
+}
+
+} // namespace host
