@@ -70,7 +70,7 @@ std::string withoutBraces(std::string_view raw) {
 }
 
 std::string withBraces(std::string_view value) {
-    if (!value.empty() && value.find_first_of("{};=[]()?*!@, \t") == std::string_view::npos)
+    if (!value.empty() && value.find_first_of("{};=[]()?*!@, \t\r\n") == std::string_view::npos)
         return std::string(value);
     std::string text = "{";
     for (const char c : value) {
@@ -97,7 +97,9 @@ ConnectionString::ConnectionString(std::string_view text) {
         const auto keyword = trimmed(text.substr(0, equals));
         text.remove_prefix(equals + 1);
         const auto length = valueLength(text);
-        entries_.push_back({std::string(keyword), std::string(trimmed(text.substr(0, length)))});
+        const auto raw = trimmed(text.substr(0, length));
+        // Without a keyword it is no value, and stays as it is.
+        entries_.push_back({std::string(keyword), (keyword.empty() ? "=" : "") + std::string(raw)});
         text.remove_prefix(std::min(length + 1, text.size()));
     }
 }
