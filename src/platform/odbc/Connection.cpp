@@ -19,14 +19,7 @@ constexpr std::string_view opening = "Apertura";
 constexpr std::string_view reopening = "Riapertura della connessione";
 constexpr std::string_view reading = "Lettura";
 constexpr std::string_view executing = "Esecuzione dell'istruzione";
-constexpr std::string_view beginning = "Apertura della transazione";
-constexpr std::string_view committing = "Conferma della transazione";
 constexpr std::size_t longestString = 32767; ///< bytes that a driver's length can tell
-constexpr std::int64_t noTransaction = 3903; ///< the server's number: a rollback without a transaction
-
-SQLPOINTER number(std::uintptr_t value) {
-    return reinterpret_cast<SQLPOINTER>(value); // NOLINT(performance-no-int-to-ptr)
-}
 
 std::string lowered(std::string text) {
     std::transform(text.begin(), text.end(), text.begin(),
@@ -101,12 +94,12 @@ void Connection::establish(std::string_view operation) {
     disconnect();
     environment_ = Environment(nullptr);
     if (environment_)
-        SQLSetEnvAttr(environment_.get(), SQL_ATTR_ODBC_VERSION, number(SQL_OV_ODBC3), 0);
+        SQLSetEnvAttr(environment_.get(), SQL_ATTR_ODBC_VERSION, attribute(SQL_OV_ODBC3), 0);
     database_ = DatabaseHandle(environment_.get());
     if (!database_)
         platform::odbc::fail(errors_, ErrorCategory::other, "il gestore dei driver ODBC non risponde", operation,
                              name_);
-    SQLSetConnectAttr(database_.get(), SQL_ATTR_LOGIN_TIMEOUT, number(loginTimeout), SQL_IS_UINTEGER);
+    SQLSetConnectAttr(database_.get(), SQL_ATTR_LOGIN_TIMEOUT, attribute(loginTimeout), SQL_IS_UINTEGER);
     platform::odbc::ConnectionString string(connectionString_);
     string.remove(ConnectionString::statementTimeout);
     std::string text = string.text();
@@ -138,7 +131,7 @@ void Connection::prepareStatement(std::string_view operation) {
     if (!statement_)
         fail(SQL_HANDLE_DBC, database_.get(), operation);
     if (timeout_ > 0 &&
-        !SQL_SUCCEEDED(SQLSetStmtAttr(statement_.get(), SQL_ATTR_QUERY_TIMEOUT, number(timeout_), SQL_IS_UINTEGER)))
+        !SQL_SUCCEEDED(SQLSetStmtAttr(statement_.get(), SQL_ATTR_QUERY_TIMEOUT, attribute(timeout_), SQL_IS_UINTEGER)))
         fail(SQL_HANDLE_STMT, statement_.get(), operation);
 }
 
@@ -196,28 +189,6 @@ void Connection::fail(SQLSMALLINT type, SQLHANDLE handle, std::string_view opera
     throw RuntimeError(RuntimeError::database, std::move(description));
 }
 
-// A server ends a transaction by itself on some errors (the victim of a deadlock, a failed conversion).
-bool Connection::serverHasTransaction() {
-    if (!database_)
-        return false;
-    if (!statement_)
-        return true;
-    const Reset reset(statement_.get());
-    if (engine_ == Engine::sqlite) {
-        // It refuses a transaction within another one; there it does so by itself when no space is left.
-        if (!SQL_SUCCEEDED(run("BEGIN")))
-            return true;
-        run("ROLLBACK");
-        return false;
-    }
-    contract::Snapshot rows;
-    if (!SQL_SUCCEEDED(run("SELECT @@TRANCOUNT")) ||
-        reader_.read(statement_.get(), engine_, std::nullopt, RowReader::Fetch::byBlock, rows) !=
-            RowReader::Outcome::complete)
-        return true;
-    return rows.rowCount() == 0 || rows.column(0).integer(0).value_or(1) > 0;
-}
-
 // Opens a lost connection again.
 void Connection::ready(std::string_view operation) {
     if (!IsOpen())
@@ -229,14 +200,6 @@ void Connection::ready(std::string_view operation) {
                              "la connessione si è interrotta e la transazione è annullata", operation, name_);
     catalog_.clear();
     connect(reopening);
-}
-
-// What follows in the same move must not be written on its own.
-void Connection::checkTransactionAlive(std::string_view operation) const {
-    if (begun_ && ended_)
-        throw RuntimeError(RuntimeError::database,
-                           std::string(operation) + " non riuscita sul database «" + name_ +
-                               "»: la transazione è già stata annullata per un errore precedente.");
 }
 
 const TranslatedStatement& Connection::translated(const contract::Statement& statement) {
@@ -355,85 +318,6 @@ void Connection::read(const std::string& text, const std::optional<std::vector<d
         reset.forget();
         fail(SQL_HANDLE_STMT, statement_.get(), reading);
     }
-}
-
-bool Connection::setAutocommit(bool on) {
-    return SQL_SUCCEEDED(SQLSetConnectAttr(database_.get(), SQL_ATTR_AUTOCOMMIT,
-                                           number(on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF), SQL_IS_UINTEGER));
-}
-
-bool Connection::setIsolation(std::uintptr_t level) {
-    return SQL_SUCCEEDED(SQLSetConnectAttr(database_.get(), SQL_ATTR_TXN_ISOLATION, number(level), SQL_IS_UINTEGER));
-}
-
-void Connection::BeginTrans() {
-    if (begun_)
-        throw RuntimeError(RuntimeError::invalidCall, "Una transazione è già aperta: le transazioni non si annidano.");
-    ready(beginning);
-    if (engine_ == Engine::sqlite)
-        // With autocommit off its driver would take no lock before the first write, and two transactions that have both
-        // read could not both go on.
-        execute("BEGIN IMMEDIATE", beginning);
-    // For the transaction alone: what is read outside of one need not lock ranges.
-    else if (!setIsolation(SQL_TXN_SERIALIZABLE) || !setAutocommit(false)) {
-        try {
-            fail(SQL_HANDLE_DBC, database_.get(), beginning);
-        } catch (...) {
-            if (database_)
-                endTransaction();
-            throw;
-        }
-    }
-    begun_ = true;
-    ended_ = false;
-}
-
-void Connection::CommitTrans() {
-    checkTransactionAlive(committing);
-    ready(committing);
-    if (!begun_)
-        platform::odbc::fail(errors_, ErrorCategory::other, "nessuna transazione è aperta", committing, name_);
-    if (engine_ == Engine::sqlite)
-        execute("COMMIT", committing);
-    else if (!SQL_SUCCEEDED(SQLEndTran(SQL_HANDLE_DBC, database_.get(), SQL_COMMIT)))
-        fail(SQL_HANDLE_DBC, database_.get(), committing);
-    begun_ = ended_ = false;
-    endTransaction();
-}
-
-void Connection::RollbackTrans() {
-    if (!begun_)
-        return;
-    const bool ended = ended_;
-    begun_ = ended_ = false;
-    if (!database_)
-        return;
-    if (engine_ == Engine::sqlite) {
-        const Reset reset(statement_.get());
-        if (!SQL_SUCCEEDED(run("ROLLBACK")) && !ended)
-            disconnect();
-        return;
-    }
-    const bool done = SQL_SUCCEEDED(SQLEndTran(SQL_HANDLE_DBC, database_.get(), SQL_ROLLBACK));
-    // The driver's own state needs it also where the server has ended the transaction; that there is none any more is
-    // no failure then (3903), and the first error stays.
-    if (!done && !ended) {
-        const auto records = recordsOf(SQL_HANDLE_DBC, database_.get(), engine_);
-        const bool none = std::any_of(records.begin(), records.end(),
-                                      [](const auto& record) { return record.nativeError == noTransaction; });
-        if (!none) {
-            // Where the server does not hear of it, the connection ends, and with it the transaction.
-            disconnect();
-            return;
-        }
-    }
-    endTransaction();
-}
-
-// Back to statements that stand alone. A connection that does not get there is opened again.
-void Connection::endTransaction() {
-    if (engine_ == Engine::server && (!setAutocommit(true) || !setIsolation(SQL_TXN_READ_COMMITTED)))
-        disconnect();
 }
 
 dialect::Catalog::Columns Connection::columnsOf(const std::string& table) {

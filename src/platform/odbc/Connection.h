@@ -65,6 +65,9 @@ public:
     SQLHDBC handle() const { return database_.get(); }
 
 private:
+    /// What the user reads of an operation that failed; also how fail() knows a commit.
+    static constexpr std::string_view committing = "Conferma della transazione";
+
     [[noreturn]] void fail(SQLSMALLINT type, SQLHANDLE handle, std::string_view operation);
     void connect(std::string_view operation);
     void establish(std::string_view operation);

@@ -9,9 +9,7 @@ std::vector<std::string> installedDrivers() {
     const Environment environment(nullptr);
     if (!environment)
         return names;
-    SQLSetEnvAttr(environment.get(), SQL_ATTR_ODBC_VERSION,
-                  reinterpret_cast<SQLPOINTER>(std::uintptr_t{SQL_OV_ODBC3}), // NOLINT(performance-no-int-to-ptr)
-                  0);
+    SQLSetEnvAttr(environment.get(), SQL_ATTR_ODBC_VERSION, attribute(SQL_OV_ODBC3), 0);
     constexpr SQLSMALLINT room = 256;
     SQLCHAR name[room] = {};
     SQLCHAR attributes[room] = {};

@@ -9,6 +9,11 @@
 
 namespace platform::odbc {
 
+/// A number as the value of an attribute.
+inline SQLPOINTER attribute(std::uintptr_t value) {
+    return reinterpret_cast<SQLPOINTER>(value); // NOLINT(performance-no-int-to-ptr)
+}
+
 /// One handle of the driver manager, freed with the object.
 template <SQLSMALLINT Type> class Handle {
 public:

@@ -72,10 +72,7 @@ void RowReader::arrange() {
 
 bool RowReader::bind(SQLHSTMT statement) {
     arrange();
-    const auto number = [](std::size_t value) {
-        return reinterpret_cast<SQLPOINTER>(value); // NOLINT(performance-no-int-to-ptr)
-    };
-    if (!SQL_SUCCEEDED(SQLSetStmtAttr(statement, SQL_ATTR_ROW_ARRAY_SIZE, number(rowsPerBlock_), SQL_IS_UINTEGER)) ||
+    if (!SQL_SUCCEEDED(SQLSetStmtAttr(statement, SQL_ATTR_ROW_ARRAY_SIZE, attribute(rowsPerBlock_), SQL_IS_UINTEGER)) ||
         !SQL_SUCCEEDED(SQLSetStmtAttr(statement, SQL_ATTR_ROWS_FETCHED_PTR, &fetched_, SQL_IS_POINTER)) ||
         !SQL_SUCCEEDED(SQLSetStmtAttr(statement, SQL_ATTR_ROW_STATUS_PTR, states_.data(), SQL_IS_POINTER)))
         return false;
@@ -139,8 +136,7 @@ bool RowReader::hasFailedRows(std::size_t count) const {
 }
 
 RowReader::Outcome RowReader::readByRow(SQLHSTMT statement, contract::Snapshot& rows) {
-    const auto one = reinterpret_cast<SQLPOINTER>(std::uintptr_t{1}); // NOLINT(performance-no-int-to-ptr)
-    SQLSetStmtAttr(statement, SQL_ATTR_ROW_ARRAY_SIZE, one, SQL_IS_UINTEGER);
+    SQLSetStmtAttr(statement, SQL_ATTR_ROW_ARRAY_SIZE, attribute(1), SQL_IS_UINTEGER);
     std::string value;
     for (;;) {
         const SQLRETURN result = SQLFetch(statement);
