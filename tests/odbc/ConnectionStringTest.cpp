@@ -73,6 +73,16 @@ TEST(OdbcConnectionString, NamesTheDatabase) {
     EXPECT_EQ("ODBC", ConnectionString("").name());
 }
 
+TEST(OdbcConnectionString, ADriverSeesItsOwnKeywordsOnly) {
+    EXPECT_EQ("Driver=x;Server=a", ConnectionString("Driver=x;statementTimeout=7;Server=a").driverText(7));
+    EXPECT_EQ("Driver=FreeTDS;Server=a", ConnectionString("Driver=FreeTDS;StatementTimeout=0;Server=a").driverText(0));
+    for (const std::string driver : {"Driver={FreeTDS}", "Driver=/usr/lib/odbc/libtdsodbc.so"}) {
+        EXPECT_EQ(driver + ";Server=a;Timeout=7",
+                  ConnectionString(driver + ";StatementTimeout=7;Server=a").driverText(7));
+        EXPECT_EQ(driver + ";timeout=3", ConnectionString(driver + ";timeout=3").driverText(7));
+    }
+}
+
 TEST(OdbcConnectionString, KeepsWhatIsNoKeyword) {
     EXPECT_EQ("erp;Server=a", ConnectionString("erp;;Server=a").text());
     EXPECT_EQ("", ConnectionString(";;").text());

@@ -33,9 +33,11 @@ TEST_F(OdbcServer, TextsGoUnchangedInOnePiece) {
 TEST_F(OdbcServer, TheTimeOuts) {
     EXPECT_EQ(10U, script().loginTimeout);
     EXPECT_EQ(0U, script().queryTimeout);
+    EXPECT_EQ(0U, script().connectionTimeout) << "nothing is cut where nobody asked for it";
     Connection other(string(";statementtimeout=7"));
     other.Open();
     EXPECT_EQ(7U, script().queryTimeout);
+    EXPECT_EQ(7U, script().connectionTimeout);
     EXPECT_FALSE(has(script().connectionString, "imeout")) << script().connectionString;
     Connection wrong(string(";StatementTimeout=poco"));
     EXPECT_TRUE(has(failureOf([&] { wrong.Open(); }), "StatementTimeout"));
@@ -378,6 +380,20 @@ TEST_F(OdbcServer, AStatementThatTimedOutTakesTheConnectionWithIt) {
     EXPECT_EQ(1U, callsOf("connect"));
 }
 
+TEST_F(OdbcServer, ATransactionThatCouldNotBeginInTimeIsNone) {
+    script().served = [](const std::string& call) {
+        return call == "autocommit off" ? timedOut : std::vector<scripted::Diagnostic>();
+    };
+    EXPECT_TRUE(has(failureOf([&] { connection.BeginTrans(); }), "tempo massimo"));
+    EXPECT_FALSE(connection.InTransaction());
+    script().served = nullptr;
+    script().calls.clear();
+    connection.BeginTrans();
+    connection.RollbackTrans();
+    EXPECT_EQ((Calls{"connect", "serializable", "autocommit off", "rollback", "autocommit on", "read committed"}),
+              script().calls);
+}
+
 TEST_F(OdbcServer, NoConnectionIsOpenedWithinATransaction) {
     for (const auto& failure : {lost, timedOut}) {
         connection.BeginTrans();
@@ -407,6 +423,21 @@ TEST_F(OdbcServer, ACommitThatNobodyAnsweredIsToldAsUncertain) {
     connection.RollbackTrans();
     run();
     EXPECT_EQ(1U, callsOf("connect"));
+}
+
+TEST_F(OdbcServer, ARightThatIsMissingLeavesTheTransactionToItsOwner) {
+    connection.BeginTrans();
+    for (const int number : {229, 230}) {
+        failWith({{"42000", number, "[FreeTDS][SQL Server]The UPDATE permission was denied on the object 'PROVA'."}});
+        const auto description = failureOf([&] { run(); });
+        EXPECT_EQ(ErrorCategory::permission, connection.Errors().front().category);
+        EXPECT_TRUE(has(description, "l'utente del database non ha il permesso")) << description;
+        EXPECT_TRUE(has(description, "'PROVA'")) << description;
+        EXPECT_TRUE(connection.InTransaction());
+    }
+    connection.RollbackTrans();
+    EXPECT_EQ(1U, callsOf("rollback"));
+    EXPECT_EQ(0U, callsOf("disconnect"));
 }
 
 TEST_F(OdbcServer, NoPasswordStandsInAnError) {

@@ -29,6 +29,7 @@ protected:
         string.set("Server", "127.0.0.1");
         string.set("Port", std::to_string(proxy->port()));
         string.set("StatementTimeout", "3");
+        boundsItself = platform::odbc::ConnectionString(string.driverText(3)).value("Timeout").has_value();
         program = std::make_unique<Program>(Where::server, [&](const WorldDatabase&) {
             return std::make_unique<platform::odbc::Connection>(string.text());
         });
@@ -60,6 +61,7 @@ protected:
 
     std::unique_ptr<Proxy> proxy;
     std::unique_ptr<Program> program;
+    bool boundsItself = false; ///< the driver, in what it asks the server without a statement
 };
 
 std::string nameOfWork(const ::testing::TestParamInfo<Work>& info) {
@@ -83,7 +85,14 @@ TEST_P(ServerAwayTest, ACutConnectionIsMadeAgainByTryingAgain) {
     EXPECT_FALSE(program->connection->InTransaction());
 }
 
-// A statement's time-out; what the driver itself asks for when a transaction begins has none.
+// What the driver itself asks for when a transaction begins.
+TEST_P(ServerAwayTest, ABeginningThatTakesTooLongEndsTheWork) {
+    if (!boundsItself)
+        GTEST_SKIP() << "the driver is not FreeTDS's";
+    failThenWork(
+        "il tempo massimo è scaduto", [](Proxy& it) { it.hold(true); }, [](Proxy& it) { it.hold(false); });
+}
+
 TEST_P(ServerAwayTest, AnAnswerThatTakesTooLongEndsTheStatement) {
     proxy->hold(true);
     const auto started = std::chrono::steady_clock::now();

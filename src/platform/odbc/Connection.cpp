@@ -100,12 +100,15 @@ void Connection::establish(std::string_view operation) {
         platform::odbc::fail(errors_, ErrorCategory::other, "il gestore dei driver ODBC non risponde", operation,
                              name_);
     SQLSetConnectAttr(database_.get(), SQL_ATTR_LOGIN_TIMEOUT, attribute(loginTimeout), SQL_IS_UINTEGER);
-    platform::odbc::ConnectionString string(connectionString_);
-    string.remove(ConnectionString::statementTimeout);
-    std::string text = string.text();
+    const platform::odbc::ConnectionString string(connectionString_);
+    std::string text = string.driverText(timeout_);
     SQLRETURN result = SQL_ERROR;
     SQLSMALLINT length = 0;
     engine_ = namesSqlite(string) ? Engine::sqlite : Engine::server;
+    // What the driver asks by itself, at the beginning and the end of a transaction, is no statement. A driver that
+    // does not know the attribute goes on without.
+    if (timeout_ > 0 && engine_ == Engine::server)
+        SQLSetConnectAttr(database_.get(), SQL_ATTR_CONNECTION_TIMEOUT, attribute(timeout_), SQL_IS_UINTEGER);
     if (engine_ == Engine::sqlite) {
         result = SQLDriverConnect(database_.get(), nullptr, reinterpret_cast<SQLCHAR*>(text.data()),
                                   static_cast<SQLSMALLINT>(text.size()), nullptr, 0, &length, SQL_DRIVER_NOPROMPT);

@@ -19,7 +19,8 @@ namespace platform::odbc {
 /// each in one piece. For a driver that says it is SQLite the dialect is translated in front of it.
 ///
 /// The connection string is a driver's, and besides "StatementTimeout=" with the seconds that a statement may take (no
-/// limit without it). Its passwords stand in no error.
+/// limit without it); the beginning and the end of a transaction may take as long, where the driver can be told so. Its
+/// passwords stand in no error.
 ///
 /// A connection that is lost, or whose statement timed out, is opened again by the next command, but never within a
 /// transaction: that one is over, and everything but reading is refused until RollbackTrans().

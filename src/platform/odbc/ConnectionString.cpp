@@ -153,6 +153,17 @@ std::string ConnectionString::masked() const {
     return shown.text();
 }
 
+std::string ConnectionString::driverText(std::uintptr_t seconds) const {
+    constexpr std::string_view ownTimeout = "Timeout"; // of FreeTDS; another driver may mean something else by it
+    ConnectionString given = *this;
+    given.remove(statementTimeout);
+    const std::string driver = lowered(value("Driver").value_or(""));
+    const bool freeTds = driver.find("freetds") != std::string::npos || driver.find("tdsodbc") != std::string::npos;
+    if (seconds > 0 && freeTds && !value(ownTimeout))
+        given.set(ownTimeout, std::to_string(seconds));
+    return given.text();
+}
+
 std::vector<std::string> ConnectionString::passwords() const {
     std::vector<std::string> all;
     for (const auto& entry : entries_)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -29,6 +30,10 @@ public:
     std::string text() const;
     /// The string with "***" for every password.
     std::string masked() const;
+    /// What a driver sees: the string without this program's keywords. Where a statement's time is limited, FreeTDS's
+    /// driver is told to wait no longer for what it asks of the server by itself, unless the string says how long:
+    /// it knows no attribute for that, and would wait for ever. seconds: 0 for no limit.
+    std::string driverText(std::uintptr_t seconds) const;
     /// The values of its passwords.
     std::vector<std::string> passwords() const;
     /// What a user calls the database: server and database, or the data source, never a password. "ODBC" where the

@@ -47,6 +47,7 @@ struct Script {
     std::string connectionString;
     std::size_t loginTimeout = 0;
     std::size_t queryTimeout = 0;
+    std::size_t connectionTimeout = 0;
     int openResults = 0;
     int mostOpenResults = 0;
     bool dead = false; ///< what the driver says of its connection

@@ -192,6 +192,8 @@ SQLRETURN SQL_API SQLSetConnectAttrW(SQLHDBC handle, SQLINTEGER what, SQLPOINTER
     const auto number = reinterpret_cast<std::size_t>(value);
     if (what == SQL_ATTR_LOGIN_TIMEOUT)
         script().loginTimeout = number;
+    if (what == SQL_ATTR_CONNECTION_TIMEOUT)
+        script().connectionTimeout = number;
     if (what == SQL_ATTR_AUTOCOMMIT)
         return serve(handle, number == SQL_AUTOCOMMIT_ON ? "autocommit on" : "autocommit off");
     if (what == SQL_ATTR_TXN_ISOLATION)
