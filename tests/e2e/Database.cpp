@@ -11,6 +11,8 @@
 
 #include <sqlite3.h>
 
+#include <regex>
+
 namespace e2e {
 
 namespace {
@@ -43,6 +45,12 @@ std::string tableWithIdentity(const std::string& statement) {
         }
     }
     return {};
+}
+
+/// The same with its days between quotes as a server reads them whatever its language is: eight digits.
+std::string forServer(const std::string& statement) {
+    static const std::regex day("'(\\d{4})-(\\d{2})-(\\d{2})'");
+    return std::regex_replace(statement, day, "'$1$2$3'");
 }
 
 /// A value as SQLite keeps it.
@@ -90,7 +98,7 @@ void Database::run(const std::string& sql) {
 }
 
 void Database::runOnServer(const std::string& sql) {
-    for (const auto& statement : statementsOf(sql)) {
+    for (const auto& statement : statementsOf(forServer(sql))) {
         try {
             const std::string table = tableWithIdentity(statement);
             if (!table.empty())
@@ -126,7 +134,7 @@ std::vector<std::vector<std::string>> Database::rowsOfServer(const std::string& 
     std::vector<std::vector<std::string>> result;
     try {
         contract::Snapshot rows;
-        server_->readNative(sql, rows);
+        server_->readNative(forServer(sql), rows);
         for (std::size_t row = 0; row < rows.rowCount(); ++row) {
             auto& cells = result.emplace_back();
             for (std::size_t column = 0; column < rows.columnCount(); ++column)

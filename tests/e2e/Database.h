@@ -17,7 +17,7 @@ namespace e2e {
 class Workplace;
 
 /// The tables of a database as an outside program reaches them: plain SQL, untranslated. What it is given must mean the
-/// same to SQLite and to SQL Server.
+/// same to SQLite and to SQL Server, but for days: 'yyyy-mm-dd' in both.
 class Database {
 public:
     /// An embedded one.

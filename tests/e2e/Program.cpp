@@ -88,8 +88,9 @@ Workplace::~Workplace() {
 }
 
 QStringList Workplace::connection() const {
-    return onServer() ? QStringList{QStringLiteral("--odbc"), QString::fromStdString(server_)}
-                      : QStringList{QStringLiteral("--database"), database()};
+    if (!onServer())
+        return {QStringLiteral("--database"), database()};
+    return {QStringLiteral("--odbc"), QString::fromStdString(programs_.empty() ? server_ : programs_)};
 }
 
 void Workplace::prepare(QProcess& process) const {

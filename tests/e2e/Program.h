@@ -13,6 +13,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace e2e {
@@ -41,6 +42,8 @@ public:
     bool onServer() const { return !server_.empty(); }
     /// The options of the command line that name the database.
     QStringList connection() const;
+    /// Programs started from now on reach the server by this string: the test itself still by its own.
+    void connectBy(std::string connectionString) { programs_ = std::move(connectionString); }
     /// A new database with the program's tables, filled by fillForest(); on a server after dropping those there.
     void makeForest();
 
@@ -62,6 +65,7 @@ private:
     QTemporaryDir folder_;
     std::optional<std::uint64_t> largestFile_;
     std::string server_;
+    std::string programs_; ///< connection string of the programs where it is another one
     std::map<QString, QString> variables_;
     int lock_ = -1; ///< file that keeps other tests off the server's tables
 };
