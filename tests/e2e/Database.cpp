@@ -161,13 +161,17 @@ std::string Database::nodes() {
     return all;
 }
 
+std::set<std::string> tablesOfTheProgram() {
+    std::set<std::string> names{"STATI_LEGAME", "STATI_STORIA"};
+    for (const auto& table : qz::schema().tables)
+        names.emplace(table.name);
+    return names;
+}
+
 void dropServerTables(const std::string& connectionString) {
     platform::odbc::Connection connection(connectionString);
     connection.Open();
-    std::vector<std::string> names{"STATI_LEGAME", "STATI_STORIA"};
-    for (const auto& table : qz::schema().tables)
-        names.emplace_back(table.name);
-    for (const auto& name : names)
+    for (const auto& name : tablesOfTheProgram())
         if (platform::odbc::columnsOf(connection, name))
             connection.runNative("DROP TABLE " + name);
 }

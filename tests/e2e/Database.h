@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -45,6 +46,9 @@ private:
     sqlite3* database_ = nullptr;
     std::unique_ptr<platform::odbc::Connection> server_;
 };
+
+/// Names of the program's tables, the host's with them.
+std::set<std::string> tablesOfTheProgram();
 
 /// Drops the program's tables, the host's with them, where they are there.
 void dropServerTables(const std::string& connectionString);
