@@ -390,7 +390,8 @@ TEST_F(OdbcServer, ATransactionThatCouldNotBeginInTimeIsNone) {
     script().calls.clear();
     connection.BeginTrans();
     connection.RollbackTrans();
-    EXPECT_EQ((Calls{"connect", "serializable", "autocommit off", "rollback", "autocommit on", "read committed"}),
+    EXPECT_EQ((Calls{"connect", "SET NOCOUNT OFF", "serializable", "autocommit off", "rollback", "autocommit on",
+                     "read committed"}),
               script().calls);
 }
 

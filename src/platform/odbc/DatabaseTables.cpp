@@ -89,7 +89,9 @@ void checkDatabase(Connection& connection, const contract::Schema& schema) {
         const auto& table = schema.tables[i];
         const auto& columns = all[i];
         if (!columns)
-            refuse(connection, "non contiene la tabella " + std::string(table.name));
+            // A server shows nobody a table that he has no right on.
+            refuse(connection, "non contiene la tabella " + std::string(table.name) +
+                                   (connection.engine() == Engine::server ? ", o l'utente non la può leggere" : ""));
         for (const auto& column : table.columns)
             if (std::none_of(columns->begin(), columns->end(),
                              [&](const auto& have) { return dialect::sameName(have, column.name); }))
