@@ -42,6 +42,8 @@ public:
     bool edit(std::int64_t node, std::string_view column, std::string_view text, std::vector<int> errorAnswers = {});
     /// What a cell of the destination's tree shows.
     std::string cell(std::int64_t node, std::string_view column);
+    /// Path of an embedded database.
+    const std::string& file() const { return database_.path(); }
     /// What another user does: gives a node's link another end.
     void changeEnd(std::int64_t node, contract::Date end) { database_.changeEnd(node, end); }
     /// Clicks a type again on both sides, as a user would to go on working.
