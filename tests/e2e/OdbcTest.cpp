@@ -3,6 +3,7 @@
 #include "e2e/Database.h"
 #include "e2e/Program.h"
 #include "e2e/Texts.h"
+#include "e2e/Works.h"
 #include "odbc/OdbcFixture.h"
 
 #include <QFile>
@@ -160,6 +161,27 @@ TEST_F(Odbc, NoPasswordStandsInARefusal) {
         EXPECT_EQ(1, outcome.err.count(QLatin1Char('\n'))) << outcome.err.toStdString();
         EXPECT_FALSE(outcome.err.contains(QLatin1String("reto"))) << outcome.err.toStdString();
     }
+}
+
+TEST_F(Odbc, AFullDiskLeavesTheRowsAndTheProgramUsable) {
+    place_.makeForest();
+    Database database(place_.database());
+    const auto before = database.nodes();
+    place_.connectBy(string().toStdString());
+    place_.limitFiles(512);
+    Dialogue program(place_);
+    for (const auto work : {Work::structure, Work::edit, Work::structure}) {
+        aim(program, work);
+        const auto said = errors(doWork(program, work));
+        ASSERT_FALSE(said.empty()) << nameOf(work);
+        EXPECT_TRUE(contains(said.front(), "scrittura")) << said.front();
+        EXPECT_EQ(database.nodes(), before);
+    }
+    // Reading goes on.
+    EXPECT_TRUE(errors(program.select(origList, QStringLiteral("C2"))).empty());
+    EXPECT_FALSE(program.ids(origTree).empty());
+    program.must(R"({"do":"close"})");
+    EXPECT_EQ(program.finish(), 0) << program.err().toStdString();
 }
 
 TEST_F(Odbc, MovesWithValidityAndCarriesTheStateOver) {

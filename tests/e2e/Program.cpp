@@ -88,9 +88,9 @@ Workplace::~Workplace() {
 }
 
 QStringList Workplace::connection() const {
-    if (!onServer())
-        return {QStringLiteral("--database"), database()};
-    return {QStringLiteral("--odbc"), QString::fromStdString(programs_.empty() ? server_ : programs_)};
+    const std::string& odbc = programs_.empty() ? server_ : programs_;
+    return odbc.empty() ? QStringList{QStringLiteral("--database"), database()}
+                        : QStringList{QStringLiteral("--odbc"), QString::fromStdString(odbc)};
 }
 
 void Workplace::prepare(QProcess& process) const {

@@ -42,7 +42,7 @@ public:
     bool onServer() const { return !server_.empty(); }
     /// The options of the command line that name the database.
     QStringList connection() const;
-    /// Programs started from now on reach the server by this string: the test itself still by its own.
+    /// Programs started from now on reach the database by this string for ODBC; the test itself as before.
     void connectBy(std::string connectionString) { programs_ = std::move(connectionString); }
     /// A new database with the program's tables, filled by fillForest(); on a server after dropping those there.
     void makeForest();

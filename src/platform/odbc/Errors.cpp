@@ -159,6 +159,9 @@ std::string_view explanationOf(const DatabaseErrorRecord& record) {
     case ErrorCategory::other:
         break;
     }
+    // SQLite's words, where its file can not be written although the disk does not say that it is full.
+    if (has(record.description, "disk I/O error"))
+        return "errore di lettura o scrittura del file";
     return "errore del database";
 }
 
