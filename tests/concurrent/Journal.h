@@ -16,6 +16,7 @@ struct Entry {
     enum class Kind : std::uint8_t { none, structure, validity, edit };
     Kind kind = Kind::none;
     bool committed = false;
+    bool failed = false; ///< a statement or the commit ended in an error
     int user = 0;
     std::int64_t origin = 0;      ///< moves: distinta on the left
     std::int64_t destination = 0; ///< moves: distinta on the right
@@ -26,10 +27,13 @@ struct Entry {
     std::int32_t fixedEnd = 0;
     /// Edits: the dates on the screen, and the new ones.
     std::int32_t oldStart = 0, oldEnd = 0, newStart = 0, newEnd = 0;
+    /// By a SnapshotConnection: the commits that it has seen are the first ones, at least and at most so many; and
+    /// which commit it was itself, counted from 1, 0 when it was none.
+    std::uint32_t seenAtLeast = 0, seenAtMost = 0, commit = 0;
 };
 
-/// The transactions of all processes in the order in which they got the database for themselves, in memory that child
-/// processes share with their parent.
+/// The transactions of all processes in the order in which they began, in memory that child processes share with their
+/// parent.
 class Journal {
 public:
     static constexpr std::size_t capacity = 200'000;
@@ -46,6 +50,8 @@ public:
     /// Counters of what users met.
     struct Counters {
         std::atomic<std::int64_t> actions, refusals, errors, unreadable, stale, open;
+        std::atomic<std::int64_t> failedAlone; ///< transactions that an error ended while there was no other one
+        std::atomic<std::int64_t> otherWords;  ///< that an error ended which does not say that it is a conflict
     };
     Counters& counters() { return shared_->counters; }
 
@@ -58,20 +64,38 @@ private:
     Shared* shared_;
 };
 
-/// A connection that writes each transaction into the journal. Over the embedded database a transaction holds it alone
-/// from its beginning, so there the order of the beginnings is the order of the commits.
-class OrderedConnection : public property::WrappedConnection {
+/// A connection that writes each transaction into the journal.
+class RecordingConnection : public property::WrappedConnection {
 public:
-    OrderedConnection(std::unique_ptr<contract::Connection> inner, Journal& journal)
+    RecordingConnection(std::unique_ptr<contract::Connection> inner, Journal& journal)
         : WrappedConnection(std::move(inner)), journal_(journal) {}
 
     /// What the next transaction is for.
     void announce(const Entry& entry) { announced_ = entry; }
 
+protected:
+    Journal& journal() { return journal_; }
+    /// A new entry, of what was announced.
+    Entry& begun() {
+        auto& entry = journal_.next();
+        entry = announced_;
+        return entry;
+    }
+
+private:
+    Journal& journal_;
+    Entry announced_;
+};
+
+/// Over the embedded database a transaction holds it alone from its beginning, so there the order of the beginnings is
+/// the order of the commits.
+class OrderedConnection : public RecordingConnection {
+public:
+    using RecordingConnection::RecordingConnection;
+
     void BeginTrans() override {
         inner().BeginTrans();
-        current_ = &journal_.next();
-        *current_ = announced_;
+        current_ = &begun();
     }
     void CommitTrans() override {
         inner().CommitTrans();
@@ -79,8 +103,6 @@ public:
     }
 
 private:
-    Journal& journal_;
-    Entry announced_;
     Entry* current_ = nullptr;
 };
 

@@ -1,13 +1,26 @@
 #include "property/MoveModel.h"
 
 #include <algorithm>
+#include <array>
 #include <deque>
+#include <random>
 
 namespace model {
 
 namespace {
 
 using Account = std::optional<std::int64_t>;
+
+/// Questions whose answers have no order of their own.
+enum class Question : std::uint32_t { parents, standIn, children, overlaps };
+
+std::int64_t idOf(const Row& row) {
+    return row.id;
+}
+
+std::int64_t idOf(const Row* row) {
+    return row->id;
+}
 
 class Mover {
 public:
@@ -55,6 +68,20 @@ private:
         return at == world_.rows.end() ? nullptr : &*at;
     }
 
+    /// Rows, or pointers to rows, in the order in which this world answers the question.
+    template <class Rows> void arrange(Question question, Rows& rows) const {
+        if (world_.order == 0)
+            return;
+        const auto rank = [&](std::int64_t id) {
+            std::seed_seq seed{world_.order, static_cast<std::uint32_t>(question), static_cast<std::uint32_t>(id)};
+            std::array<std::uint32_t, 1> drawn{};
+            seed.generate(drawn.begin(), drawn.end());
+            return drawn.front();
+        };
+        std::sort(rows.begin(), rows.end(),
+                  [&](const auto& a, const auto& b) { return rank(idOf(a)) < rank(idOf(b)); });
+    }
+
     std::size_t countOf(std::int64_t distinta) const {
         return static_cast<std::size_t>(std::count_if(world_.rows.begin(), world_.rows.end(),
                                                       [&](const Row& r) { return r.distinta == distinta; }));
@@ -83,10 +110,15 @@ private:
                 current = seen[head - 1];
             if (!current)
                 continue;
-            std::vector<Account> above;
-            for (const Row& row : std::vector<Row>(world_.rows))
+            std::vector<Row> links;
+            for (const Row& row : world_.rows)
                 if (row.distinta == move_.destination && row.account == current)
-                    above.push_back(accountAbove(row));
+                    links.push_back(row);
+            arrange(Question::parents, links);
+            std::vector<Account> above;
+            above.reserve(links.size());
+            for (const Row& row : links)
+                above.push_back(accountAbove(row));
             if (above.empty())
                 continue;
             if (above.front() && above.front() == account)
@@ -108,8 +140,10 @@ private:
         for (const Row& other : world_.rows)
             if (other.account == row->account && (!move_.withValidity || other.start == start_))
                 same.push_back(&other);
-        std::stable_sort(same.begin(), same.end(),
-                         [](const Row* a, const Row* b) { return a->distinta < b->distinta; });
+        arrange(Question::standIn, same);
+        if (world_.indexed)
+            std::stable_sort(same.begin(), same.end(),
+                             [](const Row* a, const Row* b) { return a->distinta < b->distinta; });
         if (same.empty())
             return {0, 0};
         return {same.front()->id, same.front()->account};
@@ -129,6 +163,7 @@ private:
             for (const Row& row : world_.rows)
                 if (row.parent == parent && row.distinta == move_.origin)
                     children.push_back(row);
+            arrange(Question::children, children);
             for (const Row& child : children) {
                 if (queued >= places)
                     return;
@@ -180,6 +215,7 @@ private:
             if (row.account == account && touches)
                 links.push_back(row);
         }
+        arrange(Question::overlaps, links);
         std::stable_sort(links.begin(), links.end(),
                          [](const Row& a, const Row& b) { return a.distinta < b.distinta; });
         const std::string label = "Cliente " + std::to_string(account);

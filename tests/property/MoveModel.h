@@ -32,6 +32,12 @@ struct World {
     std::set<std::int64_t> registered;    ///< accounts that stand in the account table
     std::set<std::int64_t> namedDistinte; ///< distinte whose type row exists
     std::int64_t nextId = 1;
+    /// Where an answer leaves the order of several distinte to the database, they come one after the other, as in an
+    /// index; otherwise the rows come as they stand here, whatever their distinta and their ids.
+    bool indexed = true;
+    /// 0: the rows of an answer without an order come as they stand here. Otherwise every kind of question has an order
+    /// of its own, drawn from this number.
+    std::uint32_t order = 0;
 };
 
 struct Move {

@@ -43,6 +43,28 @@ void dropTables(const std::string& connectionString) {
     odbc_test::dropTables(connection, qz::schema());
 }
 
+std::vector<model::Row> readRows(const contract::Statement& query, contract::Connection& connection) {
+    contract::Recordset records;
+    records.Open(query, connection);
+    std::vector<model::Row> all;
+    for (; !records.Eof(); records.MoveNext()) {
+        model::Row row;
+        row.id = records["QZ02_ID"].integer().value_or(0);
+        row.distinta = records["QZ02_ID_QZ01"].integer().value_or(0);
+        row.parent = records["QZ02_IDPARENT_QZ02"].integer();
+        row.account = records["QZ02_CLIFOR_CG44"].integer();
+        row.start = records["QZ02_DATAINIZIOVAL"].date().value_or(contract::Date());
+        row.end = records["QZ02_DATAFINEVAL"].date().value_or(contract::Date());
+        const bool audited = records["QZ02_UTENTEVAR"].text() == "UTENTE";
+        const bool inserted = records["QZ02_UTENTECRE"].text() == "UTENTE";
+        const bool dated = !records["QZ02_DATAVAR"].isNull();
+        row.moved = audited && dated && !inserted;
+        row.closed = audited && !dated && !inserted;
+        all.push_back(row);
+    }
+    return all;
+}
+
 } // namespace
 
 std::string nameOf(Where where) {
@@ -194,24 +216,7 @@ void WorldDatabase::write(const model::World& world) {
 
 std::vector<model::Row> WorldDatabase::rows() {
     const Visit visit(*this);
-    contract::Recordset records;
-    records.Open(contract::Statement("SELECT * FROM QZ02_DISTINTA ORDER BY QZ02_ID"), direct());
-    std::vector<model::Row> all;
-    for (; !records.Eof(); records.MoveNext()) {
-        model::Row row;
-        row.id = records["QZ02_ID"].integer().value_or(0);
-        row.distinta = records["QZ02_ID_QZ01"].integer().value_or(0);
-        row.parent = records["QZ02_IDPARENT_QZ02"].integer();
-        row.account = records["QZ02_CLIFOR_CG44"].integer();
-        row.start = records["QZ02_DATAINIZIOVAL"].date().value_or(contract::Date());
-        row.end = records["QZ02_DATAFINEVAL"].date().value_or(contract::Date());
-        const bool audited = records["QZ02_UTENTEVAR"].text() == "UTENTE";
-        const bool inserted = records["QZ02_UTENTECRE"].text() == "UTENTE";
-        const bool dated = !records["QZ02_DATAVAR"].isNull();
-        row.moved = audited && dated && !inserted;
-        row.closed = audited && !dated && !inserted;
-        all.push_back(row);
-    }
+    auto all = readRows(contract::Statement("SELECT * FROM QZ02_DISTINTA ORDER BY QZ02_ID"), direct());
     if (where_ == Where::server)
         renumber(all);
     return all;
@@ -262,6 +267,10 @@ bool WorldDatabase::sound() {
         },
         &answer, nullptr);
     return answer == "ok";
+}
+
+std::vector<model::Row> rowsAsTheyLie(contract::Connection& connection) {
+    return readRows(contract::Statement("SELECT * FROM QZ02_DISTINTA"), connection);
 }
 
 std::vector<model::Row> withoutMarks(std::vector<model::Row> rows) {

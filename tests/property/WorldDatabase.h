@@ -84,6 +84,9 @@ private:
     std::int64_t next_ = 1;                          ///< id that the world would give next
 };
 
+/// The rows over an open connection, with their own numbers and in the order in which the database gives them unasked.
+std::vector<model::Row> rowsAsTheyLie(contract::Connection& connection);
+
 /// The same rows without the marks of who changed them.
 std::vector<model::Row> withoutMarks(std::vector<model::Row> rows);
 
