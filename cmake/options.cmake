@@ -40,7 +40,8 @@ function(distinte_tests name)
     # What is tested is optimised as the preset says; the tests themselves need to compile fast.
     target_compile_options(${name} PRIVATE -O0 -g1)
     target_link_libraries(${name} PRIVATE distinte_options ${ARGN} GTest::gtest GTest::gtest_main)
-    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+    # With a server to test on, one test waits for another that has its tables.
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 900 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
   endif()
 endfunction()
 
