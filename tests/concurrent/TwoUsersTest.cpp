@@ -54,12 +54,12 @@ std::size_t worth(const model::World& world, bool manyAccounts) {
 }
 
 /// The richest of a hundred.
-model::World someWorld(unsigned seed, bool manyAccounts) {
+model::World someWorld(unsigned seed, bool onServer) {
     model::World best;
     for (unsigned i = 0; i < 100; ++i) {
         std::mt19937 random(seed + i);
         auto world = property::randomWorld(random);
-        if (worth(world, manyAccounts) > worth(best, manyAccounts))
+        if (worth(world, onServer) > worth(best, onServer))
             best = std::move(world);
     }
     return best;

@@ -45,6 +45,44 @@ Tally agree(unsigned firstSeed, int moves, bool withValidity) {
     return tally;
 }
 
+/// A server gives rows that nobody put in order as it likes: the model must agree with some order of theirs.
+Tally agreeOnServer(unsigned firstSeed, int moves, bool withValidity) {
+    constexpr std::uint32_t orders = 400;
+    Program program(Where::server);
+    Tally tally;
+    for (unsigned seed = firstSeed; tally.kept + tally.refused < moves; ++seed) {
+        std::mt19937 random(seed);
+        const model::World world = randomWorld(random);
+        if (!withAllParents(world))
+            continue;
+        const auto move = randomMove(world, random, withValidity);
+        program.write(world);
+        if (!program.focus(move))
+            continue;
+        program.press(move);
+        const auto after = program.rows();
+        bool agrees = false;
+        for (std::uint32_t order = 0; order <= orders && !agrees; ++order) {
+            auto expected = world;
+            expected.indexed = false;
+            expected.order = order;
+            const auto outcome = model::apply(expected, move);
+            agrees = outcome.message == program.message() && program.renumbered(expected.rows) == after;
+            if (agrees)
+                ++(outcome.kept ? tally.kept : tally.refused);
+        }
+        EXPECT_TRUE(agrees) << "seed " << seed << ": node " << move.node << " under " << move.target << ", "
+                            << move.origin << " to " << move.destination << "\nbefore:\n"
+                            << describe(world.rows) << program.message() << "database:\n"
+                            << describe(after);
+        EXPECT_TRUE(program.host->errors.empty()) << seed << program.host->errors.front().text;
+        EXPECT_FALSE(program.connection->InTransaction()) << seed;
+        if (::testing::Test::HasFailure())
+            return tally;
+    }
+    return tally;
+}
+
 } // namespace
 
 TEST(MoveProperty, AThousandStructuralMovesAgreeWithTheModel) {
@@ -58,6 +96,16 @@ TEST(MoveProperty, AThousandMovesWithValidityAgreeWithTheModel) {
     const auto tally = agree(50001, 1000, true);
     EXPECT_GT(tally.kept, 150);
     EXPECT_GT(tally.refused, 150);
+}
+
+TEST(MoveProperty, MovesOnAServerAgreeWithTheModel) {
+    if (const auto why = WorldDatabase::missing(Where::server))
+        GTEST_SKIP() << *why;
+    for (const bool withValidity : {false, true}) {
+        const auto tally = agreeOnServer(withValidity ? 70001 : 80001, 60, withValidity);
+        EXPECT_GT(tally.kept, 5);
+        EXPECT_GT(tally.refused, 5);
+    }
 }
 
 } // namespace property

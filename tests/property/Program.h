@@ -33,6 +33,11 @@ public:
     void write(const model::World& world) { database_.write(world); }
     /// The rows as the database holds them, through a connection of their own.
     std::vector<model::Row> rows() { return database_.rows(); }
+    /// Rows that a model made, with the numbers that rows() gives them on a server.
+    std::vector<model::Row> renumbered(std::vector<model::Row> rows) const {
+        database_.renumber(rows);
+        return rows;
+    }
     /// Loads both sides and focuses a node on each. False when one of the nodes is none of its tree.
     bool focus(const model::Move& move);
     /// Presses a move button and answers "Sì", then error displays with the answer given.

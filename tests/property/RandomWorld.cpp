@@ -1,5 +1,7 @@
 #include "property/RandomWorld.h"
 
+#include <algorithm>
+
 namespace property {
 
 namespace {
@@ -49,6 +51,13 @@ model::World randomWorld(std::mt19937& random) {
     }
     world.nextId = count + 10;
     return world;
+}
+
+bool withAllParents(const model::World& world) {
+    return std::all_of(world.rows.begin(), world.rows.end(), [&](const model::Row& row) {
+        return !row.parent || std::any_of(world.rows.begin(), world.rows.end(),
+                                          [&](const model::Row& other) { return other.id == *row.parent; });
+    });
 }
 
 model::Move randomMove(const model::World& world, std::mt19937& random, bool withValidity) {

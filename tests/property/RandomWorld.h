@@ -12,6 +12,9 @@ namespace property {
 /// missing parent, a cycle).
 model::World randomWorld(std::mt19937& random);
 
+/// Whether every parent stands in the world. A server may give a new row the number of one that does not.
+bool withAllParents(const model::World& world);
+
 /// A move of some node under another one.
 model::Move randomMove(const model::World& world, std::mt19937& random, bool withValidity);
 

@@ -47,6 +47,8 @@ public:
     /// The rows by ascending id, with the marks of who changed them. On a server the rows that came after write() bear
     /// the numbers that the world would have given them.
     std::vector<model::Row> rows();
+    /// Gives the rows that came after write() the numbers that rows() gives them on a server, by ascending id.
+    void renumber(std::vector<model::Row>& rows) const;
     /// What another user does: gives a node's link another end.
     void changeEnd(std::int64_t node, contract::Date end);
     /// Whether the engine's own check finds nothing wrong with the file; a server keeps its own.
@@ -70,7 +72,6 @@ private:
     contract::Connection& direct();
     void run(const std::string& text);
     void insert(const std::string& table, const std::string& columns, const std::vector<std::string>& rows);
-    void renumber(std::vector<model::Row>& rows) const;
     std::string day(contract::Date date) const;
 
     Where where_;
