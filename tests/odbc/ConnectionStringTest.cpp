@@ -74,13 +74,23 @@ TEST(OdbcConnectionString, NamesTheDatabase) {
 }
 
 TEST(OdbcConnectionString, ADriverSeesItsOwnKeywordsOnly) {
-    EXPECT_EQ("Driver=x;Server=a", ConnectionString("Driver=x;statementTimeout=7;Server=a").driverText(7));
-    EXPECT_EQ("Driver=FreeTDS;Server=a", ConnectionString("Driver=FreeTDS;StatementTimeout=0;Server=a").driverText(0));
+    EXPECT_EQ("Driver=x;Server=a;", ConnectionString("Driver=x;statementTimeout=7;Server=a").driverText(7));
+    EXPECT_EQ("Driver=FreeTDS;Server=a;", ConnectionString("Driver=FreeTDS;StatementTimeout=0;Server=a").driverText(0));
     for (const std::string driver : {"Driver={FreeTDS}", "Driver=/usr/lib/odbc/libtdsodbc.so"}) {
-        EXPECT_EQ(driver + ";Server=a;Timeout=7",
+        EXPECT_EQ(driver + ";Server=a;Timeout=7;",
                   ConnectionString(driver + ";StatementTimeout=7;Server=a").driverText(7));
-        EXPECT_EQ(driver + ";timeout=3", ConnectionString(driver + ";timeout=3").driverText(7));
+        EXPECT_EQ(driver + ";timeout=3;", ConnectionString(driver + ";timeout=3").driverText(7));
     }
+}
+
+TEST(OdbcConnectionString, FreeTdsTakesBracesAsTheyAreUpToASemicolon) {
+    ConnectionString string("Driver=FreeTDS;Server=erp");
+    string.set("PWD", "a}b;{c}");
+    EXPECT_EQ("Driver=FreeTDS;Server=erp;PWD={a}}b;{c}}}", string.text());
+    EXPECT_EQ("Driver=FreeTDS;Server=erp;PWD={a}b;{c}};", string.driverText(0));
+    ConnectionString other("Driver={ODBC Driver 18 for SQL Server};Server=erp");
+    other.set("PWD", "a}b");
+    EXPECT_EQ("Driver={ODBC Driver 18 for SQL Server};Server=erp;PWD={a}}b};", other.driverText(0));
 }
 
 TEST(OdbcConnectionString, KeepsWhatIsNoKeyword) {

@@ -161,7 +161,12 @@ std::string ConnectionString::driverText(std::uintptr_t seconds) const {
     const bool freeTds = driver.find("freetds") != std::string::npos || driver.find("tdsodbc") != std::string::npos;
     if (seconds > 0 && freeTds && !value(ownTimeout))
         given.set(ownTimeout, std::to_string(seconds));
-    return given.text();
+    if (freeTds)
+        for (auto& entry : given.entries_)
+            if (const auto raw = trimmed(entry.raw); !entry.keyword.empty() && !raw.empty() && raw.front() == '{')
+                entry.raw = "{" + withoutBraces(raw) + "}";
+    // FreeTDS's driver sees the end of a value in braces by the semicolon behind it.
+    return given.text() + ";";
 }
 
 std::vector<std::string> ConnectionString::passwords() const {

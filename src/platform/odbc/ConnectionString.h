@@ -32,7 +32,8 @@ public:
     std::string masked() const;
     /// What a driver sees: the string without this program's keywords. Where a statement's time is limited, FreeTDS's
     /// driver is told to wait no longer for what it asks of the server by itself, unless the string says how long:
-    /// it knows no attribute for that, and would wait for ever. seconds: 0 for no limit.
+    /// it knows no attribute for that, and would wait for ever. That driver also takes the braces of a value as they
+    /// are and knows no doubled ones. seconds: 0 for no limit.
     std::string driverText(std::uintptr_t seconds) const;
     /// The values of its passwords.
     std::vector<std::string> passwords() const;
