@@ -23,7 +23,7 @@ namespace {
 
 using platform::odbc::ConnectionString;
 
-constexpr int longestWait = 3600; ///< of a statement, in seconds
+constexpr int longestWait = 999'999; ///< of a statement, in seconds: eleven days
 constexpr int highestPort = 65535;
 
 /// Keywords that have a field of their own.
