@@ -19,9 +19,10 @@ namespace {
 std::int64_t wholeNumber(const std::string& option, const std::string& text, std::int64_t least, std::int64_t most) {
     std::int64_t number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size() || text.empty())
+    const bool tooLarge = error == std::errc::result_out_of_range;
+    if ((error != std::errc() && !tooLarge) || end != text.data() + text.size() || text.empty())
         refuse(option + " vuole un numero intero, non \"" + text + "\"");
-    if (number < least || number > most)
+    if (tooLarge || number < least || number > most)
         refuse(option + " va da " + std::to_string(least) + " a " + std::to_string(most) + ", non " + text);
     return number;
 }

@@ -6,6 +6,7 @@
 #include "platform/odbc/ConnectionString.h"
 #include "platform/odbc/Drivers.h"
 
+#include <QAbstractButton>
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QFormLayout>
@@ -47,7 +48,8 @@ ConnectionDialog::ConnectionDialog(const std::string& connectionString, Trial tr
     result_->setWordWrap(true);
     result_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     result_->setAccessibleName(QStringLiteral("Esito della prova"));
-    column->addWidget(result_);
+    result_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    column->addWidget(result_, 1); // takes what room there is: the fields keep their places
 
     auto* buttons = new QDialogButtonBox(this);
     try_ = dialogButton(QStringLiteral("&Prova"), buttons);
@@ -65,8 +67,9 @@ ConnectionDialog::ConnectionDialog(const std::string& connectionString, Trial tr
     show(connectionString);
     connect(embedded_, &QRadioButton::toggled, this, &ConnectionDialog::update);
     connect(integrated_, &QCheckBox::toggled, this, &ConnectionDialog::update);
-    for (auto* field : {file_, address_})
+    for (auto* field : {file_, address_, others_})
         connect(field, &QLineEdit::textChanged, this, &ConnectionDialog::update);
+    forgetResultOnChange();
     update();
     (server_->isChecked() ? static_cast<QWidget*>(address_) : file_)->setFocus();
 }
@@ -121,7 +124,7 @@ QWidget* ConnectionDialog::makeServerFields() {
     timeout_->setSpecialValueText(QStringLiteral("senza limite"));
     form->addRow(QStringLiteral("Attesa &massima per istruzione"), timeout_);
     others_ = field(QStringLiteral("A&ltre opzioni"), "altre");
-    others_->setPlaceholderText(QStringLiteral("TDS_Version=7.4;Encrypt=yes"));
+    others_->setPlaceholderText(QStringLiteral("es. TDS_Version=7.4"));
     return box;
 }
 
@@ -175,6 +178,17 @@ std::string ConnectionDialog::connectionString() const {
     return others.empty() ? string.text() : string.text() + ";" + others;
 }
 
+// An answer is about what was tried.
+void ConnectionDialog::forgetResultOnChange() {
+    const auto fields = findChildren<QLineEdit*>(); // the combo box's too
+    for (auto* field : fields)
+        connect(field, &QLineEdit::textChanged, result_, &QLabel::clear);
+    connect(timeout_, &QSpinBox::textChanged, result_, &QLabel::clear);
+    for (QAbstractButton* choice :
+         {static_cast<QAbstractButton*>(embedded_), static_cast<QAbstractButton*>(integrated_)})
+        connect(choice, &QAbstractButton::toggled, result_, &QLabel::clear);
+}
+
 void ConnectionDialog::browse() {
     const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Database"), file_->text(),
                                                       QStringLiteral("Database (*.sqlite *.db);;Tutti i file (*)"));
@@ -189,7 +203,7 @@ void ConnectionDialog::tryIt() {
     const QString reason = trial_(connectionString());
     QGuiApplication::restoreOverrideCursor();
     result_->setText(reason.isEmpty() ? QStringLiteral("La connessione riesce e le tabelle ci sono.") : reason);
-    // The answer may take several lines; the fields keep their places.
+    // The answer may take several lines.
     layout()->activate();
     resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
 }

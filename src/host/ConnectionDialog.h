@@ -31,6 +31,7 @@ private:
     QWidget* makeFileFields();
     QWidget* makeServerFields();
     void show(const std::string& connectionString);
+    void forgetResultOnChange();
     void browse();
     void tryIt();
     void update();

@@ -48,6 +48,12 @@ bool wantsPassword(std::string_view connectionString) {
     return user && string.passwords().empty();
 }
 
+std::string passwordHint(std::string_view connectionString) {
+    return wantsPassword(connectionString) ? " La stringa di connessione nomina un utente senza password: se ne serve "
+                                             "una, si dà con la variabile DISTINTE_ODBC_PASSWORD."
+                                           : "";
+}
+
 std::string withPassword(std::string_view connectionString, std::string_view password) {
     platform::odbc::ConnectionString string(connectionString);
     string.set("PWD", password);

@@ -27,6 +27,9 @@ std::string databaseLabel(std::string_view connectionString);
 std::string withoutPassword(std::string_view connectionString);
 /// Whether an ODBC connection string names a user but no password.
 bool wantsPassword(std::string_view connectionString);
+/// What to add to the reason for which a connection string did not serve where nobody could be asked for the password;
+/// empty where it does not want one.
+std::string passwordHint(std::string_view connectionString);
 std::string withPassword(std::string_view connectionString, std::string_view password);
 
 /// A connection of the kind that the string asks for, not open.

@@ -7,6 +7,7 @@
 #include "host/DialogButtons.h"
 #include "host/ErrorLogWindow.h"
 #include "host/HostSession.h"
+#include "host/Prompts.h"
 #include "host/StatusLine.h"
 #include "host/Text.h"
 #include "host/UserChoice.h"
@@ -15,8 +16,8 @@
 
 #include <QActionGroup>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QHBoxLayout>
-#include <QInputDialog>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QScreen>
@@ -252,7 +253,7 @@ void MainWindow::showFormState() {
 void MainWindow::toggleForm() {
     if (!session_->formOpen()) {
         if (const QString refusal = session_->openForm(); !refusal.isEmpty())
-            QMessageBox::critical(this, windowTitle(), refusal);
+            tell(QMessageBox::Critical, windowTitle(), asSentence(refusal), this);
         return;
     }
     saveSplitters();
@@ -297,7 +298,7 @@ void MainWindow::chooseCompany() {
     try {
         companies = session_->companies();
     } catch (const contract::RuntimeError& error) {
-        QMessageBox::critical(this, windowTitle(), toQt(error.description()));
+        tell(QMessageBox::Critical, windowTitle(), toQt(error.description()), this);
         return;
     }
     for (const auto company : companies) {
@@ -305,15 +306,20 @@ void MainWindow::chooseCompany() {
             current = static_cast<int>(items.size());
         items.append(QString::number(company));
     }
-    bool chosen = false;
-    const QString item = QInputDialog::getItem(this, QStringLiteral("Azienda di lavoro"), QStringLiteral("Azienda:"),
-                                               items, current, true, &chosen);
+    auto* list = new QComboBox;
+    list->setEditable(true);
+    list->addItems(items);
+    list->setCurrentIndex(current);
+    FieldDialog dialog(QStringLiteral("Azienda di lavoro"), QStringLiteral("A&zienda"), list, this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    const QString item = list->currentText();
     bool number = false;
     const qint64 company = item.trimmed().toLongLong(&number);
-    if (!chosen || company == session_->company())
+    if (number && company == session_->company())
         return;
     if (!number || company < 0) {
-        QMessageBox::warning(this, windowTitle(), QStringLiteral("\"%1\" non è un numero di azienda.").arg(item));
+        tell(QMessageBox::Warning, windowTitle(), QStringLiteral("\"%1\" non è un numero di azienda.").arg(item), this);
         return;
     }
     saveSplitters();
@@ -334,9 +340,8 @@ void MainWindow::chooseConnection() {
         return;
     const std::string chosen = dialog.connectionString();
     settings_->saveConnection(chosen);
-    QMessageBox::information(
-        this, windowTitle(),
-        QStringLiteral("Dal prossimo avvio il programma apre\n%1").arg(toQt(databaseLabel(chosen))));
+    tell(QMessageBox::Information, windowTitle(),
+         QStringLiteral("Dal prossimo avvio il programma apre\n%1").arg(toQt(databaseLabel(chosen))), this);
 }
 
 void MainWindow::showErrors() {

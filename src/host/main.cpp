@@ -1,3 +1,4 @@
+#include "host/AppIcon.h"
 #include "host/CommandLine.h"
 #include "host/ComponentLibrary.h"
 #include "host/ConnectionDialog.h"
@@ -5,6 +6,7 @@
 #include "host/DatabaseSetup.h"
 #include "host/HostSession.h"
 #include "host/MainWindow.h"
+#include "host/Prompts.h"
 #include "host/ScriptReader.h"
 #include "host/ScriptRunner.h"
 #include "host/StartFailure.h"
@@ -15,10 +17,9 @@
 #include "platform/qt/Appearance.h"
 
 #include <QApplication>
-#include <QInputDialog>
 #include <QLibraryInfo>
+#include <QLineEdit>
 #include <QLocale>
-#include <QMessageBox>
 #include <QTranslator>
 
 #include <algorithm>
@@ -96,6 +97,17 @@ std::string databaseOf(const CommandLine& line, const contract::Schema& schema) 
     return wanted ? withPasswordOfEnvironment(*wanted) : host::embeddedDatabase(host::prepareDefaultDatabase(schema));
 }
 
+/// Opens or makes a database where nobody can be asked for its password.
+template <class Action> void unattended(const std::string& database, Action action) {
+    try {
+        action();
+    } catch (const StartFailure& failure) {
+        if (failure.status() != ExitStatus::database)
+            throw;
+        throw StartFailure(failure.status(), failure.what() + host::passwordHint(database));
+    }
+}
+
 int create(const CommandLine& line) {
     const auto component = loadComponent();
     auto database = host::wantedDatabase(line, host::UserSettings().savedConnection());
@@ -105,8 +117,10 @@ int create(const CommandLine& line) {
         database = host::embeddedDatabase(host::defaultDatabase().string());
     }
     const bool demo = line.action == CommandLine::Action::createDemo;
-    host::createDatabase(withPasswordOfEnvironment(*database), component.schema(),
-                         demo ? std::optional(line.demoSize) : std::nullopt);
+    const std::string complete = withPasswordOfEnvironment(*database);
+    unattended(complete, [&] {
+        host::createDatabase(complete, component.schema(), demo ? std::optional(line.demoSize) : std::nullopt);
+    });
     return static_cast<int>(ExitStatus::success);
 }
 
@@ -123,15 +137,16 @@ void askPassword(host::HostSession& session) {
     const std::string& database = session.connectionString();
     if (!host::wantsPassword(database))
         return;
-    bool given = false;
-    const QString password =
-        QInputDialog::getText(nullptr, QStringLiteral("Manutenzione distinte"),
-                              QStringLiteral("Password per %1:").arg(host::toQt(host::databaseLabel(database))),
-                              QLineEdit::Password, QString(), &given);
-    if (!given)
+    auto* password = new QLineEdit;
+    password->setEchoMode(QLineEdit::Password);
+    // A name may hold the mark of a mnemonic.
+    const QString label = host::toQt(host::databaseLabel(database)).replace(QLatin1Char('&'), QLatin1String("&&"));
+    host::FieldDialog dialog(QStringLiteral("Manutenzione distinte"), QStringLiteral("Password per %1:").arg(label),
+                             password, nullptr);
+    if (dialog.exec() != QDialog::Accepted)
         throw StartFailure(ExitStatus::database,
                            "connessione a \"" + host::databaseLabel(database) + "\" annullata: password non data");
-    session.setDatabase(host::withPassword(database, password.toStdString()));
+    session.setDatabase(host::withPassword(database, password->text().toStdString()));
 }
 
 /// A database that was saved, or is the default, may be exchanged for another one when it does not open; one that the
@@ -146,7 +161,8 @@ void openForAPerson(host::HostSession& session, const CommandLine& line, host::U
         } catch (const StartFailure& failure) {
             if (named || failure.status() != ExitStatus::database)
                 throw;
-            QMessageBox::critical(nullptr, QStringLiteral("Manutenzione distinte"), QString::fromUtf8(failure.what()));
+            host::tell(QMessageBox::Critical, QStringLiteral("Manutenzione distinte"),
+                       host::asSentence(QString::fromUtf8(failure.what())), nullptr);
             host::ConnectionDialog dialog(
                 session.connectionString(), [&](const std::string& text) { return session.tryDatabase(text); },
                 nullptr);
@@ -184,6 +200,7 @@ int work(const CommandLine& line, int& argc, char** argv) {
     QGuiApplication::setDesktopFileName(QStringLiteral("distinte"));
     QApplication::setApplicationName(QStringLiteral("distinte"));
     QApplication::setApplicationDisplayName(QString());
+    QApplication::setWindowIcon(host::applicationIcon());
     useItalian(application);
     // What one person has set must not change what a script sees.
     host::UserSettings remembered;
@@ -194,7 +211,7 @@ int work(const CommandLine& line, int& argc, char** argv) {
     host::MainWindow window(scripted ? nullptr : &remembered);
     host::HostSession session(settings, component, window.area(), &window);
     if (scripted)
-        session.openDatabase();
+        unattended(settings.connectionString, [&] { session.openDatabase(); });
     else
         openForAPerson(session, line, remembered);
     window.attach(session);

@@ -100,6 +100,8 @@ TEST(CommandLine, RefusesMissingAndEmptyValues) {
 TEST(CommandLine, RefusesNumbersThatAreNone) {
     for (const std::string value : {"uno", "1.5", "5x", " 5", "99999999999999999999"})
         EXPECT_NE(std::string::npos, refusal({"--company", value}).find(value)) << value;
+    EXPECT_NE(std::string::npos,
+              refusal({"--create-demo", "--demo-size", "99999999999999999999"}).find("--demo-size va da 1 a "));
     refusal({"--create-demo", "--demo-size", "0"});
     refusal({"--create-demo", "--demo-size", "-3"});
     refusal({"--company", "-1"});

@@ -61,6 +61,12 @@ TEST(Password, IsWantedForAUserWithoutOne) {
     EXPECT_EQ("Server=erp;UID=sa;PWD={a;b}", host::withPassword("Server=erp;UID=sa", "a;b"));
 }
 
+TEST(Password, IsSaidToBeMissingWhereNobodyCanBeAsked) {
+    EXPECT_NE(std::string::npos, host::passwordHint("Server=erp;UID=sa").find("DISTINTE_ODBC_PASSWORD"));
+    EXPECT_EQ("", host::passwordHint("Server=erp;UID=sa;PWD=x"));
+    EXPECT_EQ("", host::passwordHint("embedded:/UID=sa"));
+}
+
 TEST(DatabaseLabel, IsWhatAUserCallsIt) {
     EXPECT_EQ("prova.sqlite", host::databaseLabel("embedded:/dati/prova.sqlite"));
     EXPECT_EQ("erp/Conti", host::databaseLabel("Driver=FreeTDS;Server=erp;Database=Conti;UID=sa;PWD=segreto"));
@@ -111,6 +117,55 @@ TEST_F(Dialog, TriesWhatTheFieldsSay) {
     answer.clear();
     field<QPushButton>(dialog, "prova").click();
     EXPECT_EQ(QStringLiteral("La connessione riesce e le tabelle ci sono."), field<QLabel>(dialog, "esito").text());
+}
+
+TEST_F(Dialog, AnAnswerGoesWithTheFieldsItWasAbout) {
+    const char* server = "Driver=FreeTDS;Server=erp";
+    for (const char* name : {"server", "porta", "database", "utente", "password", "altre"}) {
+        ConnectionDialog dialog(server, served, nullptr);
+        field<QPushButton>(dialog, "prova").click();
+        EXPECT_FALSE(field<QLabel>(dialog, "esito").text().isEmpty());
+        field<QLineEdit>(dialog, name).setText(QStringLiteral("7"));
+        EXPECT_EQ(QString(), field<QLabel>(dialog, "esito").text()) << name;
+    }
+    ConnectionDialog dialog(server, served, nullptr);
+    field<QPushButton>(dialog, "prova").click();
+    field<QSpinBox>(dialog, "attesa").setValue(9);
+    EXPECT_EQ(QString(), field<QLabel>(dialog, "esito").text());
+    field<QPushButton>(dialog, "prova").click();
+    field<QComboBox>(dialog, "driver").setEditText(QStringLiteral("altro"));
+    EXPECT_EQ(QString(), field<QLabel>(dialog, "esito").text());
+    field<QPushButton>(dialog, "prova").click();
+    field<QCheckBox>(dialog, "integrata").setChecked(true);
+    EXPECT_EQ(QString(), field<QLabel>(dialog, "esito").text());
+}
+
+TEST_F(Dialog, TheFieldsKeepTheirPlacesWhenAnAnswerGetsShorter) {
+    QString answer = QStringLiteral("il server non risponde ").repeated(30);
+    ConnectionDialog dialog(
+        "Driver=FreeTDS;Server=erp", [&](const std::string&) { return answer; }, nullptr);
+    dialog.open();
+    field<QPushButton>(dialog, "prova").click();
+    QApplication::processEvents();
+    const auto place = [&](const char* name) {
+        auto& edit = field<QLineEdit>(dialog, name);
+        return edit.mapTo(&dialog, QPoint(0, 0)).y();
+    };
+    const int server = place("server");
+    const int others = place("altre");
+    answer = QStringLiteral("no");
+    field<QPushButton>(dialog, "prova").click();
+    QApplication::processEvents();
+    EXPECT_EQ(server, place("server"));
+    EXPECT_EQ(others, place("altre"));
+}
+
+TEST_F(Dialog, OtherOptionsAloneMayNameTheServer) {
+    ConnectionDialog dialog("Driver=FreeTDS;Server=erp", served, nullptr);
+    field<QLineEdit>(dialog, "server").clear();
+    EXPECT_FALSE(field<QPushButton>(dialog, "prova").isEnabled());
+    field<QLineEdit>(dialog, "altre").setText(QStringLiteral("DSN=erp"));
+    EXPECT_TRUE(field<QPushButton>(dialog, "prova").isEnabled());
 }
 
 TEST_F(Dialog, GrowsWithALongAnswerAndBeginsInTheChosenPart) {

@@ -33,6 +33,8 @@ TEST(OdbcErrors, TheServersNumbersHaveCategories) {
     EXPECT_EQ(ErrorCategory::readOnly, server("25000", 3906));
     EXPECT_EQ(ErrorCategory::full, server("42000", 9002));
     EXPECT_EQ(ErrorCategory::permission, server("42000", 4060)) << "a database that can not be opened";
+    EXPECT_EQ(ErrorCategory::permission, server("08004", 911)) << "a database that does not exist";
+    EXPECT_EQ(ErrorCategory::permission, server("08004", 18456)) << "a login that was refused";
     for (const std::int64_t native : {515, 3902, 3903, 8114, 8115, 8152})
         EXPECT_EQ(ErrorCategory::other, server("42000", native)) << native;
 }
@@ -88,6 +90,27 @@ TEST(OdbcErrors, ATimeOutEndsTheConnectionToo) {
     EXPECT_FALSE(endsConnection({}));
 }
 
+TEST(OdbcErrors, WhatKeepsAConnectionFromBeingOpenedIsToldApart) {
+    const auto reason = [](std::string_view state, std::int64_t native, std::string_view text) {
+        return describe(
+            "Apertura", "erp",
+            {{std::string(state), native, std::string(text), categoryOf(Engine::server, state, native, text)}});
+    };
+    const auto has = [](const std::string& text, const char* part) { return text.find(part) != std::string::npos; };
+    for (const auto& text :
+         {reason("42000", 18456, "Login failed for user 'sa'."), reason("28000", 18456, "Login failed"),
+          reason("28000", 0, "Login incorrect"), reason("08004", 18456, "Login failed")})
+        EXPECT_TRUE(has(text, "utente o password non accettati dal server")) << text;
+    for (const auto& text : {reason("42000", 4060, "Cannot open database"), reason("08004", 911, "does not exist"),
+                             reason("S1000", 916, "not able to access the database")})
+        EXPECT_TRUE(has(text, "il database non esiste o l'utente non vi può entrare")) << text;
+    for (const auto& text : {reason("IM002", 0, "Data source name not found and no default driver specified"),
+                             reason("01000", 0, "Can't open lib 'NoSuch' : file not found")})
+        EXPECT_TRUE(has(text, "il driver ODBC o l'origine dati non si trova")) << text;
+    EXPECT_TRUE(has(reason("42000", 229, "SELECT permission denied"), "l'utente del database non ha il permesso"));
+    EXPECT_TRUE(has(reason("08S01", 20009, "Unable to connect"), "il collegamento con il server"));
+}
+
 TEST(OdbcErrors, TheDescriptionSaysWhatWhereAndWhy) {
     EXPECT_EQ(
         "Lettura non riuscita sul database «erp/Conti»: una tabella non esiste (42S02, errore 208: Invalid object "
@@ -96,6 +119,8 @@ TEST(OdbcErrors, TheDescriptionSaysWhatWhereAndWhy) {
                  {{"01000", 0, "[FreeTDS]note", ErrorCategory::other},
                   {"42S02", 208, "[FreeTDS][SQL Server]Invalid object name 'X'.", ErrorCategory::missingTable}}));
     EXPECT_NE(std::string::npos, describe("Lettura", "erp", {}).find("ODBC"));
+    EXPECT_EQ(0U, describe("Annullamento della transazione", "erp", {})
+                      .find("Annullamento della transazione non riuscito sul database «erp»: "));
 }
 
 } // namespace

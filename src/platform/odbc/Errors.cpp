@@ -1,6 +1,7 @@
 #include "platform/odbc/Errors.h"
 
 #include "platform/odbc/Text.h"
+#include "platform/shared/Outcome.h"
 #include "plugin/contract/RuntimeError.h"
 
 #include <algorithm>
@@ -31,6 +32,7 @@ constexpr NativeCategory serverNumbers[] = {
     {230, ErrorCategory::permission}, // on a column
     {262, ErrorCategory::permission}, // in a database
     {297, ErrorCategory::permission},    {300, ErrorCategory::permission},
+    {911, ErrorCategory::permission}, // the database does not exist
     {916, ErrorCategory::permission}, // not able to enter the database
     {1088, ErrorCategory::permission},   {4060, ErrorCategory::permission},
     {15247, ErrorCategory::permission},  {18452, ErrorCategory::permission},
@@ -74,6 +76,15 @@ constexpr WordsCategory serverWords[] = {
     {"syntax error", ErrorCategory::syntax},
     {"lock timeout", ErrorCategory::locked},
 };
+
+/// Numbers with which a server refuses a login by its user or password.
+constexpr std::int64_t refusedLogins[] = {18452, 18456};
+/// Numbers with which it refuses a login by its database.
+constexpr std::int64_t refusedDatabases[] = {911, 916, 4060};
+
+template <std::size_t N> bool isOneOf(const std::int64_t (&numbers)[N], std::int64_t native) {
+    return std::find(std::begin(numbers), std::end(numbers), native) != std::end(numbers);
+}
 
 bool has(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
@@ -130,7 +141,21 @@ ErrorCategory byState(std::string_view state, std::int64_t native) {
     return ErrorCategory::other;
 }
 
+/// What keeps a connection from being opened; empty for anything else.
+std::string_view explanationOfLogin(const DatabaseErrorRecord& record) {
+    if (record.category == ErrorCategory::permission && isOneOf(refusedDatabases, record.nativeError))
+        return "il database non esiste o l'utente non vi può entrare";
+    if (record.category == ErrorCategory::permission &&
+        (record.sqlState == "28000" || isOneOf(refusedLogins, record.nativeError)))
+        return "utente o password non accettati dal server";
+    if (record.sqlState == "IM002" || record.sqlState == "IM003" || has(record.description, "Can't open lib"))
+        return "il driver ODBC o l'origine dati non si trova";
+    return {};
+}
+
 std::string_view explanationOf(const DatabaseErrorRecord& record) {
+    if (const auto login = explanationOfLogin(record); !login.empty())
+        return login;
     switch (record.category) {
     case ErrorCategory::lostConnection:
         return "il collegamento con il server non c'è o si è interrotto";
@@ -197,6 +222,9 @@ std::string_view stateOf(ErrorCategory category) {
 } // namespace
 
 contract::ErrorCategory categoryOf(Engine engine, std::string_view state, std::int64_t native, std::string_view text) {
+    // The driver may say that the server rejected the connection (08004); the server says why.
+    if (engine == Engine::server && (isOneOf(refusedLogins, native) || isOneOf(refusedDatabases, native)))
+        return ErrorCategory::permission;
     const auto found = byState(state, native);
     if (found == ErrorCategory::lostConnection || (found == ErrorCategory::timeout && engine == Engine::sqlite))
         return found;
@@ -250,10 +278,7 @@ std::string_view withoutMarks(std::string_view text) {
 }
 
 std::string describe(std::string_view operation, std::string_view database, const contract::ErrorList& records) {
-    std::string text(operation);
-    text += " non riuscita sul database «";
-    text += database;
-    text += "»: ";
+    std::string text = shared::notDone(operation, database);
     if (records.empty())
         return text + "errore del driver ODBC, senza spiegazione.";
     const auto& record = telling(records);
@@ -271,10 +296,7 @@ void fail(contract::ErrorList& errors, contract::ErrorCategory category, std::st
     record.description = description;
     errors.clear();
     errors.push_back(std::move(record));
-    std::string text(operation);
-    text += " non riuscita sul database «";
-    text += database;
-    text += "»: ";
+    std::string text = shared::notDone(operation, database);
     text += description;
     throw contract::RuntimeError(contract::RuntimeError::database, text + ".");
 }

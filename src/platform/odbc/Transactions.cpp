@@ -2,6 +2,7 @@
 // server did it.
 
 #include "platform/odbc/Connection.h"
+#include "platform/shared/Outcome.h"
 #include "plugin/contract/RuntimeError.h"
 
 #include <algorithm>
@@ -22,8 +23,8 @@ constexpr std::int64_t noTransaction = 3903; ///< the server's number: a rollbac
 void Connection::checkTransactionAlive(std::string_view operation) const {
     if (begun_ && ended_)
         throw RuntimeError(RuntimeError::database,
-                           std::string(operation) + " non riuscita sul database «" + name_ +
-                               "»: la transazione è già stata annullata per un errore precedente.");
+                           shared::notDone(operation, name_) +
+                               "la transazione è già stata annullata per un errore precedente.");
 }
 
 // A server ends a transaction by itself on some errors (the victim of a deadlock, a failed conversion).

@@ -1,5 +1,6 @@
 #include "platform/sqlite/Connection.h"
 
+#include "platform/shared/Outcome.h"
 #include "platform/sqlite/Binder.h"
 #include "platform/sqlite/Errors.h"
 #include "plugin/contract/RuntimeError.h"
@@ -137,8 +138,8 @@ void Connection::checkOpen(std::string_view operation) {
 void Connection::checkTransactionAlive(std::string_view operation) {
     if (begun_ && !InTransaction())
         throw RuntimeError(RuntimeError::database,
-                           std::string(operation) + " non riuscita sul database «" + file_ +
-                               "»: la transazione è già stata annullata per un errore precedente.");
+                           shared::notDone(operation, file_) +
+                               "la transazione è già stata annullata per un errore precedente.");
 }
 
 PreparedStatement& Connection::prepare(const contract::Statement& statement, std::string_view operation) {

@@ -1,5 +1,6 @@
 #include "platform/sqlite/Errors.h"
 
+#include "platform/shared/Outcome.h"
 #include "plugin/contract/RuntimeError.h"
 
 #include <sqlite3.h>
@@ -114,10 +115,7 @@ contract::DatabaseErrorRecord recordOf(int code, std::string_view message) {
 }
 
 std::string describe(std::string_view operation, std::string_view file, const contract::DatabaseErrorRecord& record) {
-    std::string text(operation);
-    text += " non riuscita sul database «";
-    text += file;
-    text += "»: ";
+    std::string text = shared::notDone(operation, file);
     text += explanationOf(record);
     text += " (SQLite ";
     text += std::to_string(record.nativeError);
@@ -146,10 +144,7 @@ void fail(contract::ErrorList& errors, ErrorCategory category, std::string_view 
     record.description = description;
     errors.clear();
     errors.push_back(std::move(record));
-    std::string text(operation);
-    text += " non riuscita sul database «";
-    text += file;
-    text += "»: ";
+    std::string text = shared::notDone(operation, file);
     text += description;
     throw contract::RuntimeError(contract::RuntimeError::database, text + ".");
 }
