@@ -1,5 +1,6 @@
 #include "host/AccountReader.h"
 
+#include "host/DatabaseAccess.h"
 #include "host/Text.h"
 #include "plugin/contract/Snapshot.h"
 
@@ -22,7 +23,7 @@ public:
     AccountSheet read() {
         Statement statement("SELECT * FROM CG44_CLIFOR WHERE CG44_DITTA_CG18 = ");
         account(statement, " AND CG44_TIPOCF = ", " AND CG44_CLIFOR = ");
-        connection_.Read(statement, account_);
+        readAgainWhenLost(connection_, statement, account_);
         sheet_.found = account_.rowCount() > 0;
         if (sheet_.found) {
             readRegistry();
@@ -51,7 +52,7 @@ private:
 
     Snapshot rowsOf(const Statement& statement) const {
         Snapshot rows;
-        connection_.Read(statement, rows);
+        readAgainWhenLost(connection_, statement, rows);
         return rows;
     }
 

@@ -4,7 +4,9 @@
 #include "platform/odbc/DatabaseTables.h"
 #include "platform/sqlite/Connection.h"
 #include "platform/sqlite/DatabaseFile.h"
+#include "plugin/contract/RuntimeError.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <utility>
 
@@ -64,6 +66,21 @@ std::unique_ptr<contract::Connection> newConnection(std::string_view connectionS
     if (isEmbedded(connectionString))
         return std::make_unique<platform::sqlite::Connection>(connectionString);
     return std::make_unique<platform::odbc::Connection>(connectionString);
+}
+
+void readAgainWhenLost(contract::Connection& connection, const contract::Statement& statement,
+                       contract::Snapshot& rows) {
+    try {
+        connection.Read(statement, rows);
+    } catch (const contract::RuntimeError&) {
+        const auto records = connection.Errors();
+        const bool lost = std::any_of(records.begin(), records.end(), [](const auto& record) {
+            return record.category == contract::ErrorCategory::lostConnection;
+        });
+        if (!lost || connection.InTransaction())
+            throw;
+        connection.Read(statement, rows);
+    }
 }
 
 void checkTables(contract::Connection& connection, const contract::Schema& schema) {

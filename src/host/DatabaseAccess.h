@@ -3,6 +3,7 @@
 #include "host/StateStore.h"
 #include "plugin/contract/Connection.h"
 #include "plugin/contract/Schema.h"
+#include "plugin/contract/Snapshot.h"
 
 #include <functional>
 #include <memory>
@@ -34,6 +35,11 @@ std::string withPassword(std::string_view connectionString, std::string_view pas
 
 /// A connection of the kind that the string asks for, not open.
 std::unique_ptr<contract::Connection> newConnection(std::string_view connectionString);
+
+/// Reads for the host's own windows and columns, outside of transactions. A connection that is found lost is opened
+/// again and asked once more: nothing was under way on it.
+void readAgainWhenLost(contract::Connection& connection, const contract::Statement& statement,
+                       contract::Snapshot& rows);
 
 /// Throws RuntimeError (database) that says which table or column of the schema an open database lacks.
 void checkTables(contract::Connection& connection, const contract::Schema& schema);

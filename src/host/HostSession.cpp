@@ -348,7 +348,7 @@ std::vector<std::int64_t> HostSession::companies() {
     std::vector<std::int64_t> found;
     for (const auto& source : sources) {
         contract::Snapshot rows;
-        context_->connection->Read(Statement(source), rows);
+        readAgainWhenLost(*context_->connection, Statement(source), rows);
         for (std::size_t row = 0; row < rows.rowCount(); ++row)
             if (const auto company = rows.column(0).integer(row))
                 found.push_back(*company);

@@ -1,5 +1,6 @@
 #include "host/HostWorkflowState.h"
 
+#include "host/DatabaseAccess.h"
 #include "host/Text.h"
 #include "plugin/contract/RuntimeError.h"
 #include "plugin/contract/Snapshot.h"
@@ -73,8 +74,8 @@ std::vector<std::string> HostWorkflowState::descriptions(const std::vector<std::
 
 std::map<std::int64_t, std::string> HostWorkflowState::states() {
     contract::Snapshot rows;
-    context_->connection->Read(contract::Statement("SELECT WF02_ID, WF02_DESCR FROM WF02_STATI ORDER BY WF02_ID"),
-                               rows);
+    readAgainWhenLost(*context_->connection,
+                      contract::Statement("SELECT WF02_ID, WF02_DESCR FROM WF02_STATI ORDER BY WF02_ID"), rows);
     std::map<std::int64_t, std::string> all;
     for (std::size_t row = 0; row < rows.rowCount(); ++row)
         if (const auto id = rows.column(0).integer(row))

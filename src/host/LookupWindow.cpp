@@ -1,5 +1,6 @@
 #include "host/LookupWindow.h"
 
+#include "host/DatabaseAccess.h"
 #include "host/DialogButtons.h"
 #include "host/ListTable.h"
 #include "host/Text.h"
@@ -28,7 +29,7 @@ private:
 std::optional<std::int64_t> LookupWindow::choose(HostContext& context, const contract::LookupRequest& request,
                                                  contract::Connection& connection) {
     contract::Snapshot rows;
-    connection.Read(request.statement, rows);
+    readAgainWhenLost(connection, request.statement, rows);
     LookupWindow window(request, rows, context.window);
     window.run();
     return window.chosen();

@@ -1,5 +1,6 @@
 #include "host/StateStore.h"
 
+#include "host/DatabaseAccess.h"
 #include "platform/odbc/Connection.h"
 #include "platform/odbc/DatabaseTables.h"
 #include "platform/odbc/Literals.h"
@@ -156,7 +157,7 @@ std::vector<std::optional<std::int64_t>> StateStore::states(const std::vector<st
             continue;
         statement << "')";
         contract::Snapshot rows;
-        connection->Read(statement, rows);
+        readAgainWhenLost(*connection, statement, rows);
         for (std::size_t row = 0; row < rows.rowCount(); ++row) {
             const std::string key = normal(rows.column(0).value(row).text());
             for (std::size_t i = first; i < last; ++i)
@@ -263,7 +264,7 @@ std::size_t StateStore::changes(std::string_view guid) {
     Statement statement("SELECT STORIA_ID FROM STATI_STORIA WHERE STORIA_GUID = '");
     statement.text(key) << "'";
     contract::Snapshot rows;
-    connection->Read(statement, rows);
+    readAgainWhenLost(*connection, statement, rows);
     return rows.rowCount();
 }
 

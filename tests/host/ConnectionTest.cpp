@@ -2,11 +2,14 @@
 
 #include "host/ConnectionDialog.h"
 #include "host/DatabaseAccess.h"
+#include "host/DatabaseSetup.h"
 #include "host/UserSettings.h"
 
 #include "TestFolder.h"
 #include "TestSession.h"
 #include "host/UserFolders.h"
+#include "plugin/contract/RuntimeError.h"
+#include "property/WrappedConnection.h"
 
 #include <gtest/gtest.h>
 
@@ -70,6 +73,64 @@ TEST(Password, IsSaidToBeMissingWhereNobodyCanBeAsked) {
 TEST(DatabaseLabel, IsWhatAUserCallsIt) {
     EXPECT_EQ("prova.sqlite", host::databaseLabel("embedded:/dati/prova.sqlite"));
     EXPECT_EQ("erp/Conti", host::databaseLabel("Driver=FreeTDS;Server=erp;Database=Conti;UID=sa;PWD=segreto"));
+}
+
+/// Fails a number of reads with an error of a category.
+class FailingConnection : public property::WrappedConnection {
+public:
+    FailingConnection(const std::string& string, int failures, contract::ErrorCategory category)
+        : WrappedConnection(host::newConnection(string)),
+          failures_(failures), records_{{"08S01", 0, "away", category}} {
+        Open();
+    }
+    void Read(const contract::Statement& statement, contract::Snapshot& rows) override {
+        ++reads;
+        if (failures_-- > 0)
+            throw contract::RuntimeError(contract::RuntimeError::database, "non riuscita");
+        WrappedConnection::Read(statement, rows);
+    }
+    const contract::ErrorList& Errors() const override { return records_; }
+    int reads = 0;
+
+private:
+    int failures_;
+    contract::ErrorList records_;
+};
+
+class ReadAgain : public testing::Test {
+protected:
+    static constexpr contract::Fragment one{"SELECT 1 AS A"};
+    static constexpr auto lost = contract::ErrorCategory::lostConnection;
+    Folder folder;
+    std::string database = host::embeddedDatabase(folder.file("prova.sqlite"));
+    ReadAgain() { host::createDatabase(database, host_test::component().schema(), std::nullopt); }
+};
+
+TEST_F(ReadAgain, AConnectionFoundLostIsAskedOnceMore) {
+    FailingConnection connection(database, 1, lost);
+    contract::Snapshot rows;
+    host::readAgainWhenLost(connection, contract::Statement(one), rows);
+    EXPECT_EQ(1U, rows.rowCount());
+    EXPECT_EQ(2, connection.reads);
+}
+
+TEST_F(ReadAgain, OneThatStaysAwayFails) {
+    FailingConnection connection(database, 2, lost);
+    contract::Snapshot rows;
+    EXPECT_THROW(host::readAgainWhenLost(connection, contract::Statement(one), rows), contract::RuntimeError);
+    EXPECT_EQ(2, connection.reads);
+}
+
+TEST_F(ReadAgain, OtherErrorsAndTransactionsAreNotReadAgain) {
+    FailingConnection refused(database, 1, contract::ErrorCategory::permission);
+    contract::Snapshot rows;
+    EXPECT_THROW(host::readAgainWhenLost(refused, contract::Statement(one), rows), contract::RuntimeError);
+    EXPECT_EQ(1, refused.reads);
+    FailingConnection writing(database, 1, lost);
+    writing.BeginTrans();
+    EXPECT_THROW(host::readAgainWhenLost(writing, contract::Statement(one), rows), contract::RuntimeError);
+    EXPECT_EQ(1, writing.reads);
+    writing.RollbackTrans();
 }
 
 class Dialog : public testing::Test {
