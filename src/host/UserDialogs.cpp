@@ -22,6 +22,8 @@ QString text(std::string_view utf8) {
 constexpr int yesNoCancel = 3;
 constexpr int answerCancel = 2;
 
+constexpr int leastHeight = 32;
+
 constexpr int buttonBits = 0x0F;
 constexpr int iconBits = 0xF0;
 
@@ -127,6 +129,9 @@ int UserDialogs::showError(std::string_view caption, std::string_view procedure,
     }
     if (!details.isEmpty())
         box.setDetailedText(details);
+    // The box's own button for the details, as high as the others.
+    for (auto* button : box.buttons())
+        button->setMinimumHeight(leastHeight);
     auto* abort = addButton(box, QStringLiteral("&Interrompi"), QMessageBox::RejectRole);
     auto* retry = addButton(box, QStringLiteral("&Riprova"), QMessageBox::AcceptRole);
     auto* ignore = addButton(box, QStringLiteral("I&gnora"), QMessageBox::AcceptRole);

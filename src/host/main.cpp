@@ -11,6 +11,7 @@
 #include "host/ScriptRunner.h"
 #include "host/StartFailure.h"
 #include "host/Text.h"
+#include "host/ToolkitTexts.h"
 #include "host/UserFolders.h"
 #include "host/UserSettings.h"
 #include "platform/odbc/ConnectionString.h"
@@ -126,7 +127,8 @@ int create(const CommandLine& line) {
 
 void useItalian(QApplication& application) {
     QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
-    // The texts of Qt's own dialogs, where the machine has them.
+    QApplication::installTranslator(new host::ToolkitTexts(&application));
+    // All texts of Qt's own, where the machine has them.
     auto* translator = new QTranslator(&application);
     if (translator->load(QStringLiteral("qtbase_it"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(translator);

@@ -1,15 +1,22 @@
 // The boxes and the small dialogs of the host itself.
 
 #include "host/Prompts.h"
+#include "host/ToolkitTexts.h"
 
 #include "TestSession.h"
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QRegularExpression>
 #include <QTimer>
 
 #include <gtest/gtest.h>
+
+#include <memory>
 
 namespace {
 
@@ -44,6 +51,29 @@ TEST(Prompts, ABoxHasOneButtonWithoutPicture) {
     host::tell(QMessageBox::Warning, "Titolo", "<b>detto</b>", nullptr);
     EXPECT_EQ(QStringList{"OK"}, texts);
     EXPECT_FALSE(picture);
+}
+
+TEST(Prompts, TheToolkitsOwnTextsAreItalianWithoutItsTranslations) {
+    host_test::needApplication();
+    host::ToolkitTexts texts;
+    QApplication::installTranslator(&texts);
+    QMessageBox box;
+    box.setDetailedText("motivo");
+    QStringList captions;
+    for (auto* button : box.buttons())
+        captions.append(button->text());
+    EXPECT_TRUE(captions.contains("Mostra dettagli")) << captions.join('|').toStdString();
+    QLineEdit field;
+    std::unique_ptr<QMenu> menu(field.createStandardContextMenu());
+    const QRegularExpression english("Undo|Redo|Cu&t|Copy|Paste|Delete|Select");
+    for (const auto* action : menu->actions())
+        EXPECT_FALSE(english.match(action->text()).hasMatch()) << action->text().toStdString();
+    QFileDialog files;
+    files.setOption(QFileDialog::DontUseNativeDialog);
+    for (auto* label : files.findChildren<QLabel*>())
+        EXPECT_FALSE(label->text().contains("name") || label->text().contains("type")) << label->text().toStdString();
+    QApplication::removeTranslator(&texts);
+    EXPECT_TRUE(texts.translate("QObject", "no text of the toolkit's").isNull());
 }
 
 TEST(Prompts, AFieldIsAskedForInTheUsersLanguage) {
