@@ -222,8 +222,8 @@ private:
             width = size + 4;
             return SQL_C_CHAR;
         case SQL_GUID:
-            width = 39;
-            return SQL_C_CHAR;
+            width = sizeof(SQLGUID);
+            return SQL_C_GUID;
         default:
             width = ((size == 0 || size > 4000 ? unbounded : size) + 1) * sizeof(SQLWCHAR);
             return SQL_C_WCHAR;

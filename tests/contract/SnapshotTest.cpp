@@ -2,8 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+#include <limits>
 #include <memory>
+#include <span>
 #include <string>
+#include <vector>
 
 using contract::Column;
 using contract::Date;
@@ -63,6 +67,57 @@ TEST(Column, KnowsItsNulls) {
         EXPECT_EQ(column.text(3), "");
         EXPECT_EQ(column.integer(3), std::nullopt);
     }
+}
+
+TEST(Column, TakesBlocksOfNulls) {
+    for (const auto type : {FieldType::integer, FieldType::doublePrecision, FieldType::date, FieldType::varChar})
+        for (const std::size_t before : {0U, 1U, 63U, 64U, 65U})
+            for (const std::size_t nulls : {0U, 1U, 62U, 63U, 64U, 65U, 127U, 128U, 1000U}) {
+                Column blocks(type);
+                Column single(type);
+                for (std::size_t row = 0; row < before; ++row)
+                    for (auto* column : {&blocks, &single})
+                        column->append(Value("x"));
+                blocks.appendNulls(nulls);
+                for (std::size_t row = 0; row < nulls; ++row)
+                    single.appendNull();
+                for (auto* column : {&blocks, &single}) {
+                    column->append(Value("y"));
+                    column->appendNull();
+                }
+                ASSERT_EQ(single.size(), blocks.size());
+                for (std::size_t row = 0; row < single.size(); ++row)
+                    ASSERT_EQ(single.value(row), blocks.value(row)) << row << " after " << before << ", " << nulls;
+            }
+}
+
+TEST(Column, TakesBlocksOfNumbers) {
+    const std::vector<std::int64_t> whole = {1, -2, std::numeric_limits<std::int64_t>::max()};
+    const std::vector<double> real = {0.5, -1e300};
+    for (const auto type : {FieldType::bigInt, FieldType::doublePrecision, FieldType::varChar}) {
+        Column column(type);
+        column.append(std::span(whole));
+        column.append(std::span(whole).first(0));
+        column.append(std::span(real));
+        ASSERT_EQ(5U, column.size());
+        for (std::size_t row = 0; row < whole.size(); ++row)
+            EXPECT_EQ(Value(whole[row]), column.value(row));
+        EXPECT_EQ(Value(0.5), column.value(3));
+        EXPECT_EQ(Value(-1e300), column.value(4));
+    }
+}
+
+TEST(Column, TakesATextWrittenInItsRoom) {
+    Column column(FieldType::varWChar);
+    column.expect(3);
+    for (const std::string text : {"", "è", "un testo più lungo della stanza"}) {
+        std::memcpy(column.textRoom(3 * text.size() + 1), text.data(), text.size());
+        column.appendWritten(text.size());
+    }
+    ASSERT_EQ(3U, column.size());
+    EXPECT_EQ("", column.text(0));
+    EXPECT_EQ("è", column.text(1));
+    EXPECT_EQ("un testo più lungo della stanza", column.text(2));
 }
 
 TEST(Column, GivesTextsAsTheyWereStored) {

@@ -3,14 +3,11 @@
 
 #include "odbc/ScriptedServer.h"
 
-#include <limits>
-
 namespace odbc_test {
 namespace {
 
 using contract::ErrorCategory;
 using contract::FieldType;
-using contract::Value;
 using Calls = std::vector<std::string>;
 
 const std::vector<scripted::Diagnostic> deadlock = {
@@ -82,102 +79,6 @@ TEST_F(OdbcServer, RowsComeInBlocksOfAThousand) {
     ASSERT_EQ(2500U, rows.rowCount());
     EXPECT_EQ(2499, rows.column(0).integer(2499));
     EXPECT_EQ((std::vector<int>{1000, 1000, 1000, 1000}), script().fetchSizes);
-}
-
-TEST_F(OdbcServer, EveryTypeHasItsField) {
-    script().answer = [](const std::string&) {
-        return oneRow({{"A", SQL_BIT, 1, 0},
-                       {"B", SQL_TINYINT, 3, 0},
-                       {"C", SQL_SMALLINT, 5, 0},
-                       {"D", SQL_INTEGER, 10, 0},
-                       {"E", SQL_BIGINT, 19, 0},
-                       {"F", SQL_REAL, 24, 0},
-                       {"G", SQL_FLOAT, 53, 0},
-                       {"H", SQL_NUMERIC, 18, 2},
-                       {"I", SQL_DECIMAL, 19, 4},
-                       {"J", SQL_TYPE_TIMESTAMP, 23, 3},
-                       {"K", SQL_GUID, 36, 0},
-                       {"L", SQL_WVARCHAR, 20, 0},
-                       {"M", SQL_VARCHAR, 20, 0},
-                       {"N", SQL_CHAR, 5, 0},
-                       {"O", SQL_WVARCHAR, 0, 0}},
-                      {u"1", u"255", u"-32768", u"2147483647", u"9223372036854775807", u"1.5", u"-2.25", u"-.50",
-                       u"1234.5000", u"2024-02-29 00:00:00", u"6F9619FF-8B86-D011-B42D-00C04FC964FF",
-                       u"Citt\u00e0 \u20ac \U0001F984", u"testo", u"ab   ", u"lungo"});
-    };
-    contract::Snapshot rows;
-    connection.Read("SELECT * FROM T"_sql, rows);
-    ASSERT_EQ(1U, rows.rowCount());
-    const auto type = [&](std::size_t i) { return rows.fields()[i].type; };
-    const auto value = [&](std::size_t i) { return rows.column(i).value(0); };
-    EXPECT_EQ(Value(true), value(0));
-    EXPECT_EQ(FieldType::boolean, type(0));
-    EXPECT_EQ(255, value(1).integer());
-    EXPECT_EQ(FieldType::unsignedTinyInt, type(1));
-    EXPECT_EQ(Value(std::int16_t{-32768}), value(2));
-    EXPECT_EQ(Value(2147483647), value(3));
-    EXPECT_EQ(Value(std::int64_t{9223372036854775807}), value(4));
-    EXPECT_EQ(Value(1.5), value(5));
-    EXPECT_EQ(Value(-2.25), value(6));
-    EXPECT_EQ(Value(contract::Decimal{"-0.50"}), value(7));
-    EXPECT_EQ(18, rows.fields()[7].precision);
-    EXPECT_EQ(2, rows.fields()[7].numericScale);
-    EXPECT_EQ(Value(contract::Decimal{"1234.5000"}), value(8));
-    EXPECT_EQ(4, rows.fields()[8].numericScale);
-    EXPECT_EQ(Value(*contract::Date::of(2024, 2, 29)), value(9));
-    EXPECT_EQ("6F9619FF-8B86-D011-B42D-00C04FC964FF", value(10).text());
-    EXPECT_EQ(FieldType::guid, type(10));
-    EXPECT_EQ("Città € 🦄", value(11).text());
-    EXPECT_EQ(FieldType::varWChar, type(11));
-    EXPECT_EQ(FieldType::varChar, type(12));
-    EXPECT_EQ("ab   ", value(13).text());
-    EXPECT_EQ(FieldType::varWChar, type(14));
-    EXPECT_EQ("lungo", value(14).text());
-}
-
-TEST_F(OdbcServer, ValuesAtTheirBounds) {
-    const std::u16string most(38, u'9');
-    script().answer = [&](const std::string&) {
-        auto answer = oneRow({{"A", SQL_BIGINT, 19, 0},
-                              {"B", SQL_DECIMAL, 38, 0},
-                              {"C", SQL_DECIMAL, 38, 4},
-                              {"D", SQL_DECIMAL, 19, 4},
-                              {"E", SQL_DOUBLE, 53, 0},
-                              {"F", SQL_TYPE_TIMESTAMP, 27, 7},
-                              {"G", SQL_TYPE_DATE, 10, 0},
-                              {"H", SQL_WVARCHAR, 4000, 0},
-                              {"I", SQL_VARCHAR, 8000, 0},
-                              {"J", SQL_WCHAR, 6, 0},
-                              {"K", SQL_WVARCHAR, 10, 0},
-                              {"L", SQL_WVARCHAR, 10, 0},
-                              {"M", SQL_WVARCHAR, 10, 0}},
-                             {u"-9223372036854775808", u"-" + most, u"-" + most.substr(4) + u".9999",
-                              u"-922337203685477.5808", u"-1e300", u"2024-02-29 23:59:59.9970000", u"9999-12-31",
-                              std::u16string(4000, u'\u20ac'), std::u16string(8000, u'x'), u"ab    ", u"", std::nullopt,
-                              std::u16string(u"a") + char16_t{0xD83D} + u"b" + char16_t{0xDE00}});
-        return answer;
-    };
-    contract::Snapshot rows;
-    connection.Read("SELECT * FROM T"_sql, rows);
-    ASSERT_EQ(1U, rows.rowCount());
-    const auto value = [&](std::size_t i) { return rows.column(i).value(0); };
-    EXPECT_EQ(Value(std::numeric_limits<std::int64_t>::min()), value(0));
-    EXPECT_EQ("-" + std::string(38, '9'), value(1).text());
-    EXPECT_EQ("-" + std::string(34, '9') + ".9999", value(2).text());
-    EXPECT_EQ(38, rows.fields()[2].precision);
-    EXPECT_EQ(4, rows.fields()[2].numericScale);
-    EXPECT_EQ(Value(contract::Decimal{"-922337203685477.5808"}), value(3));
-    EXPECT_EQ(Value(-1e300), value(4));
-    EXPECT_EQ(Value(*contract::Date::of(2024, 2, 29)), value(5)) << "the day, whatever the time";
-    EXPECT_EQ(FieldType::date, rows.fields()[6].type);
-    EXPECT_EQ(Value(*contract::Date::of(9999, 12, 31)), value(6));
-    EXPECT_EQ(12000U, value(7).text().size());
-    EXPECT_EQ(8000U, value(8).text().size());
-    EXPECT_EQ("ab    ", value(9).text()) << "trailing blanks are the form's to trim";
-    EXPECT_FALSE(rows.column(10).isNull(0)) << "an empty text is no null";
-    EXPECT_EQ("", value(10).text());
-    EXPECT_TRUE(rows.column(11).isNull(0));
-    EXPECT_EQ("a\uFFFDb\uFFFD", value(12).text()) << "halves of a character";
 }
 
 TEST_F(OdbcServer, TypesOfTheServerAloneAreTexts) {

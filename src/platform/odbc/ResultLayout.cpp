@@ -14,9 +14,8 @@ using contract::FieldInfo;
 using contract::FieldType;
 using dialect::ValueKind;
 
-constexpr SQLULEN longest = 4000;     ///< characters of a text that still has an array of its full length
-constexpr std::size_t guess = 512;    ///< characters of an array for texts of unbounded length
-constexpr std::size_t guidWidth = 39; ///< with braces and the final zero
+constexpr SQLULEN longest = 4000;  ///< characters of a text that still has an array of its full length
+constexpr std::size_t guess = 512; ///< characters of an array for texts of unbounded length
 
 ValueKind kindOf(SQLSMALLINT type) {
     switch (type) {
@@ -100,6 +99,8 @@ SQLSMALLINT cTypeOf(Form form) {
         return SQL_C_DOUBLE;
     case Form::timestamp:
         return SQL_C_TYPE_TIMESTAMP;
+    case Form::guid:
+        return SQL_C_GUID;
     case Form::narrow:
         return SQL_C_CHAR;
     case Form::wide:
@@ -154,7 +155,8 @@ bool ResultLayout::describe(SQLHSTMT statement, SQLSMALLINT count, Engine engine
         } else if (storage == Column::Storage::date) {
             bound = {Form::timestamp, false, false, sizeof(SQL_TIMESTAMP_STRUCT), 0, {}, {}, false};
         } else if (type == SQL_GUID) {
-            bound = {Form::narrow, false, false, guidWidth, 0, {}, {}, false};
+            // As it comes from the server: a driver takes thousands of instructions to write one.
+            bound = {Form::guid, false, false, sizeof(SQLGUID), 0, {}, {}, false};
         } else if (type == SQL_NUMERIC || type == SQL_DECIMAL) {
             constexpr std::size_t signPointAndZeros = 4;
             bound = {Form::narrow, false, false, size + signPointAndZeros, 0, {}, {}, false};

@@ -17,6 +17,7 @@ enum class Form : std::uint8_t {
     whole,     ///< SQLBIGINT
     real,      ///< SQLDOUBLE
     timestamp, ///< SQL_TIMESTAMP_STRUCT
+    guid,      ///< SQLGUID
     wide,      ///< UTF-16
     narrow,    ///< ASCII or UTF-8 characters
 };

@@ -7,6 +7,7 @@
 #include <charconv>
 #include <cstdio>
 #include <cstring>
+#include <span>
 
 namespace platform::odbc {
 
@@ -85,17 +86,6 @@ bool RowReader::bind(SQLHSTMT statement) {
     return true;
 }
 
-bool RowReader::fits(std::size_t column, std::size_t row) const {
-    const BoundColumn& bound = layout_.columns[column];
-    if (bound.form != Form::wide && bound.form != Form::narrow)
-        return true;
-    const SQLLEN length = indicators(column)[row];
-    if (length == SQL_NULL_DATA)
-        return true;
-    const std::size_t zero = bound.form == Form::wide ? sizeof(SQLWCHAR) : 1;
-    return length >= 0 && static_cast<std::size_t>(length) <= bound.width - zero;
-}
-
 RowReader::Outcome RowReader::readBlocks(SQLHSTMT statement, contract::Snapshot& rows) {
     if (!bind(statement))
         return Outcome::failed;
@@ -111,22 +101,48 @@ RowReader::Outcome RowReader::readBlocks(SQLHSTMT statement, contract::Snapshot&
         const auto count = static_cast<std::size_t>(fetched_);
         if (result == SQL_SUCCESS_WITH_INFO && hasFailedRows(count))
             return Outcome::failed;
-        contract::Column* columns = &rows.column(0);
-        for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
-            BoundColumn& bound = layout_.columns[i];
-            const SQLLEN* lengths = indicators(i);
-            const char* value = arrays_.get() + bound.offset;
-            for (std::size_t row = 0; row < count; ++row, value += bound.width) {
-                if (!fits(i, row))
-                    return Outcome::tooLong;
-                if (lengths[row] == SQL_NULL_DATA)
-                    columns[i].appendNull();
-                else
-                    append(columns[i], bound, value, lengths[row]);
-            }
-        }
+        for (std::size_t i = 0; i < layout_.columns.size(); ++i)
+            if (!appendBlock(rows.column(i), i, count))
+                return Outcome::tooLong;
         rows.setRowCount(rows.rowCount() + count);
     }
+}
+
+// The values of one column, in runs of nulls and of others. False when one did not fit into its array.
+bool RowReader::appendBlock(contract::Column& column, std::size_t field, std::size_t count) {
+    BoundColumn& bound = layout_.columns[field];
+    const char* values = arrays_.get() + bound.offset;
+    const SQLLEN* lengths = indicators(field);
+    column.expect(count);
+    for (std::size_t row = 0; row < count;) {
+        const std::size_t first = row;
+        const bool null = lengths[first] == SQL_NULL_DATA;
+        while (row < count && (lengths[row] == SQL_NULL_DATA) == null)
+            ++row;
+        if (null)
+            column.appendNulls(row - first);
+        else if (!appendRun(column, bound, values + first * bound.width, lengths + first, row - first))
+            return false;
+    }
+    return true;
+}
+
+bool RowReader::appendRun(contract::Column& column, BoundColumn& bound, const char* values, const SQLLEN* lengths,
+                          std::size_t count) {
+    if (bound.form == Form::whole) {
+        static_assert(sizeof(SQLBIGINT) == sizeof(std::int64_t));
+        column.append(std::span(static_cast<const std::int64_t*>(static_cast<const void*>(values)), count));
+        return true;
+    }
+    const bool isText = bound.form == Form::wide || bound.form == Form::narrow;
+    const std::size_t zero = bound.form == Form::wide ? sizeof(SQLWCHAR) : 1;
+    const auto longest = static_cast<SQLLEN>(bound.width - zero);
+    for (std::size_t row = 0; row < count; ++row, values += bound.width) {
+        if (isText && (lengths[row] < 0 || lengths[row] > longest))
+            return false;
+        append(column, bound, values, lengths[row]);
+    }
+    return true;
 }
 
 // A row that the driver could not convert among others that it could.
@@ -206,6 +222,13 @@ void RowReader::append(contract::Column& column, BoundColumn& bound, const char*
     case Form::timestamp:
         appendDate(column, bound, value);
         return;
+    case Form::guid: {
+        SQLGUID guid;
+        std::memcpy(&guid, value, sizeof guid);
+        writeGuid(guid, column.textRoom(guidLength));
+        column.appendWritten(guidLength);
+        return;
+    }
     case Form::narrow: {
         const std::string_view text(value, static_cast<std::size_t>(length));
         if (bound.sqlite)
@@ -215,17 +238,8 @@ void RowReader::append(contract::Column& column, BoundColumn& bound, const char*
         return;
     }
     case Form::wide: {
-        scratch_.clear();
-        // What the driver fetched need not stand on an even address.
         const std::size_t count = static_cast<std::size_t>(length) / sizeof(SQLWCHAR);
-        if (reinterpret_cast<std::uintptr_t>(value) % alignof(SQLWCHAR) == 0) {
-            appendNarrow(reinterpret_cast<const SQLWCHAR*>(static_cast<const void*>(value)), count, scratch_);
-        } else {
-            std::vector<SQLWCHAR> units(count);
-            std::memcpy(units.data(), value, count * sizeof(SQLWCHAR));
-            appendNarrow(units.data(), count, scratch_);
-        }
-        column.append(std::string_view(scratch_));
+        column.appendWritten(writeNarrow(value, count, column.textRoom(count * narrowPerUnit)));
         return;
     }
     }

@@ -40,7 +40,9 @@ private:
     void arrange();
     Outcome readBlocks(SQLHSTMT statement, contract::Snapshot& rows);
     Outcome readByRow(SQLHSTMT statement, contract::Snapshot& rows);
-    bool fits(std::size_t column, std::size_t row) const;
+    bool appendBlock(contract::Column& column, std::size_t field, std::size_t count);
+    bool appendRun(contract::Column& column, BoundColumn& bound, const char* values, const SQLLEN* lengths,
+                   std::size_t count);
     bool hasFailedRows(std::size_t count) const;
     void append(contract::Column& column, BoundColumn& bound, const char* value, SQLLEN length);
     static void appendDate(contract::Column& column, BoundColumn& bound, const char* value);

@@ -1,6 +1,9 @@
 #include "platform/odbc/Text.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <cstring>
+#include <iterator>
 
 namespace platform::odbc {
 
@@ -48,22 +51,48 @@ std::uint32_t takeCharacter(std::string_view& text) {
     return read == length && code >= least && code < afterLast && !surrogate ? code : replacement;
 }
 
-void appendCharacter(std::uint32_t code, std::string& into) {
+/// Writes one character and tells where it ends.
+char* writeCharacter(std::uint32_t code, char* into) {
     if (code < 0x80) {
-        into += static_cast<char>(code);
+        *into++ = static_cast<char>(code);
     } else if (code < 0x800) {
-        into += static_cast<char>(0xC0U | (code >> 6U));
-        into += static_cast<char>(0x80U | (code & 0x3FU));
+        *into++ = static_cast<char>(0xC0U | (code >> 6U));
+        *into++ = static_cast<char>(0x80U | (code & 0x3FU));
     } else if (code < firstBeyond) {
-        into += static_cast<char>(0xE0U | (code >> 12U));
-        into += static_cast<char>(0x80U | ((code >> 6U) & 0x3FU));
-        into += static_cast<char>(0x80U | (code & 0x3FU));
+        *into++ = static_cast<char>(0xE0U | (code >> 12U));
+        *into++ = static_cast<char>(0x80U | ((code >> 6U) & 0x3FU));
+        *into++ = static_cast<char>(0x80U | (code & 0x3FU));
     } else {
-        into += static_cast<char>(0xF0U | (code >> 18U));
-        into += static_cast<char>(0x80U | ((code >> 12U) & 0x3FU));
-        into += static_cast<char>(0x80U | ((code >> 6U) & 0x3FU));
-        into += static_cast<char>(0x80U | (code & 0x3FU));
+        *into++ = static_cast<char>(0xF0U | (code >> 18U));
+        *into++ = static_cast<char>(0x80U | ((code >> 12U) & 0x3FU));
+        *into++ = static_cast<char>(0x80U | ((code >> 6U) & 0x3FU));
+        *into++ = static_cast<char>(0x80U | (code & 0x3FU));
     }
+    return into;
+}
+
+std::uint32_t unitAt(const char* units, std::size_t i) {
+    SQLWCHAR unit = 0;
+    std::memcpy(&unit, units + i * sizeof unit, sizeof unit);
+    return unit;
+}
+
+constexpr std::size_t group = 8; // units looked at together
+
+/// Whether all the units of a group are ASCII.
+bool isPlain(const char* units) {
+    std::uint64_t halves[2];
+    static_assert(sizeof halves == group * sizeof(SQLWCHAR));
+    std::memcpy(halves, units, sizeof halves);
+    return ((halves[0] | halves[1]) & 0xFF80FF80FF80FF80U) == 0;
+}
+
+/// Writes the lowest bits of a number as hexadecimal digits, the highest first.
+char* writeDigits(std::uint32_t number, unsigned digits, char* into) {
+    constexpr const char* hexadecimal = "0123456789ABCDEF";
+    while (digits-- > 0)
+        *into++ = hexadecimal[(number >> (4 * digits)) & 0xFU];
+    return into;
 }
 
 } // namespace
@@ -93,33 +122,59 @@ std::vector<SQLWCHAR> wide(std::string_view text) {
     return units;
 }
 
-void appendNarrow(const SQLWCHAR* text, std::size_t count, std::string& into) {
-    std::size_t i = 0;
-    // Most texts are plain letters.
-    const std::size_t before = into.size();
-    into.resize(before + count);
-    char* plain = into.data() + before;
-    for (; i < count && text[i] < 0x80; ++i)
-        plain[i] = static_cast<char>(text[i]);
-    into.resize(before + i);
-    for (; i < count; ++i) {
-        std::uint32_t code = text[i];
-        if (code >= firstSurrogate && code < afterSurrogates) {
-            const bool pair = code < firstLowSurrogate && i + 1 < count && text[i + 1] >= firstLowSurrogate &&
-                              text[i + 1] < afterSurrogates;
-            code =
-                pair ? firstBeyond + ((code - firstSurrogate) << 10U) + (text[i + 1] - firstLowSurrogate) : replacement;
-            if (pair)
-                ++i;
+std::size_t writeNarrow(const char* units, std::size_t count, char* into) {
+    char* to = into;
+    for (std::size_t i = 0; i < count;) {
+        // Most texts are plain letters.
+        const std::size_t end = std::min(i + group, count);
+        if (end - i == group && isPlain(units + i * sizeof(SQLWCHAR))) {
+            for (std::size_t k = 0; k < group; ++k)
+                to[k] = static_cast<char>(unitAt(units, i + k));
+            to += group;
+            i = end;
+            continue;
         }
-        appendCharacter(code, into);
+        while (i < end) {
+            std::uint32_t code = unitAt(units, i++);
+            if (code >= firstSurrogate && code < afterSurrogates) {
+                const std::uint32_t low = code < firstLowSurrogate && i < count ? unitAt(units, i) : 0;
+                const bool pair = low >= firstLowSurrogate && low < afterSurrogates;
+                code = pair ? firstBeyond + ((code - firstSurrogate) << 10U) + (low - firstLowSurrogate) : replacement;
+                if (pair)
+                    ++i;
+            }
+            to = writeCharacter(code, to);
+        }
     }
+    return static_cast<std::size_t>(to - into);
+}
+
+void appendNarrow(const SQLWCHAR* text, std::size_t count, std::string& into) {
+    const std::size_t before = into.size();
+    into.resize(before + count * narrowPerUnit);
+    const auto* units = static_cast<const char*>(static_cast<const void*>(text));
+    into.resize(before + writeNarrow(units, count, into.data() + before));
 }
 
 std::string narrow(const SQLWCHAR* text, std::size_t count) {
     std::string result;
     appendNarrow(text, count, result);
     return result;
+}
+
+void writeGuid(const SQLGUID& guid, char* into) {
+    constexpr std::size_t bytesBeforeLastDash = 2;
+    into = writeDigits(guid.Data1, 8, into);
+    *into++ = '-';
+    into = writeDigits(guid.Data2, 4, into);
+    *into++ = '-';
+    into = writeDigits(guid.Data3, 4, into);
+    *into++ = '-';
+    for (std::size_t i = 0; i < std::size(guid.Data4); ++i) {
+        if (i == bytesBeforeLastDash)
+            *into++ = '-';
+        into = writeDigits(guid.Data4[i], 2, into);
+    }
 }
 
 } // namespace platform::odbc

@@ -43,6 +43,22 @@ public:
         bytes_ += count;
     }
 
+    /// Where that many more bytes have room, behind those it holds; written() then takes in what was put there. Valid
+    /// until the next change.
+    char* room(std::size_t count) {
+        if (count > capacity_ - bytes_)
+            grow(bytes_ + count);
+        return begin() + bytes_;
+    }
+    void written(std::size_t count) { bytes_ += count; }
+
+    /// The same value that many times.
+    template <class T> void fill(T value, std::size_t count) {
+        char* into = room(count * sizeof value);
+        for (std::size_t i = 0; i < count; ++i)
+            std::memcpy(into + i * sizeof value, &value, sizeof value);
+        written(count * sizeof value);
+    }
     template <class T> void push(T value) {
         if (sizeof value > capacity_ - bytes_)
             grow(bytes_ + sizeof value);

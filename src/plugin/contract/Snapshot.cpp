@@ -103,6 +103,38 @@ void Column::placeholder() {
     ++size_;
 }
 
+void Column::appendNulls(std::size_t count) {
+    if (count == 0)
+        return;
+    const std::size_t end = size_ + count;
+    const std::size_t words = nulls_.bytes() / sizeof(std::uint64_t);
+    const std::size_t needed = (end + rowsPerWord - 1) / rowsPerWord;
+    nulls_.fill(std::uint64_t{0}, needed - words);
+    for (std::size_t row = size_; row < end;) {
+        const std::size_t word = row / rowsPerWord;
+        const std::size_t first = row % rowsPerWord;
+        const std::size_t bits = std::min(rowsPerWord - first, end - row);
+        const std::uint64_t ones = ~std::uint64_t{0} >> (rowsPerWord - bits);
+        nulls_.put(word, nulls_.at<std::uint64_t>(word) | ones << first);
+        row += bits;
+    }
+    switch (storage_) {
+    case Storage::integer:
+        cells_.fill(std::int64_t{0}, count);
+        break;
+    case Storage::real:
+        cells_.fill(double{0}, count);
+        break;
+    case Storage::date:
+        cells_.fill(std::int32_t{0}, count);
+        break;
+    case Storage::text:
+        cells_.fill(static_cast<std::uint64_t>(characters_.bytes()), count);
+        break;
+    }
+    size_ = end;
+}
+
 void Column::appendAside(Value value) {
     aside(size_, std::move(value));
     placeholder();
@@ -126,7 +158,7 @@ void Column::append(const Value& value) {
 }
 
 void Column::reserve(std::size_t rows) {
-    cells_.reserve(rows * (storage_ == Storage::date ? sizeof(std::int32_t) : sizeof(std::int64_t)));
+    cells_.reserve(rows * cellSize());
 }
 
 bool Column::isNull(std::size_t row) const {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -106,6 +107,21 @@ public:
     }
     void append(const Value& value);
 
+    // A block of rows at once.
+    void appendNulls(std::size_t count);
+    void append(std::span<const std::int64_t> values) { appendNumbers(values, Storage::integer); }
+    void append(std::span<const double> values) { appendNumbers(values, Storage::real); }
+    /// Where a text of at most that many bytes has room in a column of texts; appendWritten() then appends as many
+    /// bytes of it as were written. Valid until the next change.
+    char* textRoom(std::size_t bytes) { return characters_.room(bytes); }
+    void appendWritten(std::size_t bytes) {
+        characters_.written(bytes);
+        cells_.push(static_cast<std::uint64_t>(characters_.bytes()));
+        ++size_;
+    }
+    /// Makes room for that many more rows; unlike reserve(), with some for the blocks that may follow.
+    void expect(std::size_t rows) { cells_.room(rows * cellSize()); }
+
     void reserve(std::size_t rows);
     std::size_t size() const { return size_; }
     Storage storage() const { return storage_; }
@@ -126,6 +142,16 @@ public:
 private:
     void mark(std::size_t row, bool null);
     void placeholder();
+    std::size_t cellSize() const { return storage_ == Storage::date ? sizeof(std::int32_t) : sizeof(std::int64_t); }
+    template <class T> void appendNumbers(std::span<const T> values, Storage storage) {
+        if (storage_ != storage) {
+            for (const T value : values)
+                appendAside(value);
+            return;
+        }
+        cells_.append(static_cast<const char*>(static_cast<const void*>(values.data())), values.size_bytes());
+        size_ += values.size();
+    }
     void appendAside(Value value);
     void aside(std::size_t row, Value value);
     std::string_view stored(std::size_t row) const;

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 
 #include <sql.h>
 #include <sqlext.h>
@@ -100,6 +101,18 @@ std::string bytesOf(const std::u16string& text, SQLSMALLINT type) {
         day.month = static_cast<SQLUSMALLINT>(std::stoi(bytes.substr(5, 2)));
         day.day = static_cast<SQLUSMALLINT>(std::stoi(bytes.substr(8, 2)));
         bytes.assign(reinterpret_cast<const char*>(&day), sizeof day);
+    } else if (type == SQL_C_GUID) {
+        std::erase(bytes, '-');
+        const auto part = [&](std::size_t from, std::size_t digits) {
+            return std::stoul(bytes.substr(from, digits), nullptr, 16);
+        };
+        SQLGUID guid = {};
+        guid.Data1 = static_cast<decltype(guid.Data1)>(part(0, 8));
+        guid.Data2 = static_cast<decltype(guid.Data2)>(part(8, 4));
+        guid.Data3 = static_cast<decltype(guid.Data3)>(part(12, 4));
+        for (std::size_t i = 0; i < std::size(guid.Data4); ++i)
+            guid.Data4[i] = static_cast<unsigned char>(part(16 + 2 * i, 2));
+        bytes.assign(reinterpret_cast<const char*>(&guid), sizeof guid);
     }
     return bytes;
 }
