@@ -1,8 +1,12 @@
-// Values of every kind as a server's driver gives them.
+// The values that the adapter takes from a server: every type, its bounds, and rows in any number and length.
 
 #include "odbc/ScriptedServer.h"
 
+#include <cstdint>
 #include <limits>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace odbc_test {
 namespace {
@@ -11,6 +15,23 @@ using contract::FieldType;
 using contract::Value;
 
 class OdbcServerValues : public ScriptedServer {};
+
+TEST_F(OdbcServerValues, RowsComeInBlocksOfAThousand) {
+    script().answer = [](const std::string&) {
+        scripted::Answer answer;
+        answer.columns = {{"ID", SQL_INTEGER, 10, 0}, {"NOME", SQL_WVARCHAR, 100, 0}};
+        for (int i = 0; i < 2500; ++i) {
+            const std::string digits = std::to_string(i);
+            answer.rows.push_back({std::u16string(digits.begin(), digits.end()), u"nome"});
+        }
+        return answer;
+    };
+    contract::Snapshot rows;
+    connection.Read("SELECT ID, NOME FROM PROVA"_sql, rows);
+    ASSERT_EQ(2500U, rows.rowCount());
+    EXPECT_EQ(2499, rows.column(0).integer(2499));
+    EXPECT_EQ((std::vector<int>{1000, 1000, 1000, 1000}), script().fetchSizes);
+}
 
 TEST_F(OdbcServerValues, EveryTypeHasItsField) {
     script().answer = [](const std::string&) {
@@ -155,6 +176,74 @@ TEST_F(OdbcServerValues, ValuesAtTheirBounds) {
 }
 
 // By blocks, and value by value beside a text that does not fit into a block.
+TEST_F(OdbcServerValues, TypesOfTheServerAloneAreTexts) {
+    constexpr int variant = -150;
+    constexpr int xml = -152;
+    constexpr int time2 = -154;
+    constexpr int timestampOffset = -155;
+    script().answer = [&](const std::string&) {
+        return oneRow({{"A", time2, 16, 7},
+                       {"B", timestampOffset, 34, 7},
+                       {"C", xml, 0, 0},
+                       {"D", variant, 8000, 0},
+                       {"E", SQL_VARBINARY, 3, 0},
+                       {"F", SQL_LONGVARBINARY, 0, 0}},
+                      {u"23:59:59.9999999", u"9999-12-31 23:59:59.9999999 +14:00", std::u16string(3000, u'<'), u"1.5",
+                       u"00FFAB", std::u16string(5000, u'0')});
+    };
+    contract::Snapshot rows;
+    connection.Read("SELECT * FROM T"_sql, rows);
+    ASSERT_EQ(1U, rows.rowCount());
+    EXPECT_EQ("23:59:59.9999999", rows.column(0).value(0).text());
+    EXPECT_EQ("9999-12-31 23:59:59.9999999 +14:00", rows.column(1).value(0).text());
+    EXPECT_EQ(3000U, rows.column(2).value(0).text().size());
+    EXPECT_EQ("1.5", rows.column(3).value(0).text());
+    EXPECT_EQ(FieldType::varBinary, rows.fields()[4].type);
+    EXPECT_EQ("00FFAB", rows.column(4).value(0).text());
+    EXPECT_EQ(FieldType::longVarBinary, rows.fields()[5].type);
+    EXPECT_EQ(5000U, rows.column(5).value(0).text().size());
+}
+
+TEST_F(OdbcServerValues, ATextOfAnyLengthIsReadWhole) {
+    for (const std::size_t length : {512U, 513U, 4096U, 300000U}) {
+        script().calls.clear();
+        script().answer = [length](const std::string&) {
+            auto answer = oneRow({{"ID", SQL_INTEGER, 10, 0}, {"T", SQL_WLONGVARCHAR, 0, 0}, {"U", SQL_NUMERIC, 5, 0}},
+                                 {u"7", std::u16string(length, u'\u00e8'), u"12"});
+            answer.rows.push_back({std::nullopt, std::nullopt, std::nullopt});
+            return answer;
+        };
+        contract::Snapshot rows;
+        connection.Read("SELECT ID, T, U FROM PROVA"_sql, rows);
+        ASSERT_EQ(2U, rows.rowCount());
+        EXPECT_EQ(2 * length, rows.column(1).text(0).size());
+        EXPECT_EQ(7, rows.column(0).integer(0));
+        EXPECT_EQ(12, rows.column(2).integer(0));
+        for (std::size_t i = 0; i < 3; ++i)
+            EXPECT_TRUE(rows.column(i).isNull(1));
+        EXPECT_EQ(length > 512 ? 2U : 1U, script().calls.size());
+    }
+}
+
+TEST_F(OdbcServerValues, NoStatementRunsTwiceThatMayChangeRows) {
+    script().answer = [](const std::string&) {
+        return oneRow({{"T", SQL_WLONGVARCHAR, 0, 0}}, {std::u16string(5000, u'x')});
+    };
+    contract::Snapshot rows;
+    connection.Read("EXEC Qualcosa"_sql, rows);
+    EXPECT_EQ(5000U, rows.column(0).text(0).size());
+    EXPECT_EQ(1U, script().calls.size());
+}
+
+TEST_F(OdbcServerValues, ADayThatThisProgramDoesNotKnowIsShownAsItIs) {
+    script().answer = [](const std::string&) {
+        return oneRow({{"D", SQL_TYPE_TIMESTAMP, 23, 3}}, {u"1753-01-01 00:00:00"});
+    };
+    contract::Snapshot rows;
+    connection.Read("SELECT D FROM PROVA"_sql, rows);
+    EXPECT_EQ("1753-01-01", rows.column(0).value(0).text());
+}
+
 TEST(OdbcServerGuids, AreReadAsTheirText) {
     const auto text = serverString();
     if (!text)
