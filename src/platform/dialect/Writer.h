@@ -24,9 +24,15 @@ private:
     void writeFrom(const JoinChain& chain, const Scope& scope);
     void writeTable(const TableReference& table);
 
-    // ExpressionWriter.cpp: values and conditions
+    // How tightly operands are bound in SQLite's text
+    static constexpr int conditionLevel = 0;
+    static constexpr int sumLevel = 1;
+    static constexpr int productLevel = 2;
+    static constexpr int concatenationLevel = 3;
+    static constexpr int atomLevel = 4;
+
+    // ExpressionWriter.cpp: values
     void writeExpression(const Expression& expression, const Scope& scope);
-    void writeCondition(const Expression& condition, const Scope& scope);
     void writeColumn(const Expression& column);
     void writeText(const Expression& text, Binding binding);
     void writeConverted(const Expression& value, ValueKind kind, const Scope& scope);
@@ -41,13 +47,16 @@ private:
     void writeCast(const Expression& cast, const Scope& scope);
     void writeDate(const Expression& date, const Scope& scope);
     void writeCases(const Expression& cases, const Scope& scope);
+    void writeParameter(std::size_t piece, Binding binding);
+    void writeName(std::string_view name);
+    void writeLiteral(std::string_view characters);
+
+    // ConditionWriter.cpp: conditions
+    void writeCondition(const Expression& condition, const Scope& scope);
     void writeComparison(const Expression& condition, const Scope& scope);
     void writeBetween(const Expression& condition, const Scope& scope);
     void writeIn(const Expression& condition, const Scope& scope);
     ValueKind commonKind(const std::vector<const Expression*>& values, const Scope& scope) const;
-    void writeParameter(std::size_t piece, Binding binding);
-    void writeName(std::string_view name);
-    void writeLiteral(std::string_view characters);
 
     const Catalog& catalog_;
     const Source& source_;
