@@ -1,78 +1,14 @@
 #include "platform/qt/DataFrameControl.h"
 
-#include "platform/qt/InputEvents.h"
+#include "platform/qt/ColumnTypes.h"
 #include "plugin/contract/RuntimeError.h"
 
 #include <algorithm>
 
 namespace platform::qt {
 
-using contract::Date;
-using contract::FieldType;
 using contract::RuntimeError;
 using contract::Value;
-
-namespace {
-
-bool holdsDate(FieldType type) {
-    return type == FieldType::date || type == FieldType::dbDate || type == FieldType::dbTimeStamp;
-}
-
-bool holdsNumber(FieldType type) {
-    switch (type) {
-    case FieldType::smallInt:
-    case FieldType::integer:
-    case FieldType::tinyInt:
-    case FieldType::bigInt:
-    case FieldType::unsignedTinyInt:
-    case FieldType::unsignedSmallInt:
-    case FieldType::unsignedInt:
-    case FieldType::unsignedBigInt:
-    case FieldType::boolean:
-    case FieldType::numeric:
-    case FieldType::decimal:
-        return true;
-    default:
-        return false;
-    }
-}
-
-/// Whether a database can compare a column of that type with a literal for equality.
-bool comparable(FieldType type) {
-    switch (type) {
-    case FieldType::guid:
-    case FieldType::character:
-    case FieldType::wideCharacter:
-    case FieldType::varChar:
-    case FieldType::varWChar:
-        return true;
-    default:
-        return holdsNumber(type) || holdsDate(type);
-    }
-}
-
-std::string trimmed(const std::string& content) {
-    const auto first = content.find_first_not_of(' ');
-    return first == std::string::npos ? std::string()
-                                      : content.substr(first, content.find_last_not_of(' ') - first + 1);
-}
-
-Value dateValue(const std::string& field, const std::string& content) {
-    if (trimmed(content).empty())
-        return Value::null();
-    const auto date = Date::parse(content);
-    if (!date)
-        throw RuntimeError(RuntimeError::typeMismatch,
-                           "Il campo " + field + " contiene \"" + content + "\", che non è una data.");
-    return *date;
-}
-
-std::string dateText(const Value& value) {
-    const auto date = value.date();
-    return date ? date->text() : value.text();
-}
-
-} // namespace
 
 DataFrameControl::DataFrameControl(std::string_view name, QWidget* parent) : FrameBase(name, new QWidget(parent)) {
 }
@@ -96,81 +32,6 @@ std::shared_ptr<contract::Recordset> DataFrameControl::load(const contract::Stat
     if (!records_->IsOpen())
         records_->Open(statement_, connection());
     return records_;
-}
-
-void DataFrameControl::addBinding(const contract::Control& control, EditSource* source, Binding binding) {
-    binding.control = &control;
-    bindings_.push_back(std::move(binding));
-    if (source == nullptr)
-        return;
-    sources_.push_back(source);
-    source->edited = [this] { followEdit(); };
-}
-
-void DataFrameControl::bindField(contract::DateField& control, std::string_view field) {
-    const std::string column(field);
-    addBinding(control, dynamic_cast<EditSource*>(&control),
-               {column,
-                nullptr,
-                [&control] { return control.text(); },
-                [&control, column] { return dateValue(column, control.text()); },
-                [&control](const Value& value) { control.setText(dateText(value)); },
-                {}});
-}
-
-void DataFrameControl::bindField(contract::ComboBox& control, std::string_view field) {
-    const auto value = [&control] {
-        return control.position() < 0 ? Value::null() : Value(static_cast<std::int64_t>(control.position()));
-    };
-    addBinding(control, dynamic_cast<EditSource*>(&control),
-               {std::string(field),
-                nullptr,
-                [&control] { return std::to_string(control.position()); },
-                value,
-                [&control](const Value& shown) {
-                    const auto position = shown.integer();
-                    control.setPosition(position && *position >= 0 && *position < control.itemCount()
-                                            ? static_cast<int>(*position)
-                                            : -1);
-                },
-                {}});
-}
-
-void DataFrameControl::bindField(contract::CheckBox& control, std::string_view field) {
-    addBinding(control, dynamic_cast<EditSource*>(&control),
-               {std::string(field),
-                nullptr,
-                [&control] { return std::string(control.checked() ? "1" : "0"); },
-                [&control] { return Value(static_cast<std::int64_t>(control.checked() ? 1 : 0)); },
-                [&control](const Value& value) { control.setChecked(value.integer().value_or(0) != 0); },
-                {}});
-}
-
-void DataFrameControl::bindField(contract::TextField& control, std::string_view field) {
-    const std::string column(field);
-    addBinding(control, dynamic_cast<EditSource*>(&control),
-               {column,
-                nullptr,
-                [&control] { return control.text(); },
-                [this, &control, column] { return textValue(column, control.text()); },
-                [&control](const Value& value) { control.setText(value.text()); },
-                {}});
-}
-
-Value DataFrameControl::textValue(const std::string& field, const std::string& content) const {
-    const auto column = records_ ? records_->rows().find(field) : std::nullopt;
-    const FieldType type = column ? records_->rows().fields()[*column].type : FieldType::varWChar;
-    if (content.empty() || (!holdsDate(type) && holdsNumber(type) && trimmed(content).empty()))
-        return Value::null();
-    if (holdsDate(type))
-        return dateValue(field, content);
-    if (!holdsNumber(type))
-        return content;
-    const auto number = Value(content).integer();
-    if (!number)
-        throw RuntimeError(RuntimeError::typeMismatch,
-                           "Il campo " + field + " contiene \"" + content + "\", che non è un numero intero.");
-    return *number;
 }
 
 void DataFrameControl::setTable(std::string_view table, const std::vector<std::string>& keyColumns) {

@@ -72,8 +72,11 @@ private:
         std::string shown; ///< content when the record was shown
     };
 
+    // DataFrameBindings.cpp: the fields
     void addBinding(const contract::Control& control, EditSource* source, Binding binding);
     contract::Value textValue(const std::string& field, const std::string& content) const;
+
+    // DataFrameControl.cpp: the record
     void fill();
     void setStatus(int status);
     void followEdit();
