@@ -11,7 +11,6 @@ namespace host {
 using contract::Fragment;
 using contract::Snapshot;
 using contract::Statement;
-using contract::Value;
 
 namespace {
 

@@ -161,7 +161,8 @@ private:
 
     void makeDeep(Accounts& accounts) {
         constexpr int levels = 12;
-        Distinta distinta(data_, sequence_, type(1, "PR", "Strutture di gruppo", customers), atMost(levels * 2));
+        Distinta distinta(data_, sequence_, type(1, "PR", "Strutture di gruppo", customers),
+                          atMost(std::size_t{2} * levels));
         const auto members = shuffled(trading_, sequence_);
         std::optional<std::size_t> parent;
         // The whole chain first, so that it stands in a small distinta too.

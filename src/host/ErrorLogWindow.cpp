@@ -44,7 +44,7 @@ QString describe(const QJsonObject& entry) {
                       .arg(text(entry, "procedure"), text(entry, "caption"), text(entry, "application"),
                            answerText(entry.value(QStringLiteral("answer")).toInt()));
     const QJsonArray records = entry.value(QStringLiteral("records")).toArray();
-    for (const QJsonValue& value : records) {
+    for (const auto& value : records) {
         const QJsonObject record = value.toObject();
         all += QStringLiteral("\nDatabase: [%1] %2 %3")
                    .arg(text(record, "state"))

@@ -54,7 +54,7 @@ void HostWorkflowState::ConfermaStato() {
 
 std::string HostWorkflowState::GetDescrizioneStatoFromGUID(std::string_view guid) {
     guid_ = guid;
-    const std::string description = descriptions({guid_}).front();
+    std::string description = descriptions({guid_}).front();
     context_->journal.record(service, QStringLiteral("GetDescrizioneStatoFromGUID"),
                              {{QStringLiteral("guid"), toQt(guid)}, {QStringLiteral("result"), toQt(description)}});
     return description;

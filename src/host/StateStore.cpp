@@ -67,7 +67,7 @@ const contract::Schema& StateStore::schema() {
     return tables;
 }
 
-StateStore::StateStore(std::string databasePath, std::function<void(std::function<void()>)> later)
+StateStore::StateStore(const std::string& databasePath, std::function<void(std::function<void()>)> later)
     : path_(fileOf(databasePath)), later_(std::move(later)) {
 }
 

@@ -27,7 +27,7 @@ namespace host {
 class StateStore {
 public:
     /// later: calls a function once the present command is done; nothing commits each write at once.
-    explicit StateStore(std::string databasePath, std::function<void(std::function<void()>)> later = {});
+    explicit StateStore(const std::string& databasePath, std::function<void(std::function<void()>)> later = {});
     /// On the server of that connection, which is opened when it is needed.
     explicit StateStore(std::unique_ptr<platform::odbc::Connection> connection);
     StateStore(const StateStore&) = delete;

@@ -13,7 +13,7 @@ QJsonObject ButtonControl::read() const {
 }
 
 QString ButtonControl::click() {
-    if (const QString reason = input::obstacle(button_); !reason.isEmpty())
+    if (QString reason = input::obstacle(button_); !reason.isEmpty())
         return reason;
     input::click(button_, button_->rect().center());
     return {};
@@ -26,7 +26,7 @@ QJsonObject FieldControl::read() const {
 QString FieldControl::set(const QJsonValue& value) {
     if (!value.isString())
         return QStringLiteral("il campo \"%1\" vuole un testo").arg(field_->objectName());
-    if (const QString reason = input::obstacle(field_); !reason.isEmpty())
+    if (QString reason = input::obstacle(field_); !reason.isEmpty())
         return reason;
     input::replaceText(field_, value.toString());
     return {};

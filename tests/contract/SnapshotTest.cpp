@@ -12,7 +12,6 @@
 using contract::Column;
 using contract::Date;
 using contract::Decimal;
-using contract::FieldInfo;
 using contract::FieldList;
 using contract::FieldType;
 using contract::Snapshot;

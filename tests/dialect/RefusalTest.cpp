@@ -5,8 +5,6 @@
 namespace dialect_test {
 namespace {
 
-using testing::Test;
-
 class RefusalTest : public DialectTest {};
 
 bool has(const std::string& text, std::string_view part) {

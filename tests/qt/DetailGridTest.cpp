@@ -9,7 +9,6 @@
 
 #include <gtest/gtest.h>
 
-using platform::qt::Appearance;
 using platform::qt::DetailGridControl;
 using platform::qt::DetailGridView;
 

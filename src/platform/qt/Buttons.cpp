@@ -12,7 +12,7 @@ namespace {
 constexpr int duplicateKey = 457;
 
 QString clickMiddle(QWidget* widget) {
-    if (const QString reason = input::obstacle(widget); !reason.isEmpty())
+    if (QString reason = input::obstacle(widget); !reason.isEmpty())
         return reason;
     input::click(widget, widget->rect().center());
     return {};
@@ -92,7 +92,7 @@ QString MenuButtonControl::click() {
 QString MenuButtonControl::chooseItem(const QString& key) {
     if (popup_.item(key) == nullptr)
         return QStringLiteral("il menu \"%1\" non ha la voce \"%2\"").arg(text(name_), key);
-    if (const QString reason = clickMiddle(widget_); !reason.isEmpty())
+    if (QString reason = clickMiddle(widget_); !reason.isEmpty())
         return reason;
     if (!popup_.choose(key))
         return QStringLiteral("la voce \"%1\" del menu \"%2\" è disabilitata").arg(key, text(name_));

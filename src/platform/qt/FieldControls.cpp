@@ -21,7 +21,7 @@ QString refusedValue(const std::string& name, const char* wanted) {
 QString typeInto(QLineEdit* edit, const std::string& name, const QJsonValue& value) {
     if (!value.isString())
         return refusedValue(name, "un testo");
-    if (const QString reason = input::obstacle(edit); !reason.isEmpty())
+    if (QString reason = input::obstacle(edit); !reason.isEmpty())
         return reason;
     if (edit->isReadOnly())
         return QStringLiteral("il campo \"%1\" è in sola lettura").arg(text(name));
@@ -93,7 +93,7 @@ void LookupFieldControl::decode() {
 }
 
 QString LookupFieldControl::click() {
-    if (const QString reason = input::obstacle(widget_); !reason.isEmpty())
+    if (QString reason = input::obstacle(widget_); !reason.isEmpty())
         return reason;
     // The button within the field.
     const auto buttons = line_->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
@@ -110,7 +110,7 @@ QString LookupFieldControl::set(const QJsonValue& value) {
     const QJsonValue typed = value.isDouble() && value.toDouble() == std::floor(value.toDouble())
                                  ? QJsonValue(QString::number(value.toInteger()))
                                  : value;
-    if (const QString reason = TextFieldBase::set(typed); !reason.isEmpty())
+    if (QString reason = TextFieldBase::set(typed); !reason.isEmpty())
         return reason;
     input::leave(line_);
     return {};
@@ -142,7 +142,7 @@ QJsonObject DateFieldControl::read() const {
 }
 
 QString DateFieldControl::set(const QJsonValue& value) {
-    if (const QString reason = typeInto(line_, name_, value); !reason.isEmpty())
+    if (QString reason = typeInto(line_, name_, value); !reason.isEmpty())
         return reason;
     // What is no date is refused when the field is left.
     input::leave(line_);
@@ -205,7 +205,7 @@ QString ComboBoxControl::set(const QJsonValue& value) {
     const int wanted = value.toInt(-1);
     if (!value.isDouble() || value.toDouble() != wanted || wanted < 0 || wanted >= itemCount())
         return refusedValue(name_, "la posizione di una sua voce, contata da 0");
-    if (const QString reason = input::obstacle(widget_); !reason.isEmpty())
+    if (QString reason = input::obstacle(widget_); !reason.isEmpty())
         return reason;
     const QPointer<QWidget> alive(widget_);
     input::click(box_, box_->rect().center());
@@ -249,7 +249,7 @@ QJsonObject CheckBoxControl::read() const {
 }
 
 QString CheckBoxControl::click() {
-    if (const QString reason = input::obstacle(widget_); !reason.isEmpty())
+    if (QString reason = input::obstacle(widget_); !reason.isEmpty())
         return reason;
     QStyleOptionButton option;
     option.initFrom(box_);

@@ -121,7 +121,7 @@ QJsonObject GridNavigatorControl::read() const {
 QString GridNavigatorControl::chooseItem(const QString& key) {
     for (auto* button : buttons_)
         if (button->text() == key) {
-            if (const QString reason = input::obstacle(button); !reason.isEmpty())
+            if (QString reason = input::obstacle(button); !reason.isEmpty())
                 return reason;
             input::click(button, button->rect().center());
             return {};

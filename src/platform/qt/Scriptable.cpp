@@ -31,7 +31,7 @@ QString Scriptable::set(const QJsonValue&) {
 
 QString Scriptable::key(int code, Qt::KeyboardModifiers modifiers) {
     QWidget* target = widget();
-    if (const QString reason = input::obstacle(target); !reason.isEmpty())
+    if (QString reason = input::obstacle(target); !reason.isEmpty())
         return reason;
     if (target->focusProxy() != nullptr)
         target = target->focusProxy();

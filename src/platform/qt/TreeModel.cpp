@@ -12,7 +12,6 @@ namespace platform::qt {
 using contract::RuntimeError;
 using contract::TreeColumnKind;
 using contract::Value;
-using shared::TreeIndex;
 
 void TreeModel::addColumn(const contract::TreeColumn& column) {
     const int position = static_cast<int>(columns_.size());

@@ -113,7 +113,7 @@ QString TypeListControl::select(const QString& key) {
 }
 
 QString TypeListControl::key(int code, Qt::KeyboardModifiers modifiers) {
-    const QString reason = Scriptable::key(code, modifiers);
+    QString reason = Scriptable::key(code, modifiers);
     if (reason.isEmpty())
         settle();
     return reason;

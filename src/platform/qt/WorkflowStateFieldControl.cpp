@@ -124,7 +124,7 @@ QJsonObject WorkflowStateFieldControl::read() const {
 }
 
 QString WorkflowStateFieldControl::click() {
-    if (const QString reason = input::obstacle(widget_); !reason.isEmpty())
+    if (QString reason = input::obstacle(widget_); !reason.isEmpty())
         return reason;
     input::enter(line_);
     input::press(line_, Qt::Key_F1);
