@@ -125,7 +125,8 @@ protected:
 } // namespace
 
 TEST_P(KillTest, AtEveryOperationLeavesTheRowsAsBeforeOrAsAfter) {
-    const auto [where, work] = GetParam();
+    const auto where = std::get<Where>(GetParam());
+    const auto work = std::get<Work>(GetParam());
     const auto before = smallWorld().rows;
     const auto after = rowsAfter(work);
     WorldDatabase database(where, true);

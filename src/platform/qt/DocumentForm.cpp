@@ -192,9 +192,7 @@ void DocumentForm::hideWindow() {
         return;
     sub_->hide();
     // Not from within its own events.
-    const QPointer<QMdiArea> documents = documents_;
-    const QPointer<QMdiSubWindow> sub = sub_.data();
-    QTimer::singleShot(0, sub_, [documents, sub] {
+    QTimer::singleShot(0, sub_, [documents = QPointer<QMdiArea>(documents_), sub = QPointer<QMdiSubWindow>(sub_)] {
         if (documents && sub && documents->subWindowList().contains(sub))
             documents->removeSubWindow(sub);
     });

@@ -133,7 +133,7 @@ void ElidedLabel::paintEvent(QPaintEvent*) {
     painter.setFont(shown);
     painter.setPen(!isEnabled() ? c.textDisabled : heading_ ? c.headerText : c.text);
     const QString line = fits() ? text() : QFontMetrics(shown).elidedText(text(), Qt::ElideRight, width(), flags());
-    painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeft | flags(), line);
+    painter.drawText(rect(), static_cast<int>(Qt::AlignVCenter | Qt::AlignLeft) | flags(), line);
 }
 
 LabelControl::LabelControl(std::string_view name, QWidget* parent) : LabelControl(name, new ElidedLabel(parent)) {

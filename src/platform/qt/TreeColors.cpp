@@ -36,7 +36,7 @@ constexpr std::array<std::string_view, contract::treeColorCount> usualNames{head
                                                                             headerFont};
 
 QColor mixed(const QColor& base, const QColor& tint, qreal share) {
-    const auto channel = [&](int low, int high) { return static_cast<int>(low + (high - low) * share + 0.5); };
+    const auto channel = [&](int low, int high) { return qRound(low + (high - low) * share); };
     return {channel(base.red(), tint.red()), channel(base.green(), tint.green()), channel(base.blue(), tint.blue())};
 }
 

@@ -121,8 +121,8 @@ void TreeView::setDepth(int levels) {
 
 int TreeView::preferredWidth(int column) const {
     if (const double width = userWidths_[static_cast<std::size_t>(column)]; width > 0)
-        return static_cast<int>(width * zoomFactor() + 0.5);
-    const int width = static_cast<int>(Appearance::pixels(model_.column(column).width) * zoomFactor() + 0.5);
+        return qRound(width * zoomFactor());
+    const int width = qRound(Appearance::pixels(model_.column(column).width) * zoomFactor());
     if (column != firstVisible_)
         return width;
     // The deepest code stands in full behind its branches.
