@@ -297,7 +297,7 @@ void HostGlobal::applyProgramMode(contract::Form& form, int mode) {
     state_->journal->call("ClsGlobal.applyProgramMode", {form.name(), std::to_string(mode)});
 }
 
-std::shared_ptr<contract::Navigator> newNavigator(std::shared_ptr<HostState> state) {
+std::shared_ptr<contract::Navigator> newNavigator(const std::shared_ptr<HostState>& state) {
     return std::make_shared<RecordNavigator>(state);
 }
 

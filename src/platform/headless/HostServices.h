@@ -110,7 +110,7 @@ private:
 };
 
 /// The host's objects that a class is handed beside its global context.
-std::shared_ptr<contract::Navigator> newNavigator(std::shared_ptr<HostState> state);
+std::shared_ptr<contract::Navigator> newNavigator(const std::shared_ptr<HostState>& state);
 std::shared_ptr<contract::ActiveFrame> newActiveFrame(std::shared_ptr<HostState> state);
 std::shared_ptr<contract::StatusBar> newStatusBar(std::shared_ptr<HostState> state);
 std::shared_ptr<contract::LayoutObjectModel> newLayoutModel(std::shared_ptr<HostState> state);

@@ -39,6 +39,7 @@ std::string HostWorkflow::GetDescrizioneStatoFromGUID(std::string_view guid) {
 
 std::vector<std::string> HostWorkflow::descriptions(const std::vector<std::string>& guids) {
     std::vector<std::string> texts;
+    texts.reserve(guids.size());
     for (const auto& guid : guids)
         texts.push_back(description(guid));
     return texts;
