@@ -2,9 +2,13 @@
 
 #include "form/shared/MODQZ_DISTINTA.h"
 
+#include <set>
+
 namespace qz {
 
 namespace {
+
+constexpr std::string_view legameInUnPadre = ": legame presente in un nodo padre nella struttura.\n";
 
 /// Same account; a missing one equals nothing, not even another missing one.
 bool stessoAccount(const contract::Value& a, const contract::Value& b) {
@@ -52,8 +56,7 @@ void Controlli::ControllaRicorsione(const contract::Value& a, const contract::Va
                 // Only the first row is compared; the others are looked at when their turn comes.
                 const auto padre = padri["Anagrafica"];
                 if (stessoAccount(padre, a)) {
-                    stato_.MessaggioSpostamento +=
-                        etichetta(a) + ": legame presente in un nodo padre nella struttura.\n";
+                    stato_.MessaggioSpostamento += etichetta(a) + std::string(legameInUnPadre);
                     return;
                 }
                 if (!padre.isMissing())
@@ -63,6 +66,22 @@ void Controlli::ControllaRicorsione(const contract::Value& a, const contract::Va
         ++coda.testa;
         if (const auto* prossimo = coda.inTesta())
             corrente = *prossimo;
+    }
+}
+
+void Controlli::ControllaDiscendenza(std::int64_t idNodo, const contract::Value& account, std::int64_t idDestinazione) {
+    std::set<std::int64_t> visti;
+    for (std::int64_t corrente = idDestinazione; visti.insert(corrente).second;) {
+        if (corrente == idNodo) {
+            stato_.MessaggioSpostamento += etichetta(account) + std::string(legameInUnPadre);
+            return;
+        }
+        contract::Recordset nodo;
+        nodo.Open(istruzioneNodo(stato_.ditta(), corrente), stato_.database());
+        const auto padre = nodo.Empty() ? std::nullopt : nodo["QZ02_IDPARENT_QZ02"].integer();
+        if (!padre)
+            return;
+        corrente = *padre;
     }
 }
 

@@ -63,6 +63,11 @@ public:
     /// A missing account equals nothing.
     void ControllaRicorsione(const contract::Value& a, const contract::Value& b);
 
+    /// Whether a node may hang under another one: appends the reason of ControllaRicorsione if it stands above it. That
+    /// one compares accounts, and of several links of an account only the first; this one follows the links themselves,
+    /// so that no branch ever closes into a ring, which no tree would show.
+    void ControllaDiscendenza(std::int64_t idNodo, const contract::Value& account, std::int64_t idDestinazione);
+
     /// Rows of the origin distinta of the company, plus one.
     std::int64_t ContaNodiDitta();
 

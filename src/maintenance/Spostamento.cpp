@@ -124,7 +124,11 @@ void Spostamento::CiclaLivelli(bool validita) {
     motiviLegami_.clear();
     ultimoDaLegami_ = false;
 
-    controlli_.ControllaRicorsione(orig["QZ02_CLIFOR_CG44"], (*stato_.destinazione.dati)["QZ02_CLIFOR_CG44"]);
+    const auto& dest = *stato_.destinazione.dati;
+    controlli_.ControllaRicorsione(orig["QZ02_CLIFOR_CG44"], dest["QZ02_CLIFOR_CG44"]);
+    if (!fallito() && stato_.origine.IdDistinta == stato_.destinazione.IdDistinta)
+        controlli_.ControllaDiscendenza(orig["QZ02_ID"].integer().value_or(0), orig["QZ02_CLIFOR_CG44"],
+                                        dest["QZ02_ID"].integer().value_or(0));
     if (fallito())
         return;
     if (validita) {

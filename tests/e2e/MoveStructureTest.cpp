@@ -222,6 +222,22 @@ TEST_F(MoveStructure, ADescendantIsNoDestination) {
     EXPECT_EQ(before, database.nodes());
 }
 
+TEST_F(MoveStructure, ADescendantIsNoDestinationWhateverOtherLinksItsAccountHas) {
+    // The first link of account 130 is a root; its second one is put below node 2 while the screen shows it elsewhere.
+    Database database(place_);
+    database.run("INSERT INTO QZ02_DISTINTA (QZ02_ID,QZ02_ID_QZ01,QZ02_IDPARENT_QZ02,QZ02_DITTA_CG18,QZ02_TIPOCF_CG44,"
+                 "QZ02_CLIFOR_CG44,QZ02_DATAINIZIOVAL,QZ02_DATAFINEVAL) VALUES "
+                 "(60,1,1,1,0,130,'2010-01-01','2010-12-31')");
+    Dialogue program(place_);
+    aim(program, 2, "C1", 60);
+    database.run("UPDATE QZ02_DISTINTA SET QZ02_IDPARENT_QZ02 = 3 WHERE QZ02_ID = 60");
+    const std::string before = database.nodes();
+    EXPECT_EQ((std::vector<std::string>{"Spostare il nodo 110 e tutti i suoi figli?",
+                                        "Cliente 110: legame presente in un nodo padre nella struttura.\n"}),
+              messages(moveSayingYes(program)));
+    EXPECT_EQ(before, database.nodes());
+}
+
 TEST_F(MoveStructure, SuppliersAreCalledSuppliers) {
     Dialogue program(place_);
     program.select(origList, QStringLiteral("F3"));

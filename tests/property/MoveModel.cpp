@@ -11,6 +11,8 @@ namespace {
 
 using Account = std::optional<std::int64_t>;
 
+constexpr const char* hangsBelow = ": legame presente in un nodo padre nella struttura.\n";
+
 /// Questions whose answers have no order of their own.
 enum class Question : std::uint32_t { parents, standIn, children, overlaps };
 
@@ -36,6 +38,8 @@ public:
         start_ = move_.closing.plusDays(1);
         end_ = move_.fixedEnd.value_or(moved.end);
         text_ = forbidden(moved.account, target.account);
+        if (text_.empty() && move_.origin == move_.destination && standsAbove(moved.id, target.id))
+            text_ = "Cliente " + (moved.account ? std::to_string(*moved.account) : "") + hangsBelow;
         if (!text_.empty())
             return false;
         if (move_.withValidity) {
@@ -66,6 +70,17 @@ private:
     Row* byId(std::int64_t id) {
         const auto at = std::find_if(world_.rows.begin(), world_.rows.end(), [id](const Row& r) { return r.id == id; });
         return at == world_.rows.end() ? nullptr : &*at;
+    }
+
+    /// Whether a row is met on the way up from another one, at most once round a ring.
+    bool standsAbove(std::int64_t id, std::int64_t from) {
+        const Row* row = byId(from);
+        for (std::size_t steps = 0; row != nullptr && steps <= world_.rows.size(); ++steps) {
+            if (row->id == id)
+                return true;
+            row = row->parent ? byId(*row->parent) : nullptr;
+        }
+        return false;
     }
 
     /// Rows, or pointers to rows, in the order in which this world answers the question.
@@ -122,7 +137,7 @@ private:
             if (above.empty())
                 continue;
             if (above.front() && above.front() == account)
-                return label + ": legame presente in un nodo padre nella struttura.\n";
+                return label + hangsBelow;
             if (above.front())
                 for (const auto& each : above)
                     if (seen.size() < bound)
