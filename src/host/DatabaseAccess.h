@@ -37,7 +37,7 @@ std::string withPassword(std::string_view connectionString, std::string_view pas
 std::unique_ptr<contract::Connection> newConnection(std::string_view connectionString);
 
 /// Reads for the host's own windows and columns, outside of transactions. A connection that is found lost is opened
-/// again and asked once more: nothing was under way on it.
+/// again and asked once more: nothing was under way on it. Throws as Read() does.
 void readAgainWhenLost(contract::Connection& connection, const contract::Statement& statement,
                        contract::Snapshot& rows);
 

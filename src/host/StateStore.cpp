@@ -197,8 +197,7 @@ void StateStore::insert(contract::Connection& connection, const std::string& key
 std::string StateStore::serverText(const std::string& key, std::int64_t state, std::string_view user,
                                    const std::string& origin) {
     const std::string value = std::to_string(state);
-    std::string day = contract::Date::today().iso();
-    day.erase(std::remove(day.begin(), day.end(), '-'), day.end());
+    const std::string day = platform::odbc::serverDay(contract::Date::today());
     std::string text =
         "SET XACT_ABORT ON; BEGIN TRANSACTION; UPDATE STATI_LEGAME SET STATI_ID_WF02 = " + value +
         " WHERE STATI_GUID = '" + key +

@@ -48,7 +48,7 @@ public:
     /// GUID. Throws RuntimeError.
     void setState(std::string_view guid, std::int64_t state, std::string_view user, std::string_view from = {});
     /// The text with which a server writes a state and its history, both or neither. The identifiers are spelt out as
-    /// the server does, the origin's empty for none.
+    /// the server does, the origin's empty for none; the user's code may be any text.
     static std::string serverText(const std::string& key, std::int64_t state, std::string_view user,
                                   const std::string& origin);
     /// How many changes the history holds for a link.

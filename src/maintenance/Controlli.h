@@ -65,7 +65,8 @@ public:
 
     /// Whether a node may hang under another one: appends the reason of ControllaRicorsione if it stands above it. That
     /// one compares accounts, and of several links of an account only the first; this one follows the links themselves,
-    /// so that no branch ever closes into a ring, which no tree would show.
+    /// so that no branch ever closes into a ring, which no tree would show. One statement a level, read under the
+    /// move's transaction; a ring that stands already ends the way.
     void ControllaDiscendenza(std::int64_t idNodo, const contract::Value& account, std::int64_t idDestinazione);
 
     /// Rows of the origin distinta of the company, plus one.

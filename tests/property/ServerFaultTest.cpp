@@ -64,6 +64,15 @@ protected:
         ASSERT_TRUE(program.host->errors.empty()) << program.host->errors.front().text;
     }
     std::vector<model::Row> rows() { return withoutMarks(program.rows()); }
+    /// The work with that call failing; the rows afterwards.
+    std::vector<model::Row> rowsAfterFault(std::size_t at, const std::vector<int>& answers) {
+        show();
+        server->failAt(at, fault());
+        doWork(program, work(), answers);
+        server->neverFail();
+        expectNothingOpen();
+        return rows();
+    }
 
     void expectShown() {
         ASSERT_FALSE(program.host->errors.empty());
@@ -94,12 +103,8 @@ TEST_P(ServerFaultTest, LeavesTheRowsAsBeforeOrAsAfterAndTheFormAtWork) {
     for (std::size_t at = 1;; ++at) {
         SCOPED_TRACE("call " + std::to_string(at));
         ASSERT_LT(at, 500U);
-        show();
-        server->failAt(at, fault());
-        doWork(program, work(), abortAll);
-        server->neverFail();
-        const auto found = rows();
-        expectNothingOpen();
+        const auto found = rowsAfterFault(at, abortAll);
+        ASSERT_FALSE(HasFatalFailure());
         if (program.host->errors.empty()) {
             EXPECT_EQ(found, after);
             break;
@@ -129,12 +134,8 @@ TEST_P(ServerFaultTest, GoingOnWritesNothingOfWhatIsOver) {
     for (std::size_t at = 1;; ++at) {
         SCOPED_TRACE("call " + std::to_string(at));
         ASSERT_LT(at, 500U);
-        show();
-        server->failAt(at, fault());
-        doWork(program, work(), ignoreAll);
-        server->neverFail();
-        const auto found = rows();
-        expectNothingOpen();
+        const auto found = rowsAfterFault(at, ignoreAll);
+        ASSERT_FALSE(HasFatalFailure());
         ASSERT_TRUE(found == before || found == after) << describe(found);
         if (program.host->errors.empty())
             break;
@@ -156,16 +157,12 @@ TEST_P(ServerFaultTest, TryingAgainReconnectsAndDoesTheWhole) {
     for (std::size_t at = 1;; ++at) {
         SCOPED_TRACE("call " + std::to_string(at));
         ASSERT_LT(at, 500U);
-        show();
-        server->failAt(at, fault());
-        doWork(program, work(), retryTwice);
-        server->neverFail();
         // What was committed unseen is not done a second time.
-        EXPECT_EQ(rows(), after);
+        EXPECT_EQ(rowsAfterFault(at, retryTwice), after);
+        ASSERT_FALSE(HasFatalFailure());
         if (work() == Work::edit) {
             EXPECT_EQ(program.cell(12, "trQZ02_DATAFINEVAL"), "31/12/2030");
         }
-        expectNothingOpen();
         if (program.host->errors.empty())
             break;
         ++injected;

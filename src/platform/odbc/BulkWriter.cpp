@@ -123,10 +123,7 @@ std::string BulkWriter::characters(const contract::ColumnDef& column, const Valu
             return std::to_string(*whole);
     } else if (column.type == ColumnType::date) {
         if (const auto date = value.date()) {
-            std::string day = date->iso();
-            if (connection_.engine() == Engine::server)
-                day.erase(std::remove(day.begin(), day.end(), '-'), day.end());
-            return day;
+            return connection_.engine() == Engine::server ? serverDay(*date) : date->iso();
         }
     } else {
         return value.text();

@@ -29,6 +29,12 @@ std::string charactersOf(const Statement& statement, const Statement::Piece& pie
 
 } // namespace
 
+std::string serverDay(const contract::Date& date) {
+    std::string day = date.iso();
+    std::erase(day, '-');
+    return day;
+}
+
 void appendQuoted(std::string_view characters, std::string& text) {
     text += '\'';
     for (const char c : characters) {
