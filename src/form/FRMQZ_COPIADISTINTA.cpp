@@ -6,7 +6,7 @@
 #include "data/TipiDistinta.h"
 #include "interaction/FRMQZ_DATAFINELEGAME.h"
 #include "interaction/FRMQZ_PARAMETRI.h"
-#include "maintenance/Livelli.h"
+#include "interaction/Livelli.h"
 
 namespace qz {
 

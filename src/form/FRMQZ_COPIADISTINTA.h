@@ -7,7 +7,7 @@
 #include "interaction/MenuContestuali.h"
 #include "interaction/ModificaNodo.h"
 #include "interaction/Selezione.h"
-#include "maintenance/Comandi.h"
+#include "interaction/Comandi.h"
 
 #include <array>
 #include <memory>

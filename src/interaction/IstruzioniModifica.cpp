@@ -24,7 +24,7 @@ void aggiungiUguale(Statement& s, contract::Fragment uguale, contract::Fragment 
 
 } // namespace
 
-Statement istruzioneDateLegame(std::int64_t idNodo, const DateLegame& lette, contract::Date inizio, contract::Date fine,
+Statement istruzioneDateLegame(NodoId nodo, const DateLegame& lette, contract::Date inizio, contract::Date fine,
                                const Autore& autore) {
     Statement s;
     s << "UPDATE QZ02_DISTINTA "
@@ -44,18 +44,18 @@ Statement istruzioneDateLegame(std::int64_t idNodo, const DateLegame& lette, con
     s.text(autore.utente);
     s << "'"
       << " WHERE QZ02_ID = ";
-    s.number(idNodo);
+    s.number(nodo.numero());
     aggiungiUguale(s, "   AND QZ02_DATAINIZIOVAL = ", "   AND QZ02_DATAINIZIOVAL IS NULL", lette.inizio);
     aggiungiUguale(s, "   AND QZ02_DATAFINEVAL = ", "   AND QZ02_DATAFINEVAL IS NULL", lette.fine);
     return s;
 }
 
-Statement istruzioneLeggiDate(std::int64_t idNodo) {
+Statement istruzioneLeggiDate(NodoId nodo) {
     Statement s;
     s << "SELECT QZ02_DATAINIZIOVAL, QZ02_DATAFINEVAL"
       << " FROM QZ02_DISTINTA"
       << " WHERE QZ02_ID = ";
-    return s.number(idNodo);
+    return s.number(nodo.numero());
 }
 
 } // namespace qz

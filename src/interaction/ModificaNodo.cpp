@@ -3,7 +3,7 @@
 #include "data/CaricaDistinta.h"
 #include "data/DettaglioAnagrafica.h"
 #include "data/Parametri.h"
-#include "maintenance/IstruzioniSpostamento.h"
+#include "maintenance/LettureSingole.h"
 
 namespace qz {
 
@@ -95,8 +95,11 @@ void ModificaNodo::bloccaColonna() {
     const auto id = (*stato_.destinazione.dati)["QZ02_ID"].integer();
     if (!id)
         return;
-    const bool definitivo = controlli_.PremioDefinitivo(*id, false, "");
-    stato_.destinazione.albero->setColumnLocked(posizioneBloccata, definitivo);
+    LettureSingole letture(stato_.database());
+    const auto motivo = PremioDefinitivo(letture, stato_.ditta(), NodoId(*id), false, "");
+    if (motivo)
+        stato_.MessaggioSpostamento = *motivo;
+    stato_.destinazione.albero->setColumnLocked(posizioneBloccata, motivo.has_value());
 }
 
 void ModificaNodo::TRW_ELEMDISTINTADEST_OnEdited(contract::Node nodo) {
@@ -128,11 +131,13 @@ template <class Passo> void ModificaNodo::convalida(Passo& passo, contract::Node
     contract::Value fine;
     passo([&] {
         const auto& dati = *lato.dati;
-        legame.account = FormBase::ValoreODefault(dati["QZ02_CLIFOR_CG44"], std::int32_t{0});
-        legame.nodo = dati["QZ02_ID"].integer();
-        legame.idPadre = FormBase::ValoreODefault(dati["QZ02_IDPARENT_QZ02"], std::int32_t{0});
+        legame.account = facoltativo<CodiceAccount>(dati, "QZ02_CLIFOR_CG44").value_or(CodiceAccount(0));
+        legame.nodo = facoltativo<NodoId>(dati, "QZ02_ID");
+        legame.padre = facoltativo<NodoId>(dati, "QZ02_IDPARENT_QZ02");
         legame.ditta = stato_.ditta();
-        legame.tipoCF = lato.TipoCF;
+        legame.dittaDelPadre = legame.ditta;
+        legame.tipo = TipoCF(lato.TipoCF);
+        legame.tipoOrigine = TipoCF(stato_.origine.TipoCF);
         inizio = FormBase::ValoreODefault(lato.albero->value(nodo, colonnaInizio), "");
         fine = FormBase::ValoreODefault(lato.albero->value(nodo, colonnaFine), "");
     });
@@ -171,7 +176,7 @@ template <class Passo> void ModificaNodo::convalida(Passo& passo, contract::Node
     passo([&] {
         stato_.MessaggioSpostamento.clear();
         if (invariata)
-            accettata = controlli_.ControllaLegami(legame);
+            accettata = controlla(legame);
         else
             scritte = controllaEScrivi(legame, nuove, accettata);
         controllata = true;
@@ -191,11 +196,19 @@ template <class Passo> void ModificaNodo::convalida(Passo& passo, contract::Node
     passo([&] { ripristina(nodo, true, true); });
 }
 
+bool ModificaNodo::controlla(const LegameDaControllare& legame) {
+    LettureSingole letture(stato_.database());
+    const auto motivo = ControllaLegami(letture, legame);
+    if (motivo)
+        stato_.MessaggioSpostamento = *motivo;
+    return !motivo;
+}
+
 /// In one transaction, so that no link of another user can come in between the check and the write.
 std::int64_t ModificaNodo::controllaEScrivi(const LegameDaControllare& legame, const DateLegame& nuove,
                                             bool& accettata) {
     contract::Transaction transazione(stato_.database());
-    accettata = controlli_.ControllaLegami(legame);
+    accettata = controlla(legame);
     std::int64_t scritte = 0;
     if (accettata) {
         accettata = false; // until it is kept
@@ -218,7 +231,7 @@ void ModificaNodo::dopoLaScrittura(contract::Node nodo, const LegameDaControllar
     if (scritte == 0) {
         mostraDateDelDatabase(nodo, *legame.nodo);
         throw contract::RuntimeError(contract::RuntimeError::invalidCall,
-                                     "Le date del nodo " + legame.account.text() +
+                                     "Le date del nodo " + std::to_string(legame.account.numero()) +
                                          " sono state modificate da un altro utente dopo la lettura: la modifica non "
                                          "è stata salvata e le celle mostrano le date attuali.");
     }
@@ -234,9 +247,9 @@ void ModificaNodo::dopoLaScrittura(contract::Node nodo, const LegameDaControllar
     stato_.origine.albero->setTopRow(riga);
 }
 
-void ModificaNodo::mostraDateDelDatabase(contract::Node nodo, std::int64_t idNodo) {
+void ModificaNodo::mostraDateDelDatabase(contract::Node nodo, NodoId id) {
     contract::Recordset riga;
-    riga.Open(istruzioneLeggiDate(idNodo), stato_.database());
+    riga.Open(istruzioneLeggiDate(id), stato_.database());
     if (riga.Empty()) {
         ripristina(nodo, true, true);
         return;

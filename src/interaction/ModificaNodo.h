@@ -10,8 +10,6 @@
 
 namespace qz {
 
-struct Autore;
-
 /// A pair of validity dates as a record holds them; null where it has none.
 struct DateLegame {
     contract::Value inizio;
@@ -20,16 +18,16 @@ struct DateLegame {
 
 /// Writes a node's dates and the audit columns of the change, only where the row still holds the dates that were read;
 /// null equals null.
-contract::Statement istruzioneDateLegame(std::int64_t idNodo, const DateLegame& lette, contract::Date inizio,
+contract::Statement istruzioneDateLegame(NodoId nodo, const DateLegame& lette, contract::Date inizio,
                                          contract::Date fine, const Autore& autore);
 
 /// Dates of a node as the database holds them.
-contract::Statement istruzioneLeggiDate(std::int64_t idNodo);
+contract::Statement istruzioneLeggiDate(NodoId nodo);
 
 /// What happens when the focused node changes, and when a date of the destination tree is edited in place.
 class ModificaNodo {
 public:
-    explicit ModificaNodo(StatoForm& stato) : stato_(stato), controlli_(stato) {}
+    explicit ModificaNodo(StatoForm& stato) : stato_(stato) {}
 
     void TRW_ELEMDISTINTAORIG_OnChangeNode();
     void TRW_ELEMDISTINTAORIG_OnChangeNodeEx();
@@ -50,15 +48,16 @@ private:
     void ricordaDate();
     void bloccaColonna();
     template <class Passo> void convalida(Passo& passo, contract::Node nodo);
+    /// Whether the link may be saved; otherwise the form's move message says why.
+    bool controlla(const LegameDaControllare& legame);
     /// Rows written. accettata: whether the check let the pair pass.
     std::int64_t controllaEScrivi(const LegameDaControllare& legame, const DateLegame& nuove, bool& accettata);
     void dopoLaScrittura(contract::Node nodo, const LegameDaControllare& legame, const DateLegame& nuove,
                          std::int64_t scritte);
     void ripristina(contract::Node nodo, bool inizio, bool fine);
-    void mostraDateDelDatabase(contract::Node nodo, std::int64_t idNodo);
+    void mostraDateDelDatabase(contract::Node nodo, NodoId id);
 
     StatoForm& stato_;
-    Controlli controlli_;
     DateLegame lette_;
     bool superate_ = false;  ///< the database held other dates than those read
     bool inSospeso_ = false; ///< the cells hold a pair that was neither accepted nor put back yet

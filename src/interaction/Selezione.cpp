@@ -1,6 +1,6 @@
 #include "interaction/Selezione.h"
 
-#include "maintenance/Livelli.h"
+#include "interaction/Livelli.h"
 
 namespace qz {
 

@@ -2,7 +2,7 @@
 
 #include "form/shared/MODQZ_DISTINTA.h"
 
-#include <set>
+#include <unordered_set>
 
 namespace qz {
 
@@ -11,55 +11,46 @@ namespace {
 constexpr std::string_view legameInUnPadre = ": legame presente in un nodo padre nella struttura.\n";
 
 /// Same account; a missing one equals nothing, not even another missing one.
-bool stessoAccount(const contract::Value& a, const contract::Value& b) {
-    const auto codiceA = a.integer();
-    return codiceA && codiceA == b.integer();
+bool stessoAccount(std::optional<CodiceAccount> a, std::optional<CodiceAccount> b) {
+    return a && a == b;
+}
+
+std::string etichetta(TipoCF tipo, std::optional<CodiceAccount> account) {
+    return (tipo.numero() == 0 ? "Cliente " : "Fornitore ") +
+           (account ? std::to_string(account->numero()) : std::string());
 }
 
 } // namespace
 
-std::string Controlli::etichetta(const contract::Value& account) const {
-    return (stato_.origine.TipoCF == 0 ? "Cliente " : "Fornitore ") + account.text();
-}
-
-std::int64_t Controlli::ContaNodiDitta() {
-    contract::Recordset conta;
+std::int64_t ContaNodiDitta(Letture& letture, const AmbitoSpostamento& ambito) {
     // Counted on the origin, although the walk that it bounds runs in the destination.
-    conta.Open(istruzioneContaDitta(stato_.ditta(), stato_.origine.IdDistinta), stato_.database());
-    return conta["Conta"].integer().value_or(0) + 1;
+    return letture.righe(ambito.ditta, ambito.da) + 1;
 }
 
-void Controlli::AccodaPadri(const contract::Recordset& padri, CodaLimitata<contract::Value>& coda) const {
-    const auto campo = padri.FieldIndex("Anagrafica");
-    for (std::size_t riga = 0; riga < padri.RecordCount(); ++riga)
-        coda.accoda(padri.rows().column(campo).value(riga));
+void AccodaPadri(std::span<const std::optional<CodiceAccount>> padri,
+                 CodaLimitata<std::optional<CodiceAccount>>& coda) {
+    for (const auto& padre : padri)
+        coda.accoda(padre);
 }
 
-void Controlli::ControllaRicorsione(const contract::Value& a, const contract::Value& b) {
-    if (stessoAccount(a, b)) {
-        stato_.MessaggioSpostamento += etichetta(a) + " coincide con la destinazione. Spostamento annullato.\n";
-        return;
-    }
-    const auto limite = ContaNodiDitta();
-    CodaLimitata<contract::Value> coda(limite);
-    contract::Value corrente = b;
+Motivo ControllaRicorsione(Letture& letture, const AmbitoSpostamento& ambito, std::optional<CodiceAccount> a,
+                           std::optional<CodiceAccount> b) {
+    if (stessoAccount(a, b))
+        return etichetta(ambito.tipoDa, a) + " coincide con la destinazione. Spostamento annullato.\n";
+    const auto limite = ContaNodiDitta(letture, ambito);
+    CodaLimitata<std::optional<CodiceAccount>> coda(limite);
+    auto corrente = b;
     while (coda.testa <= coda.coda()) {
         if (coda.testa >= limite)
-            return;
+            return std::nullopt;
         // A root link among an account's links yields a missing account, which has no links of its own.
-        if (const auto account = corrente.integer()) {
-            contract::Recordset padri;
-            padri.Open(
-                istruzionePadri(stato_.ditta(), *account, stato_.destinazione.TipoCF, stato_.destinazione.IdDistinta),
-                stato_.database());
-            if (!padri.Empty()) {
+        if (corrente) {
+            const auto padri = letture.padri({ambito.ditta, ambito.tipoA, *corrente}, ambito.a);
+            if (!padri.empty()) {
                 // Only the first row is compared; the others are looked at when their turn comes.
-                const auto padre = padri["Anagrafica"];
-                if (stessoAccount(padre, a)) {
-                    stato_.MessaggioSpostamento += etichetta(a) + std::string(legameInUnPadre);
-                    return;
-                }
-                if (!padre.isMissing())
+                if (stessoAccount(padri.front(), a))
+                    return etichetta(ambito.tipoDa, a) + std::string(legameInUnPadre);
+                if (padri.front())
                     AccodaPadri(padri, coda);
             }
         }
@@ -67,68 +58,48 @@ void Controlli::ControllaRicorsione(const contract::Value& a, const contract::Va
         if (const auto* prossimo = coda.inTesta())
             corrente = *prossimo;
     }
+    return std::nullopt;
 }
 
-void Controlli::ControllaDiscendenza(std::int64_t idNodo, const contract::Value& account, std::int64_t idDestinazione) {
-    std::set<std::int64_t> visti;
-    for (std::int64_t corrente = idDestinazione; visti.insert(corrente).second;) {
-        if (corrente == idNodo) {
-            stato_.MessaggioSpostamento += etichetta(account) + std::string(legameInUnPadre);
-            return;
-        }
-        contract::Recordset nodo;
-        nodo.Open(istruzioneNodo(stato_.ditta(), corrente), stato_.database());
-        const auto padre = nodo.Empty() ? std::nullopt : nodo["QZ02_IDPARENT_QZ02"].integer();
-        if (!padre)
-            return;
-        corrente = *padre;
+Motivo ControllaDiscendenza(Letture& letture, const AmbitoSpostamento& ambito, const NodoLetto& nodo,
+                            NodoId destinazione) {
+    std::unordered_set<NodoId> visti;
+    for (NodoId corrente = destinazione; visti.insert(corrente).second;) {
+        if (corrente == nodo.id)
+            return etichetta(ambito.tipoDa, nodo.account) + std::string(legameInUnPadre);
+        const auto riga = letture.nodo(ambito.ditta, corrente);
+        if (!riga || !riga->legame.padre)
+            break;
+        corrente = *riga->legame.padre;
     }
+    return std::nullopt;
 }
 
-PadreDecodificato Controlli::DecodificaPadre(std::int64_t idNodo, std::optional<contract::Date> inizio) {
-    contract::Recordset nodo;
-    nodo.Open(istruzioneDecodificaPadre(idNodo, inizio), stato_.database());
-    if (nodo.Eof() || nodo.Bof())
-        return {};
-    return {nodo["ID"].integer().value_or(0), nodo["CODICE"]};
+std::optional<PadreDecodificato> DecodificaPadre(Letture& letture, NodoId nodo, std::optional<contract::Date> inizio) {
+    return letture.sostituto(nodo, inizio);
 }
 
-bool Controlli::ControllaLegami(const LegameDaControllare& legame) {
-    contract::Recordset padre;
-    padre.Open(istruzioneNodo(stato_.ditta(), legame.idPadre.integer().value_or(0)), stato_.database());
-    const auto accountPadre = padre.Empty() ? contract::Value::null() : padre["QZ02_CLIFOR_CG44"];
-
-    contract::Recordset sovrapposti;
-    sovrapposti.Open(
-        istruzioneSovrapposti({legame.ditta, legame.tipoCF, legame.account, legame.inizio, legame.fine, legame.nodo}),
-        stato_.database());
-    // An overlapping root link hangs under no parent, so it has no distinta here, and is not reported.
-    if (!sovrapposti.Empty() && !sovrapposti["CodDistinta"].isNull()) {
-        stato_.MessaggioSpostamento += etichetta(legame.account) + " già legato alla distinta " +
-                                       sovrapposti["CodDistinta"].text() + ": Nodo padre " +
-                                       std::string(senzaBlanks(sovrapposti["Anagrafica"].text())) + " - " +
-                                       sovrapposti["RAGSOC"].text() + " nel periodo dal " +
-                                       sovrapposti["DataI"].text() + " al " + sovrapposti["DataF"].text() + "\n";
-        return false;
-    }
-    if (stessoAccount(accountPadre, legame.account)) {
-        stato_.MessaggioSpostamento +=
-            etichetta(legame.account) + " uguale al nodo padre, non è possibile salvare la struttura.\n";
-        return false;
-    }
-    return !legame.nodo || !PremioDefinitivo(*legame.nodo, true, legame.fine);
+Motivo ControllaLegami(Letture& letture, const LegameDaControllare& legame) {
+    const auto padre = letture.nodo(legame.dittaDelPadre, legame.padre.value_or(NodoId(0)));
+    const auto sovrapposto =
+        letture.sovrapposto({legame.ditta, legame.tipo, legame.account}, {legame.inizio, legame.fine}, legame.nodo);
+    const auto nome = etichetta(legame.tipoOrigine, legame.account);
+    if (sovrapposto && sovrapposto->sottoUnPadre)
+        return nome + " già legato alla distinta " + sovrapposto->distinta + ": Nodo padre " +
+               std::string(senzaBlanks(sovrapposto->accountPadre)) + " - " + sovrapposto->nomePadre +
+               " nel periodo dal " + sovrapposto->inizio + " al " + sovrapposto->fine + "\n";
+    if (padre && stessoAccount(padre->account, legame.account))
+        return nome + " uguale al nodo padre, non è possibile salvare la struttura.\n";
+    if (!legame.nodo)
+        return std::nullopt;
+    return PremioDefinitivo(letture, legame.dittaDelPadre, *legame.nodo, true, legame.fine);
 }
 
-bool Controlli::PremioDefinitivo(std::int64_t idNodo, bool dataFine, std::string_view data) {
-    contract::Recordset premio;
-    premio.Open(istruzionePremio(stato_.ditta(), idNodo, dataFine ? std::optional(data) : std::nullopt),
-                stato_.database());
-    if (premio.Empty())
-        return false;
-    stato_.MessaggioSpostamento = dataFine ? "La data fine è inferiore alla data scadenza di un premio definitivo"
-                                           : "La data inizio non può essere modificata perchè è presente un premio "
-                                             "definitivo";
-    return true;
+Motivo PremioDefinitivo(Letture& letture, std::int64_t ditta, NodoId nodo, bool dataFine, std::string_view data) {
+    if (!letture.premioDefinitivo(ditta, nodo, dataFine ? std::optional(data) : std::nullopt))
+        return std::nullopt;
+    return dataFine ? "La data fine è inferiore alla data scadenza di un premio definitivo"
+                    : "La data inizio non può essere modificata perchè è presente un premio definitivo";
 }
 
 } // namespace qz

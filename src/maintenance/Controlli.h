@@ -1,92 +1,67 @@
 #pragma once
 
-#include "form/shared/StatoForm.h"
-#include "maintenance/IstruzioniControlli.h"
+#include "maintenance/CodaLimitata.h"
+#include "maintenance/Letture.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace qz {
 
-/// A bounded queue with the bounds 1 to capacity; what would stand beyond is dropped.
-template <class Elemento> class CodaLimitata {
-public:
-    /// Throws RuntimeError 6 for a negative capacity or one beyond memory.
-    explicit CodaLimitata(std::int64_t capacita) : capacita_(capacita) {}
+// The checks that keep a distinta without cycles and overlaps. Each gives the reason for which it refuses, ending with
+// a line feed, or nothing. Database errors come through.
 
-    std::int64_t testa = 0; ///< position read last; 0 before the first
-    std::int64_t coda() const { return static_cast<std::int64_t>(elementi_.size()); }
-    std::int64_t capacita() const { return capacita_; }
-    bool piena() const { return coda() >= capacita_; }
+using Motivo = std::optional<std::string>;
 
-    void accoda(const Elemento& elemento) {
-        if (!piena())
-            elementi_.push_back(elemento);
-    }
-    /// The element at the head; nothing when the head stands outside what was stored.
-    const Elemento* inTesta() const {
-        return testa >= 1 && testa <= coda() ? &elementi_[static_cast<std::size_t>(testa - 1)] : nullptr;
-    }
-
-private:
-    std::int64_t capacita_;
-    std::vector<Elemento> elementi_;
+/// Where a move's checks look.
+struct AmbitoSpostamento {
+    std::int64_t ditta = 0;
+    DistintaId da;
+    DistintaId a;
+    TipoCF tipoDa; ///< names the accounts in the reasons
+    TipoCF tipoA;
 };
 
-/// Node and account that stand for a parent of the origin; both 0 when nothing was found.
-struct PadreDecodificato {
-    std::int64_t id = 0;
-    contract::Value account = std::int32_t{0};
-};
+/// Whether account a may hang under account b in the destination: refused if b is a or hangs below a. A missing account
+/// equals nothing.
+Motivo ControllaRicorsione(Letture& letture, const AmbitoSpostamento& ambito, std::optional<CodiceAccount> a,
+                           std::optional<CodiceAccount> b);
+
+/// Whether a node may hang under another one: refused, in the words of ControllaRicorsione, if it stands above it. That
+/// one compares accounts, and of several links of an account only the first; this one follows the links themselves,
+/// so that no branch ever closes into a ring, which no tree would show. A ring that stands already ends the way.
+Motivo ControllaDiscendenza(Letture& letture, const AmbitoSpostamento& ambito, const NodoLetto& nodo,
+                            NodoId destinazione);
+
+/// Rows of the origin distinta of the company, plus one.
+std::int64_t ContaNodiDitta(Letture& letture, const AmbitoSpostamento& ambito);
+
+/// Queues every parent account.
+void AccodaPadri(std::span<const std::optional<CodiceAccount>> padri, CodaLimitata<std::optional<CodiceAccount>>& coda);
+
+/// Node of the destination that stands for a node of the origin; with a start date, the copy that starts on it. Nothing
+/// when there is none.
+std::optional<PadreDecodificato> DecodificaPadre(Letture& letture, NodoId nodo, std::optional<contract::Date> inizio);
 
 /// Link whose period and parent are tested.
 struct LegameDaControllare {
-    contract::Value idPadre;
+    std::int64_t dittaDelPadre = 0;
+    std::optional<NodoId> padre; ///< a missing one is looked for as node 0
     std::int64_t ditta = 0;
-    std::int64_t tipoCF = 0;
-    contract::Value account;
+    TipoCF tipo{0};
+    CodiceAccount account{0};
+    TipoCF tipoOrigine{0}; ///< names the account in the reasons
     contract::Date inizio;
-    std::string fine;                   ///< "dd/mm/yyyy"
-    std::optional<std::int64_t> nodo{}; ///< the edited node, in the mode "Edit"; nothing in the mode "Sposta"
+    std::string fine;             ///< "dd/mm/yyyy"
+    std::optional<NodoId> nodo{}; ///< the edited node, in the mode "Edit"; nothing in the mode "Sposta"
 };
 
-/// The checks that keep a distinta without cycles and overlaps. They report by appending to the move message, each
-/// reason ending with a line feed; database errors come through.
-class Controlli {
-public:
-    explicit Controlli(StatoForm& stato) : stato_(stato) {}
+/// Whether the link may be saved.
+Motivo ControllaLegami(Letture& letture, const LegameDaControllare& legame);
 
-    /// Whether account a may hang under account b in the destination: appends a reason if b is a or hangs below a.
-    /// A missing account equals nothing.
-    void ControllaRicorsione(const contract::Value& a, const contract::Value& b);
-
-    /// Whether a node may hang under another one: appends the reason of ControllaRicorsione if it stands above it. That
-    /// one compares accounts, and of several links of an account only the first; this one follows the links themselves,
-    /// so that no branch ever closes into a ring, which no tree would show. One statement a level, read under the
-    /// move's transaction; a ring that stands already ends the way.
-    void ControllaDiscendenza(std::int64_t idNodo, const contract::Value& account, std::int64_t idDestinazione);
-
-    /// Rows of the origin distinta of the company, plus one.
-    std::int64_t ContaNodiDitta();
-
-    /// Node of the destination that stands for a node of the origin; with a start date, the copy that starts on it.
-    PadreDecodificato DecodificaPadre(std::int64_t idNodo, std::optional<contract::Date> inizio);
-
-    /// True when the link may be saved; otherwise a reason was appended.
-    bool ControllaLegami(const LegameDaControllare& legame);
-
-    /// Whether a definitive bonus blocks a change of a node's validity; then the form's text says so. Only an end date
-    /// looks at the date ("dd/mm/yyyy").
-    bool PremioDefinitivo(std::int64_t idNodo, bool dataFine, std::string_view data);
-
-private:
-    void AccodaPadri(const contract::Recordset& padri, CodaLimitata<contract::Value>& coda) const;
-    std::string etichetta(const contract::Value& account) const;
-
-    StatoForm& stato_;
-};
+/// Whether a definitive bonus blocks a change of a node's validity. Only an end date looks at the date ("dd/mm/yyyy").
+Motivo PremioDefinitivo(Letture& letture, std::int64_t ditta, NodoId nodo, bool dataFine, std::string_view data);
 
 } // namespace qz

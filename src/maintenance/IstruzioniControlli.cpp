@@ -1,7 +1,5 @@
 #include "maintenance/IstruzioniControlli.h"
 
-#include "data/IstruzioniDistinta.h"
-
 namespace qz {
 
 using contract::Statement;
@@ -23,32 +21,32 @@ void aggiungiPadriEFigli(Statement& s) {
 
 } // namespace
 
-Statement istruzioneContaDitta(std::int64_t ditta, std::string_view idDistinta) {
+Statement istruzioneContaDitta(std::int64_t ditta, DistintaId distinta) {
     Statement s;
     s << " SELECT Count(*) as Conta "
       << " FROM QZ02_DISTINTA "
       << " WHERE QZ02_DITTA_CG18 = ";
     s.number(ditta);
     s << "   AND QZ02_ID_QZ01 = ";
-    return s.number(idSenzaApici(idDistinta));
+    return s.number(distinta.numero());
 }
 
-Statement istruzionePadri(std::int64_t ditta, std::int64_t account, std::int64_t tipoCF, std::string_view idDistinta) {
+Statement istruzionePadri(const Soggetto& soggetto, DistintaId distinta) {
     Statement s;
     s << " SELECT  CG44_CLIFOR AS Anagrafica, CG16_RAGSOANAG AS RagSoc, QZ02_DISTINTA_FIGLIO.QZ02_DATAINIZIOVAL AS "
          "DataI, QZ02_DISTINTA_FIGLIO.QZ02_DATAFINEVAL AS DataF ";
     aggiungiPadriEFigli(s);
     s << " WHERE QZ02_DISTINTA_FIGLIO.QZ02_DITTA_CG18 = ";
-    s.number(ditta);
+    s.number(soggetto.ditta);
     s << "   AND QZ02_DISTINTA_FIGLIO.QZ02_CLIFOR_CG44 = ";
-    s.number(account);
+    s.number(soggetto.account.numero());
     s << "   AND QZ02_DISTINTA_FIGLIO.QZ02_TIPOCF_CG44 = ";
-    s.number(tipoCF);
+    s.number(soggetto.tipo.numero());
     s << "   AND QZ02_DISTINTA_FIGLIO.QZ02_ID_QZ01 = ";
-    return s.number(idSenzaApici(idDistinta));
+    return s.number(distinta.numero());
 }
 
-Statement istruzioneDecodificaPadre(std::int64_t idNodo, std::optional<contract::Date> inizio) {
+Statement istruzioneDecodificaPadre(NodoId nodo, std::optional<contract::Date> inizio) {
     Statement s;
     s << "SELECT QZ02_DISTINTA_DEST.QZ02_ID AS ID , QZ02_DISTINTA_DEST.QZ02_CLIFOR_CG44 AS CODICE"
       << " FROM QZ02_DISTINTA QZ02_DISTINTA_ORIG INNER JOIN QZ02_DISTINTA QZ02_DISTINTA_DEST "
@@ -61,19 +59,19 @@ Statement istruzioneDecodificaPadre(std::int64_t idNodo, std::optional<contract:
         s << "',103)";
     }
     s << " WHERE QZ02_DISTINTA_ORIG.QZ02_ID = ";
-    return s.number(idNodo);
+    return s.number(nodo.numero());
 }
 
-Statement istruzioneNodo(std::int64_t ditta, std::int64_t idNodo) {
+Statement istruzioneNodo(std::int64_t ditta, NodoId nodo) {
     Statement s;
     s << " SELECT * FROM QZ02_DISTINTA "
       << " WHERE QZ02_DITTA_CG18 = ";
     s.number(ditta);
     s << "   AND QZ02_ID  = ";
-    return s.number(idNodo);
+    return s.number(nodo.numero());
 }
 
-Statement istruzioneSovrapposti(const RicercaSovrapposti& ricerca) {
+Statement istruzioneSovrapposti(const Soggetto& soggetto, const Periodo& periodo, std::optional<NodoId> escluso) {
     Statement s;
     s << " SELECT  CG44_CLIFOR AS Anagrafica, CG16_RAGSOANAG AS RagSoc, "
       << " QZ02_DISTINTA_FIGLIO.QZ02_DATAINIZIOVAL AS DataI,"
@@ -82,32 +80,32 @@ Statement istruzioneSovrapposti(const RicercaSovrapposti& ricerca) {
       << " QZ01_TIPODISTINTA.QZ01_DESCR AS DescDistinta";
     aggiungiPadriEFigli(s);
     s << " WHERE QZ02_DISTINTA_FIGLIO.QZ02_DITTA_CG18 = ";
-    s.number(ricerca.ditta);
+    s.number(soggetto.ditta);
     s << "   AND QZ02_DISTINTA_FIGLIO.QZ02_CLIFOR_CG44 = ";
-    s.bare(ricerca.account);
+    s.number(soggetto.account.numero());
     s << "   AND QZ02_DISTINTA_FIGLIO.QZ02_TIPOCF_CG44 = ";
-    s.number(ricerca.tipoCF);
+    s.number(soggetto.tipo.numero());
     s << "   AND (CONVERT(DateTime,'";
-    s.date(ricerca.inizio);
+    s.date(periodo.inizio);
     s << "',103) BETWEEN  QZ02_DISTINTA_FIGLIO.QZ02_DATAINIZIOVAL  AND  QZ02_DISTINTA_FIGLIO.QZ02_DATAFINEVAL  "
       << "        OR CONVERT(DateTime,'";
-    s.text(ricerca.fine);
+    s.text(periodo.fine);
     s << "',103) BETWEEN QZ02_DISTINTA_FIGLIO.QZ02_DATAINIZIOVAL  AND QZ02_DISTINTA_FIGLIO.QZ02_DATAFINEVAL "
       << "        OR (CONVERT(DateTime,'";
-    s.date(ricerca.inizio);
+    s.date(periodo.inizio);
     s << "',103) <= QZ02_DISTINTA_FIGLIO.QZ02_DATAINIZIOVAL AND CONVERT(DateTime,'";
-    s.text(ricerca.fine);
+    s.text(periodo.fine);
     s << "',103) >= QZ02_DISTINTA_FIGLIO.QZ02_DATAFINEVAL)"
       << "        )";
-    if (ricerca.nodoEscluso) {
+    if (escluso) {
         s << "   AND QZ02_DISTINTA_FIGLIO.QZ02_ID <> ";
-        s.number(*ricerca.nodoEscluso);
+        s.number(escluso->numero());
     }
     s << " ORDER BY QZ02_DISTINTA_FIGLIO.QZ02_ID_QZ01";
     return s;
 }
 
-Statement istruzionePremio(std::int64_t ditta, std::int64_t idNodo, std::optional<std::string_view> scadenzaDopo) {
+Statement istruzionePremio(std::int64_t ditta, NodoId nodo, std::optional<std::string_view> scadenzaDopo) {
     Statement s;
     s << "SELECT TOP 1 *  "
       << " FROM  QZ18_LIQUIDAZIONE INNER JOIN"
@@ -117,7 +115,7 @@ Statement istruzionePremio(std::int64_t ditta, std::int64_t idNodo, std::optiona
       << " WHERE QZ13_DITTA_CG18    = ";
     s.number(ditta);
     s << "   AND QZ14_ID_QZ02       = ";
-    s.number(idNodo);
+    s.number(nodo.numero());
     if (scadenzaDopo) {
         s << "   AND QZ18_DATASCADENZA  > CONVERT(DateTime,'";
         s.text(*scadenzaDopo);

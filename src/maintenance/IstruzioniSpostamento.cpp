@@ -1,7 +1,5 @@
 #include "maintenance/IstruzioniSpostamento.h"
 
-#include "data/IstruzioniDistinta.h"
-
 namespace qz {
 
 using contract::Statement;
@@ -17,14 +15,16 @@ Statement istruzioneRilettura(const contract::Value& idOrigine, const contract::
     return s << ")";
 }
 
-Statement istruzioneSpostaNodo(const SpostaNodo& nodo, const Autore& autore) {
+Statement istruzioneSpostaNodo(std::optional<NodoId> nodo, std::optional<NodoId> sotto, DistintaId da, DistintaId a,
+                               const Autore& autore) {
     Statement s;
     s << "UPDATE QZ02_DISTINTA "
       << " SET QZ02_IDPARENT_QZ02 = ";
-    s.bare(nodo.idNuovoPadre);
+    if (sotto)
+        s.number(sotto->numero());
     s << ","
       << "     QZ02_ID_QZ01 = '";
-    s.text(nodo.idDistintaDest);
+    s.number(a.numero());
     s << "',"
       << "     QZ02_DATAVAR = CONVERT(DateTime,'";
     s.date(autore.oggi);
@@ -36,54 +36,55 @@ Statement istruzioneSpostaNodo(const SpostaNodo& nodo, const Autore& autore) {
     s.text(autore.utente);
     s << "'"
       << " WHERE QZ02_ID_QZ01 = '";
-    s.text(nodo.idDistintaOrig);
+    s.number(da.numero());
     s << "'"
       << "   AND QZ02_ID = ";
-    return s.bare(nodo.idNodo);
+    if (nodo)
+        s.number(nodo->numero());
+    return s;
 }
 
-Statement istruzioneContaNodi(std::string_view idDistintaOrig) {
+Statement istruzioneContaNodi(DistintaId distinta) {
     Statement s;
     s << " SELECT Count(*) as Conta "
       << " FROM QZ02_DISTINTA "
       << " WHERE QZ02_ID_QZ01 = ";
-    return s.number(idSenzaApici(idDistintaOrig));
+    return s.number(distinta.numero());
 }
 
-Statement istruzioneFigli(std::int64_t idPadre, std::string_view idDistintaOrig) {
+Statement istruzioneFigli(NodoId padre, DistintaId distinta) {
     Statement s;
     s << "SELECT  * "
       << " FROM  QZ02_DISTINTA "
       << " WHERE QZ02_IDPARENT_QZ02 = ";
-    s.number(idPadre);
+    s.number(padre.numero());
     s << "   AND QZ02_ID_QZ01 = ";
-    return s.number(idSenzaApici(idDistintaOrig));
+    return s.number(distinta.numero());
 }
 
-Statement istruzioneAggiornaDistinta(std::int64_t idNodo, std::string_view idDistintaOrig,
-                                     std::string_view idDistintaDest) {
+Statement istruzioneAggiornaDistinta(NodoId nodo, DistintaId da, DistintaId a) {
     Statement s;
     s << "UPDATE QZ02_DISTINTA "
       << " SET QZ02_ID_QZ01 = '";
-    s.text(idDistintaDest);
+    s.number(a.numero());
     s << "'"
       << " WHERE QZ02_ID_QZ01 = '";
-    s.text(idDistintaOrig);
+    s.number(da.numero());
     s << "'"
       << "   AND QZ02_ID = ";
-    return s.number(idNodo);
+    return s.number(nodo.numero());
 }
 
-Statement istruzioneChiudiLegame(const ChiudiLegame& legame, const Autore& autore) {
+Statement istruzioneChiudiLegame(NodoId nodo, DistintaId distinta, contract::Date fine, const Autore& autore) {
     // The date of the last change is left alone, on purpose.
     Statement s;
     s << "UPDATE QZ02_DISTINTA "
       << " SET QZ02_DATAFINEVAL = (CASE WHEN QZ02_DATAINIZIOVAL > CONVERT(DateTime,'";
-    s.date(legame.fine);
+    s.date(fine);
     s << "',103)"
       << "                              THEN QZ02_DATAINIZIOVAL "
       << "                              ELSE CONVERT(DateTime,'";
-    s.date(legame.fine);
+    s.date(fine);
     s << "',103)"
       << "                         END),"
       << "     QZ02_GRUPPOVAR = '";
@@ -93,16 +94,17 @@ Statement istruzioneChiudiLegame(const ChiudiLegame& legame, const Autore& autor
     s.text(autore.utente);
     s << "'"
       << " WHERE QZ02_ID_QZ01 = '";
-    s.text(legame.idDistintaOrig);
+    s.number(distinta.numero());
     s << "'"
       << "   AND QZ02_ID = ";
-    s.bare(legame.idNodo);
+    s.number(nodo.numero());
     s << "   AND QZ02_DATAFINEVAL > CONVERT(DateTime,'";
-    s.date(legame.fine);
+    s.date(fine);
     return s << "',103)";
 }
 
-Statement istruzioneInserisciLegame(const NodoDaCopiare& nodo, const NuovoLegame& legame, const Autore& autore) {
+Statement istruzioneInserisciLegame(const NodoDaCopiare& nodo, const NuovoLegame& legame, std::string_view guid,
+                                    const Autore& autore) {
     Statement s;
     s << "INSERT INTO QZ02_DISTINTA "
       << " ("
@@ -121,32 +123,34 @@ Statement istruzioneInserisciLegame(const NodoDaCopiare& nodo, const NuovoLegame
       << "  QZ02_DATAVAR,"
       << "  QZ02_GRUPPOVAR,"
       << "  QZ02_UTENTEVAR";
-    if (!nodo.facoltativi[0].isMissing())
+    static const Facoltativi nessuno;
+    const auto& facoltativi = nodo.facoltativi != nullptr ? *nodo.facoltativi : nessuno;
+    if (!facoltativi[0].isMissing())
         s << ", QZ02_CLIFORFATT_CG44 ";
-    if (!nodo.facoltativi[1].isMissing())
+    if (!facoltativi[1].isMissing())
         s << ", QZ02_TIPOANAGFATT ";
-    if (!nodo.facoltativi[2].isMissing())
+    if (!facoltativi[2].isMissing())
         s << ", QZ02_IDSTRUTTURA_LP09 ";
-    if (!nodo.facoltativi[3].isMissing())
+    if (!facoltativi[3].isMissing())
         s << ", QZ02_IDLOCALIZZATA_LP09 ";
-    if (!nodo.facoltativi[4].isMissing())
+    if (!facoltativi[4].isMissing())
         s << ", QZ02_INDEREPROMO ";
     s << " , QZ02_GUID "
       << " ) VALUES ("
       << " '";
-    s.text(legame.idDistintaDest);
+    s.number(legame.distinta.numero());
     s << "',"
       << "  ";
-    s.bare(nodo.idNuovoPadre);
+    s.number(nodo.padre.numero());
     s << ","
       << "  ";
     s.number(nodo.ditta);
     s << ","
       << "  ";
-    s.number(nodo.tipoCF);
+    s.number(nodo.tipo.numero());
     s << ","
       << "  ";
-    s.bare(nodo.account);
+    s.number(nodo.account.numero());
     s << ","
       << "  0,"
       << "  ";
@@ -176,14 +180,14 @@ Statement istruzioneInserisciLegame(const NodoDaCopiare& nodo, const NuovoLegame
       << "  '";
     s.text(autore.utente);
     s << "'";
-    for (const auto& valore : nodo.facoltativi) {
+    for (const auto& valore : facoltativi) {
         if (valore.isMissing())
             continue;
         s << ",";
         s.bare(valore);
     }
     s << ", '";
-    s.text(legame.guid);
+    s.text(guid);
     return s << "' "
              << " )";
 }

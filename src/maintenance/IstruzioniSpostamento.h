@@ -1,75 +1,36 @@
 #pragma once
 
-#include "plugin/contract/Date.h"
+#include "maintenance/Scritture.h"
 #include "plugin/contract/Statement.h"
 #include "plugin/contract/Value.h"
 
-#include <array>
-#include <cstdint>
 #include <optional>
-#include <string>
 #include <string_view>
 
 namespace qz {
-
-/// Who changes rows, and when.
-struct Autore {
-    std::string utente;
-    std::string gruppo;
-    contract::Date oggi;
-};
 
 /// The two nodes that a move would join, as the database holds them now; the destination may be missing.
 contract::Statement istruzioneRilettura(const contract::Value& idOrigine, const contract::Value& idDestinazione);
 
 /// The moved node gets its new parent, distinta and audit values. A missing id is written as nothing, which the
 /// database refuses.
-struct SpostaNodo {
-    contract::Value idNodo;
-    contract::Value idNuovoPadre;
-    std::string_view idDistintaOrig;
-    std::string_view idDistintaDest;
-};
-contract::Statement istruzioneSpostaNodo(const SpostaNodo& nodo, const Autore& autore);
+contract::Statement istruzioneSpostaNodo(std::optional<NodoId> nodo, std::optional<NodoId> sotto, DistintaId da,
+                                         DistintaId a, const Autore& autore);
 
-/// Rows of the origin distinta.
-contract::Statement istruzioneContaNodi(std::string_view idDistintaOrig);
+/// Rows of a distinta.
+contract::Statement istruzioneContaNodi(DistintaId distinta);
 
-/// Children of a node within the origin distinta.
-contract::Statement istruzioneFigli(std::int64_t idPadre, std::string_view idDistintaOrig);
+/// Children of a node within a distinta.
+contract::Statement istruzioneFigli(NodoId padre, DistintaId distinta);
 
 /// A descendant gets the destination distinta.
-contract::Statement istruzioneAggiornaDistinta(std::int64_t idNodo, std::string_view idDistintaOrig,
-                                               std::string_view idDistintaDest);
+contract::Statement istruzioneAggiornaDistinta(NodoId nodo, DistintaId da, DistintaId a);
 
 /// Closes a link at a date, or on its own start day when it starts later; a link that already ends by then stays.
-struct ChiudiLegame {
-    contract::Value idNodo;
-    std::string_view idDistintaOrig;
-    contract::Date fine;
-};
-contract::Statement istruzioneChiudiLegame(const ChiudiLegame& legame, const Autore& autore);
+contract::Statement istruzioneChiudiLegame(NodoId nodo, DistintaId distinta, contract::Date fine, const Autore& autore);
 
-/// A node that is copied, with what its new link gets from it.
-struct NodoDaCopiare {
-    contract::Value idNodo;
-    contract::Value idNuovoPadre;
-    std::int64_t ditta = 0;
-    std::int64_t tipoCF = 0;
-    contract::Value account;
-    /// Invoicing account and its kind, structure, localised structure, promotion flag; missing ones are left out.
-    std::array<contract::Value, 5> facoltativi{};
-};
-
-/// What every new link of one move has in common.
-struct NuovoLegame {
-    std::string_view idDistintaDest;
-    std::int64_t stato = 0; ///< WF02_ID
-    contract::Date inizio;
-    std::string_view fine; ///< "dd/mm/yyyy"
-    std::string_view guid;
-};
+/// Opens a link under the GUID that the host made for it.
 contract::Statement istruzioneInserisciLegame(const NodoDaCopiare& nodo, const NuovoLegame& legame,
-                                              const Autore& autore);
+                                              std::string_view guid, const Autore& autore);
 
 } // namespace qz

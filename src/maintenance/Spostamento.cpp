@@ -1,151 +1,69 @@
 #include "maintenance/Spostamento.h"
 
-#include "data/CaricaDistinta.h"
 #include "form/shared/MODQZ_DISTINTA.h"
-
-#include <array>
+#include "plugin/contract/RuntimeError.h"
 
 namespace qz {
 
 namespace {
 
 constexpr std::string_view fineAperta = "31/12/2099";
-constexpr std::string_view intestazioneFalliti = "Non è stato possibile spostare le seguenti anagrafiche:\n";
 
-contract::Value facoltativo(const contract::Recordset& record, std::string_view campo) {
-    return FormBase::ValoreODefault(record[campo], contract::Value());
-}
-
-std::array<contract::Value, 5> facoltativi(const contract::Recordset& record) {
-    return {facoltativo(record, "QZ02_CLIFORFATT_CG44"), facoltativo(record, "QZ02_TIPOANAGFATT"),
-            facoltativo(record, "QZ02_IDSTRUTTURA_LP09"), facoltativo(record, "QZ02_IDLOCALIZZATA_LP09"),
-            facoltativo(record, "QZ02_INDEREPROMO")};
-}
-
-contract::Date dataDelTesto(std::string_view testo) {
-    const auto data = contract::Date::parse(testo);
-    if (!data)
-        throw contract::RuntimeError(contract::RuntimeError::typeMismatch,
-                                     "Tipo non corrispondente: \"" + std::string(testo) + "\" non è una data.");
-    return *data;
-}
-
-std::int32_t primaRiga(const Lato& lato) {
-    return lato.albero->firstNode() ? lato.albero->topRow() : 0;
-}
-
-void ripristinaRiga(Lato& lato, std::int32_t riga) {
-    if (riga != 0)
-        lato.albero->setTopRow(riga);
-}
-
-bool nellaDistinta(const contract::Recordset& nodi, const contract::Value& id, std::string_view distinta) {
-    const auto campoId = nodi.FieldIndex("QZ02_ID");
-    const auto campoDistinta = nodi.FieldIndex("QZ02_ID_QZ01");
-    for (std::size_t riga = 0; riga < nodi.RecordCount(); ++riga)
-        if (nodi.rows().column(campoId).integer(riga) == id.integer())
-            return nodi.rows().column(campoDistinta).integer(riga) == contract::Value(distinta).integer();
-    return false;
+std::string_view senzaFineRiga(std::string_view testo) {
+    return testo.ends_with('\n') ? testo.substr(0, testo.size() - 1) : testo;
 }
 
 } // namespace
 
-bool Spostamento::fallito() const {
-    return !senzaBlanks(stato_.MessaggioSpostamento).empty();
+bool Piano::rifiutato() const {
+    return !senzaBlanks(messaggio).empty();
 }
 
-void Spostamento::EseguiSpostamento(bool validita) {
-    auto& orig = stato_.origine;
-    auto& dest = stato_.destinazione;
-    if (orig.senzaRecord() || orig.TipoCF != dest.TipoCF)
+void sposta(Letture& letture, Scritture& scritture, const Richiesta& richiesta, Piano& piano) {
+    Cammino(letture, scritture, richiesta, piano).CiclaLivelli();
+    if (!piano.rifiutato() && !richiesta.validita)
+        scritture.sposta(richiesta.nodo.id, richiesta.sotto, richiesta.da, richiesta.a);
+    if (!piano.rifiutato())
+        scritture.concludi();
+}
+
+Cammino::Cammino(Letture& letture, Scritture& scritture, const Richiesta& richiesta, Piano& piano)
+    : letture_(letture), scritture_(scritture), richiesta_(richiesta),
+      piano_(piano), ambito_{richiesta.ditta, richiesta.da, richiesta.a, richiesta.tipoDa, richiesta.tipoA} {
+}
+
+void Cammino::CiclaLivelli() {
+    piano_.messaggio.clear();
+    if (!controllaNodoSpostato()) {
+        annota(richiesta_.nodo, Esito::rifiutato, piano_.messaggio);
         return;
-
-    contract::Transaction transazione(stato_.database());
-    stato_.MessaggioSpostamento.clear();
-    rileggiNodi();
-
-    const auto rigaOrig = primaRiga(orig);
-    const auto rigaDest = primaRiga(dest);
-    if (!dest.albero->firstNode())
-        stato_.MessaggioSpostamento = "La distinta di destinazione selezionata non contiene nodi capostipite!";
-
-    autore_ = {stato_.utente(), stato_.gruppo(), stato_.oggi()};
-    const auto testoFine = FormBase::ValoreODefault(contract::Value(stato_.DataFineLegame), autore_.oggi.text());
-    dataFine_ = dataDelTesto(testoFine.text());
-    dataInizio_ = dataFine_.plusDays(1);
-
-    if (stato_.MessaggioSpostamento.empty())
-        CiclaLivelli(validita);
-
-    if (fallito()) {
-        // The heading belongs to an empty message, which does not come here.
-        std::string testo = stato_.MessaggioSpostamento;
-        if (testo.empty())
-            testo = intestazioneFalliti;
-        stato_.messaggio(testo, contract::message::critical);
-        transazione.rollback();
-    } else {
-        if (!validita)
-            stato_.database().Execute(istruzioneSpostaNodo(
-                {(*orig.dati)["QZ02_ID"], (*dest.dati)["QZ02_ID"], orig.IdDistinta, dest.IdDistinta}, autore_));
-        transazione.commit();
     }
-
-    RicaricaAlberi(stato_);
-    ripristinaRiga(orig, rigaOrig);
-    ripristinaRiga(dest, rigaDest);
-}
-
-/// What stands on the screen can be old. Read under the transaction, the two rows keep two users from building together
-/// what each alone would have been refused.
-void Spostamento::rileggiNodi() {
-    const auto& orig = stato_.origine;
-    const auto& dest = stato_.destinazione;
-    const auto idOrig = (*orig.dati)["QZ02_ID"];
-    const auto idDest = dest.senzaRecord() ? contract::Value::null() : (*dest.dati)["QZ02_ID"];
-
-    contract::Recordset nodi;
-    nodi.Open(istruzioneRilettura(idOrig, idDest), stato_.database());
-    const auto uscito = [this](const Lato& lato, std::string_view nome) {
-        stato_.MessaggioSpostamento += "Il nodo " + (*lato.dati)["QZ02_CLIFOR_CG44"].text() +
-                                       " non appartiene più alla " + std::string(nome) +
-                                       " visualizzata: è stato spostato o eliminato da un altro utente. Spostamento "
-                                       "annullato.\n";
-    };
-    if (!nellaDistinta(nodi, idOrig, orig.IdDistinta))
-        uscito(orig, "distinta di origine");
-    if (!idDest.isMissing() && !nellaDistinta(nodi, idDest, dest.IdDistinta))
-        uscito(dest, "distinta di destinazione");
-}
-
-void Spostamento::CiclaLivelli(bool validita) {
-    const auto& orig = *stato_.origine.dati;
-    stato_.MessaggioSpostamento.clear();
-    motiviLegami_.clear();
-    ultimoDaLegami_ = false;
-
-    const auto& dest = *stato_.destinazione.dati;
-    controlli_.ControllaRicorsione(orig["QZ02_CLIFOR_CG44"], dest["QZ02_CLIFOR_CG44"]);
-    if (!fallito() && stato_.origine.IdDistinta == stato_.destinazione.IdDistinta)
-        controlli_.ControllaDiscendenza(orig["QZ02_ID"].integer().value_or(0), orig["QZ02_CLIFOR_CG44"],
-                                        dest["QZ02_ID"].integer().value_or(0));
-    if (fallito())
-        return;
-    if (validita) {
+    if (richiesta_.validita) {
         fissaFineNuoviLegami();
         copiaNodoSpostato();
-        if (fallito())
+        if (piano_.rifiutato())
             return;
+    } else {
+        annota(richiesta_.nodo, Esito::siSposta);
+        piano_.righe.back().dopo.padre = richiesta_.sotto;
     }
 
-    CodaLimitata<std::int64_t> coda(ContaNodiDistinta());
-    std::int64_t padre = orig["QZ02_ID"].integer().value_or(0);
+    CodaLimitata<NodoId> coda(ContaNodiDistinta());
+    NodoId padre = richiesta_.nodo.id;
+    std::int64_t fineLivello = 0;
     while (coda.testa <= coda.coda()) {
         if (coda.testa > coda.capacita()) {
-            stato_.MessaggioSpostamento = "Anagrafica ricorsiva. Spostamento annullato";
+            piano_.messaggio = "Anagrafica ricorsiva. Spostamento annullato";
             break;
         }
-        if (!lavoraFigli(padre, validita, coda))
+        if (coda.testa > fineLivello) {
+            const std::span<const NodoId> livello(coda.elementi());
+            letture_.preparaFigli(livello.subspan(static_cast<std::size_t>(fineLivello)));
+            fineLivello = coda.coda();
+        } else if (coda.testa == 0) {
+            letture_.preparaFigli({&padre, 1});
+        }
+        if (!lavoraFigli(padre, coda))
             break;
         ++coda.testa;
         if (const auto* prossimo = coda.inTesta())
@@ -153,95 +71,109 @@ void Spostamento::CiclaLivelli(bool validita) {
     }
 
     if (!motiviLegami_.empty())
-        stato_.MessaggioSpostamento = ultimoDaLegami_ ? motiviLegami_ : motiviLegami_ + stato_.MessaggioSpostamento;
+        piano_.messaggio = ultimoDaLegami_ ? motiviLegami_ : motiviLegami_ + piano_.messaggio;
 }
 
-bool Spostamento::lavoraFigli(std::int64_t idPadre, bool validita, CodaLimitata<std::int64_t>& coda) {
-    const auto decodificato = controlli_.DecodificaPadre(idPadre, validita ? std::optional(dataInizio_) : std::nullopt);
-    if (decodificato.id == 0)
+bool Cammino::controllaNodoSpostato() {
+    auto motivo = ControllaRicorsione(letture_, ambito_, richiesta_.nodo.account, richiesta_.accountSotto);
+    if (!motivo && richiesta_.da == richiesta_.a)
+        motivo = ControllaDiscendenza(letture_, ambito_, richiesta_.nodo, richiesta_.sotto);
+    piano_.messaggio += motivo.value_or(std::string());
+    return !piano_.rifiutato();
+}
+
+bool Cammino::lavoraFigli(NodoId padre, CodaLimitata<NodoId>& coda) {
+    const auto& validita = richiesta_.validita;
+    const auto decodificato =
+        DecodificaPadre(letture_, padre, validita ? std::optional(validita->inizio) : std::nullopt);
+    if (!decodificato || decodificato->id == NodoId(0))
         return true;
-    contract::Recordset figli;
-    figli.Open(istruzioneFigli(idPadre, stato_.origine.IdDistinta), stato_.database());
-    for (; !figli.Eof(); figli.MoveNext()) {
+    for (const auto& figlio : letture_.figli(padre, richiesta_.da)) {
         if (coda.piena())
             return false;
-        coda.accoda(figli["QZ02_ID"].integer().value_or(0));
-        lavoraFiglio(figli, decodificato, validita);
+        coda.accoda(figlio.id);
+        lavoraFiglio(figlio, *decodificato);
     }
     return true;
 }
 
-void Spostamento::lavoraFiglio(const contract::Recordset& figlio, const PadreDecodificato& padre, bool validita) {
-    stato_.MessaggioSpostamento.clear();
+void Cammino::lavoraFiglio(const NodoLetto& figlio, const PadreDecodificato& padre) {
+    piano_.messaggio.clear();
     ultimoDaLegami_ = false;
-    const auto account = figlio["QZ02_CLIFOR_CG44"];
-    controlli_.ControllaRicorsione(account, padre.account);
-    if (fallito())
+    if (const auto motivo = ControllaRicorsione(letture_, ambito_, figlio.account, padre.account)) {
+        piano_.messaggio = *motivo;
+        annota(figlio, Esito::resta, *motivo);
         return;
-    if (!validita) {
-        AggiornaDistintaNodo(figlio["QZ02_ID"].integer().value_or(0));
+    }
+    if (!richiesta_.validita) {
+        AggiornaDistintaNodo(figlio);
         return;
     }
     // There is no statement that would copy a node without account.
-    if (account.isMissing())
+    if (!figlio.account) {
+        annota(figlio, Esito::resta);
         return;
-    CopiaNodo({figlio["QZ02_ID"], padre.id, figlio["QZ02_DITTA_CG18"].integer().value_or(0),
-               figlio["QZ02_TIPOCF_CG44"].integer().value_or(0), account, facoltativi(figlio)});
-    if (fallito()) {
-        motiviLegami_ += stato_.MessaggioSpostamento;
+    }
+    if (!figlio.ditta || !figlio.tipo)
+        throw contract::RuntimeError(contract::RuntimeError::typeMismatch,
+                                     "Tipo non corrispondente: al nodo " + std::to_string(figlio.id.numero()) +
+                                         " mancano l'azienda o il tipo di anagrafica.");
+    CopiaNodo(figlio, padre, *figlio.ditta, *figlio.tipo);
+    if (piano_.rifiutato()) {
+        motiviLegami_ += piano_.messaggio;
         ultimoDaLegami_ = true;
     }
 }
 
 /// Once for the whole subtree. The closing date of the old links stays the one that the user typed.
-void Spostamento::fissaFineNuoviLegami() {
-    const auto& orig = *stato_.origine.dati;
-    if (stato_.parametri.TipoCaricaDATA != 0) {
-        stato_.DataFineLegame = stato_.parametri.DataFissaFINE ? stato_.parametri.DataFissaFINE->text() : "";
+void Cammino::fissaFineNuoviLegami() {
+    const auto& parametri = richiesta_.parametri;
+    if (parametri.dateFisse)
+        piano_.fineNuoviLegami = parametri.fineFissa ? parametri.fineFissa->text() : "";
+    else
+        piano_.fineNuoviLegami =
+            richiesta_.nodo.legame.fine ? richiesta_.nodo.legame.fine->text() : std::string(fineAperta);
+}
+
+void Cammino::copiaNodoSpostato() {
+    CopiaNodo(richiesta_.nodo, {richiesta_.sotto, richiesta_.accountSotto}, richiesta_.ditta, richiesta_.tipoDa);
+}
+
+void Cammino::CopiaNodo(const NodoLetto& nodo, const PadreDecodificato& padre, std::int64_t ditta, TipoCF tipo) {
+    const auto& validita = *richiesta_.validita;
+    const std::string_view fine = *piano_.fineNuoviLegami;
+    scritture_.chiudi(nodo.id, richiesta_.da, validita.fine);
+    const auto account = nodo.account.value_or(CodiceAccount(0));
+    if (const auto motivo = ControllaLegami(letture_, {richiesta_.ditta, padre.id, ditta, tipo, account,
+                                                       richiesta_.tipoDa, validita.inizio, std::string(fine)})) {
+        piano_.messaggio += *motivo;
+        annota(nodo, Esito::rifiutato, *motivo);
         return;
     }
-    const auto fine = orig["QZ02_DATAFINEVAL"];
-    stato_.DataFineLegame = fine.isMissing() ? std::string(fineAperta) : fine.text();
+    scritture_.inserisci({padre.id, ditta, tipo, account, nodo.facoltativi.get()},
+                         {richiesta_.a, richiesta_.parametri.stato, validita.inizio, fine}, validita.guid);
+    annota(nodo, Esito::siCopia);
+    auto& riga = piano_.righe.back();
+    // A link that ends by then is left alone, and none ends before it starts.
+    if (riga.prima.fine && *riga.prima.fine > validita.fine)
+        riga.dopo.fine = riga.prima.inizio && *riga.prima.inizio > validita.fine ? *riga.prima.inizio : validita.fine;
+    riga.copia = LegameNuovo{padre.account, {richiesta_.a, padre.id, validita.inizio, contract::Date::parse(fine)}};
 }
 
-void Spostamento::copiaNodoSpostato() {
-    const auto& orig = *stato_.origine.dati;
-    guidOrigine_ = FormBase::ValoreODefault(orig["QZ02_GUID"], contract::Value());
-    CopiaNodo({orig["QZ02_ID"], (*stato_.destinazione.dati)["QZ02_ID"], stato_.ditta(), stato_.origine.TipoCF,
-               orig["QZ02_CLIFOR_CG44"], facoltativi(orig)});
+std::int64_t Cammino::ContaNodiDistinta() {
+    return letture_.righe(richiesta_.da) + 1;
 }
 
-void Spostamento::CopiaNodo(const NodoDaCopiare& nodo) {
-    stato_.database().Execute(istruzioneChiudiLegame({nodo.idNodo, stato_.origine.IdDistinta, dataFine_}, autore_));
-    if (!controlli_.ControllaLegami(
-            {nodo.idNuovoPadre, nodo.ditta, nodo.tipoCF, nodo.account, dataInizio_, stato_.DataFineLegame}))
-        return;
-    const std::string guid = stato_.flusso().GetNewGUID();
-    stato_.database().Execute(istruzioneInserisciLegame(
-        nodo, {stato_.destinazione.IdDistinta, stato_.parametri.StatoLegame, dataInizio_, stato_.DataFineLegame, guid},
-        autore_));
-    riportaStato(guid);
+void Cammino::AggiornaDistintaNodo(const NodoLetto& nodo) {
+    scritture_.cambiaDistinta(nodo.id, richiesta_.da, richiesta_.a);
+    annota(nodo, Esito::siSposta);
 }
 
-void Spostamento::riportaStato(const std::string& guid) {
-    auto& flusso = stato_.flusso();
-    if (!guidOrigine_.isMissing()) {
-        flusso.DuplicaStato(guidOrigine_.text(), guid);
-        return;
-    }
-    flusso.GetDefaultFlussoStato();
-    flusso.ConfermaStato();
-}
-
-std::int64_t Spostamento::ContaNodiDistinta() {
-    contract::Recordset conta;
-    conta.Open(istruzioneContaNodi(stato_.origine.IdDistinta), stato_.database());
-    return conta["Conta"].integer().value_or(0) + 1;
-}
-
-void Spostamento::AggiornaDistintaNodo(std::int64_t idNodo) {
-    stato_.database().Execute(
-        istruzioneAggiornaDistinta(idNodo, stato_.origine.IdDistinta, stato_.destinazione.IdDistinta));
+void Cammino::annota(const NodoLetto& nodo, Esito esito, std::string_view motivo) {
+    auto dopo = nodo.legame;
+    if (esito == Esito::siSposta)
+        dopo.distinta = richiesta_.a;
+    piano_.righe.push_back({nodo.id, nodo.account, esito, std::string(senzaFineRiga(motivo)), nodo.legame, dopo, {}});
 }
 
 } // namespace qz

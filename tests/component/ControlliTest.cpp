@@ -1,5 +1,6 @@
 #include "maintenance/Controlli.h"
 #include "component/Scena.h"
+#include "maintenance/LettureSingole.h"
 
 #include <gtest/gtest.h>
 
@@ -9,8 +10,52 @@
 using contract::Value;
 using prove::giorno;
 using prove::Scena;
+using qz::CodiceAccount;
+using qz::DistintaId;
+using qz::NodoId;
+using qz::TipoCF;
 
 namespace {
+
+using Conto = std::optional<std::int64_t>;
+
+std::optional<CodiceAccount> codice(Conto conto) {
+    return conto ? std::optional(CodiceAccount(*conto)) : std::nullopt;
+}
+
+/// The checks as a move of the scene's form would call them; their reasons are added to a text.
+class Chiamate {
+public:
+    Chiamate(Scena& scena, std::string& messaggio) : scena_(scena), messaggio_(messaggio), letture_(*scena.db) {}
+
+    void ControllaRicorsione(Conto a, Conto b) {
+        accettato(qz::ControllaRicorsione(letture_, ambito(), codice(a), codice(b)));
+    }
+    std::optional<qz::PadreDecodificato> DecodificaPadre(std::int64_t nodo, std::optional<contract::Date> inizio) {
+        return qz::DecodificaPadre(letture_, NodoId(nodo), inizio);
+    }
+    bool ControllaLegami(const qz::LegameDaControllare& legame) {
+        return accettato(qz::ControllaLegami(letture_, legame));
+    }
+    bool PremioDefinitivo(std::int64_t nodo, bool dataFine, std::string_view data) {
+        return !accettato(qz::PremioDefinitivo(letture_, scena_.stato.ditta(), NodoId(nodo), dataFine, data));
+    }
+    std::int64_t ContaNodiDitta() { return qz::ContaNodiDitta(letture_, ambito()); }
+
+private:
+    qz::AmbitoSpostamento ambito() const {
+        return {scena_.stato.ditta(), DistintaId(10), DistintaId(20), TipoCF(scena_.stato.origine.TipoCF),
+                TipoCF(scena_.stato.destinazione.TipoCF)};
+    }
+    bool accettato(const qz::Motivo& motivo) {
+        messaggio_ += motivo.value_or("");
+        return !motivo;
+    }
+
+    Scena& scena_;
+    std::string& messaggio_;
+    qz::LettureSingole letture_;
+};
 
 /// Origin 10 and destination 20, both customers'.
 class ControlliTest : public testing::Test {
@@ -30,12 +75,19 @@ protected:
         return scena.db->statements(" SELECT  CG44_CLIFOR AS Anagrafica, CG16_RAGSOANAG AS RagSoc, QZ02").size();
     }
     qz::LegameDaControllare legame(std::int64_t account, std::string_view inizio, std::string_view fine) const {
-        return {Value(std::int64_t{1}), 1, 0, account, giorno(inizio), std::string(fine)};
+        return {1,
+                NodoId(1),
+                1,
+                TipoCF(0),
+                CodiceAccount(account),
+                TipoCF(scena.stato.origine.TipoCF),
+                giorno(inizio),
+                std::string(fine)};
     }
 
     Scena scena;
-    qz::Controlli controlli{scena.stato};
-    const std::string& messaggio = scena.stato.MessaggioSpostamento;
+    std::string messaggio;
+    Chiamate controlli{scena, messaggio};
 };
 
 // Recursion
@@ -53,7 +105,7 @@ TEST_F(ControlliTest, LabelsByTheOriginsKind) {
 }
 
 TEST_F(ControlliTest, AppendsToTheMessage) {
-    scena.stato.MessaggioSpostamento = "prima\n";
+    messaggio = "prima\n";
     controlli.ControllaRicorsione(123, 123);
     EXPECT_EQ(messaggio, "prima\nCliente 123 coincide con la destinazione. Spostamento annullato.\n");
 }
@@ -63,12 +115,12 @@ TEST_F(ControlliTest, FindsAnAncestorAtAnyHeight) {
     for (std::int64_t i = 1; i <= 5; ++i)
         scena.tabelle.nodi.push_back({i, 20, i == 1 ? std::optional<std::int64_t>() : i - 1, 100 + i});
     for (const int antenato : {101, 102, 103, 104}) {
-        scena.stato.MessaggioSpostamento.clear();
+        messaggio.clear();
         controlli.ControllaRicorsione(antenato, 105);
         EXPECT_EQ(messaggio,
                   "Cliente " + std::to_string(antenato) + ": legame presente in un nodo padre nella struttura.\n");
     }
-    scena.stato.MessaggioSpostamento.clear();
+    messaggio.clear();
     controlli.ControllaRicorsione(106, 105);
     EXPECT_EQ(messaggio, "");
 }
@@ -99,7 +151,7 @@ TEST_F(ControlliTest, StopsWithoutAMessageAtTheCountOfTheOrigin) {
     const auto trovato = [&](int righe) {
         std::erase_if(scena.tabelle.nodi, [](const auto& nodo) { return nodo.distinta == 10; });
         righeOrigine(righe);
-        scena.stato.MessaggioSpostamento.clear();
+        messaggio.clear();
         controlli.ControllaRicorsione(101, 107);
         return !messaggio.empty();
     };
@@ -124,7 +176,7 @@ TEST_F(ControlliTest, ComparesTheFirstRowOfEachQuestionOnly) {
                               {{1, 20, {}, 102}, {2, 20, {}, 103}, {3, 20, 1, 105}, {4, 20, 2, 105}});
     controlli.ControllaRicorsione(102, 105);
     EXPECT_NE(messaggio, "");
-    scena.stato.MessaggioSpostamento.clear();
+    messaggio.clear();
     controlli.ControllaRicorsione(103, 105);
     EXPECT_EQ(messaggio, "");
 }
@@ -172,8 +224,8 @@ TEST_F(ControlliTest, DropsAncestorsBeyondTheBound) {
 TEST_F(ControlliTest, TakesNoMissingAccountForEqual) {
     righeOrigine(3);
     scena.tabelle.nodi.insert(scena.tabelle.nodi.end(), {{1, 20, {}, {}}, {2, 20, 1, 102}});
-    controlli.ControllaRicorsione(Value::null(), Value::null());
-    controlli.ControllaRicorsione(Value::null(), 102);
+    controlli.ControllaRicorsione({}, {});
+    controlli.ControllaRicorsione({}, 102);
     EXPECT_EQ(messaggio, "");
     EXPECT_TRUE(scena.host->errors.empty());
 }
@@ -183,22 +235,21 @@ TEST_F(ControlliTest, TakesNoMissingAccountForEqual) {
 TEST_F(ControlliTest, DecodesTheFirstLinkOfTheSameAccount) {
     scena.tabelle.nodi = {{5, 20, {}, 101}, {6, 10, {}, 101}, {7, 10, {}, 102}};
     const auto padre = controlli.DecodificaPadre(6, std::nullopt);
-    EXPECT_EQ(padre.id, 5);
-    EXPECT_EQ(padre.account.integer(), 101);
-    EXPECT_EQ(controlli.DecodificaPadre(7, std::nullopt).id, 7);
+    ASSERT_TRUE(padre);
+    EXPECT_EQ(padre->id, NodoId(5));
+    EXPECT_EQ(padre->account, CodiceAccount(101));
+    EXPECT_EQ(controlli.DecodificaPadre(7, std::nullopt)->id, NodoId(7));
 }
 
 TEST_F(ControlliTest, DecodesTheCopyThatStartsOnTheDate) {
     scena.tabelle.nodi = {{6, 10, {}, 101}, {8, 20, {}, 101, "01/07/2024"}};
-    EXPECT_EQ(controlli.DecodificaPadre(6, giorno("01/07/2024")).id, 8);
-    EXPECT_EQ(controlli.DecodificaPadre(6, giorno("02/07/2024")).id, 0);
+    EXPECT_EQ(controlli.DecodificaPadre(6, giorno("01/07/2024"))->id, NodoId(8));
+    EXPECT_FALSE(controlli.DecodificaPadre(6, giorno("02/07/2024")));
 }
 
 TEST_F(ControlliTest, DecodesNothingForANodeWithoutAccount) {
     scena.tabelle.nodi = {{6, 10, {}, {}}};
-    const auto padre = controlli.DecodificaPadre(6, std::nullopt);
-    EXPECT_EQ(padre.id, 0);
-    EXPECT_EQ(padre.account.integer(), 0);
+    EXPECT_FALSE(controlli.DecodificaPadre(6, std::nullopt));
 }
 
 // Overlaps
@@ -250,7 +301,7 @@ TEST_F(ControlliTest, RefusesAParentOfTheSameAccount) {
 TEST_F(ControlliTest, ReportsAnOverlapBeforeAParentOfTheSameAccount) {
     scena.tabelle.nodi = {{1, 20, {}, 101}, {2, 20, 1, 102}};
     auto sottoSeStesso = legame(102, "01/01/2024", "31/12/2024");
-    sottoSeStesso.idPadre = std::int64_t{2};
+    sottoSeStesso.padre = NodoId(2);
     EXPECT_FALSE(controlli.ControllaLegami(sottoSeStesso));
     EXPECT_EQ(messaggio, "Cliente 102 già legato alla distinta B: Nodo padre 101 - SOGGETTO 101 nel periodo dal "
                          "01/01/2020 al 31/12/2099\n");
@@ -260,14 +311,14 @@ TEST_F(ControlliTest, AsksForTheBonusLastAndInAnEditOnly) {
     scena.tabelle.nodi = {{1, 20, {}, 101}, {2, 20, 1, 102}, {3, 20, 1, 102}};
     const auto premi = [&] { return scena.db->statements("SELECT TOP 1 *").size(); };
     auto modifica = legame(102, "01/01/2024", "31/12/2024");
-    modifica.nodo = 2;
+    modifica.nodo = NodoId(2);
     EXPECT_FALSE(controlli.ControllaLegami(modifica)); // overlaps 3
-    modifica.account = 101;                            // the parent's
+    modifica.account = CodiceAccount(101);             // the parent's
     modifica.inizio = giorno("01/01/2100");
     modifica.fine = "31/12/2100";
     EXPECT_FALSE(controlli.ControllaLegami(modifica));
     EXPECT_EQ(premi(), 0U);
-    modifica.account = 103;
+    modifica.account = CodiceAccount(103);
     EXPECT_TRUE(controlli.ControllaLegami(modifica));
     EXPECT_EQ(premi(), 1U);
     modifica.nodo.reset();
@@ -278,7 +329,7 @@ TEST_F(ControlliTest, AsksForTheBonusLastAndInAnEditOnly) {
 TEST_F(ControlliTest, ReadsTheParentOfTheFormsCompanyAndTheOverlapsOfTheLinks) {
     auto altraDitta = legame(102, "01/01/2024", "31/12/2024");
     altraDitta.ditta = 7;
-    altraDitta.tipoCF = 1;
+    altraDitta.tipo = TipoCF(1);
     EXPECT_TRUE(controlli.ControllaLegami(altraDitta));
     const auto istruzioni = scena.db->take();
     ASSERT_EQ(istruzioni.size(), 2U);
@@ -297,18 +348,16 @@ TEST_F(ControlliTest, ReadsTheParentThenTheOverlaps) {
 
 TEST_F(ControlliTest, ReadsAMissingParentAsZero) {
     auto senzaPadre = legame(102, "01/01/2024", "31/12/2024");
-    for (const auto& padre : {Value(), Value::null(), Value("  ")}) {
-        senzaPadre.idPadre = padre;
-        EXPECT_TRUE(controlli.ControllaLegami(senzaPadre));
-        EXPECT_TRUE(scena.db->take().at(0).ends_with("   AND QZ02_ID  = 0"));
-    }
+    senzaPadre.padre.reset();
+    EXPECT_TRUE(controlli.ControllaLegami(senzaPadre));
+    EXPECT_TRUE(scena.db->take().at(0).ends_with("   AND QZ02_ID  = 0"));
 }
 
 TEST_F(ControlliTest, NeverCountsTheEditedNodeItself) {
     scena.tabelle.nodi = {{1, 20, {}, 101}, {2, 20, 1, 102}};
     auto modifica = legame(102, "01/01/2024", "31/12/2024");
     EXPECT_FALSE(controlli.ControllaLegami(modifica));
-    modifica.nodo = 2;
+    modifica.nodo = NodoId(2);
     EXPECT_TRUE(controlli.ControllaLegami(modifica));
 }
 
@@ -316,8 +365,8 @@ TEST_F(ControlliTest, RefusesAnEditBeforeADefinitiveSettlementFallsDue) {
     scena.tabelle.nodi = {{1, 20, {}, 101}, {2, 20, 1, 102}};
     scena.tabelle.premi = {{2, "31/12/2024", 2}};
     auto modifica = legame(102, "01/01/2024", "30/12/2024");
-    EXPECT_TRUE(controlli.ControllaLegami({Value(std::int64_t{1}), 1, 0, 500, giorno("01/01/2024"), "30/12/2024"}));
-    modifica.nodo = 2;
+    EXPECT_TRUE(controlli.ControllaLegami(legame(500, "01/01/2024", "30/12/2024")));
+    modifica.nodo = NodoId(2);
     EXPECT_FALSE(controlli.ControllaLegami(modifica));
     EXPECT_EQ(messaggio, "La data fine è inferiore alla data scadenza di un premio definitivo");
     modifica.fine = "31/12/2024";
@@ -341,6 +390,7 @@ TEST_F(ControlliTest, LooksAtTheDueDateForAnEndDateOnly) {
     EXPECT_FALSE(controlli.PremioDefinitivo(2, true, "31/12/2020"));
     EXPECT_TRUE(controlli.PremioDefinitivo(2, true, "30/12/2020"));
     EXPECT_EQ(messaggio, "La data fine è inferiore alla data scadenza di un premio definitivo");
+    messaggio.clear();
     EXPECT_TRUE(controlli.PremioDefinitivo(2, false, ""));
     EXPECT_EQ(messaggio, "La data inizio non può essere modificata perchè è presente un premio definitivo");
 }

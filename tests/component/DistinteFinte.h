@@ -86,4 +86,19 @@ private:
     std::vector<NodoFinto> primaDellaTransazione_;
 };
 
+/// The columns of a node that a move looks at, for rows that a test makes up.
+inline const std::vector<std::string> colonneNodo{"QZ02_ID",
+                                                  "QZ02_ID_QZ01",
+                                                  "QZ02_IDPARENT_QZ02",
+                                                  "QZ02_DITTA_CG18",
+                                                  "QZ02_TIPOCF_CG44",
+                                                  "QZ02_CLIFOR_CG44",
+                                                  "QZ02_DATAINIZIOVAL",
+                                                  "QZ02_DATAFINEVAL",
+                                                  "QZ02_CLIFORFATT_CG44",
+                                                  "QZ02_TIPOANAGFATT",
+                                                  "QZ02_IDSTRUTTURA_LP09",
+                                                  "QZ02_IDLOCALIZZATA_LP09",
+                                                  "QZ02_INDEREPROMO"};
+
 } // namespace prove

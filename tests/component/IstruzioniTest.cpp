@@ -18,6 +18,11 @@ using prove::giorno;
 using qz::latoDestinazione;
 using qz::latoOrigine;
 
+using qz::CodiceAccount;
+using qz::DistintaId;
+using qz::NodoId;
+using qz::TipoCF;
+
 namespace {
 
 const std::string padriEFigli =
@@ -123,12 +128,12 @@ TEST(IstruzioniParametri, ListAndDescribeTheStates) {
 }
 
 TEST(IstruzioniControlli, CountTheCompanysRows) {
-    EXPECT_EQ(qz::istruzioneContaDitta(12, "7").text(),
+    EXPECT_EQ(qz::istruzioneContaDitta(12, DistintaId(7)).text(),
               " SELECT Count(*) as Conta  FROM QZ02_DISTINTA  WHERE QZ02_DITTA_CG18 = 12   AND QZ02_ID_QZ01 = 7");
 }
 
 TEST(IstruzioniControlli, ReadTheParentsOfAnAccount) {
-    EXPECT_EQ(qz::istruzionePadri(12, 345, 1, "7").text(),
+    EXPECT_EQ(qz::istruzionePadri({12, TipoCF(1), CodiceAccount(345)}, DistintaId(7)).text(),
               " SELECT  CG44_CLIFOR AS Anagrafica, CG16_RAGSOANAG AS RagSoc, QZ02_DISTINTA_FIGLIO.QZ02_DATAINIZIOVAL "
               "AS DataI, QZ02_DISTINTA_FIGLIO.QZ02_DATAFINEVAL AS DataF " +
                   padriEFigli +
@@ -144,15 +149,15 @@ TEST(IstruzioniControlli, DecodeTheParentWithAndWithoutADate) {
                                "      ON QZ02_DISTINTA_ORIG.QZ02_DITTA_CG18 = QZ02_DISTINTA_DEST.QZ02_DITTA_CG18 AND "
                                "         QZ02_DISTINTA_ORIG.QZ02_TIPOCF_CG44 = QZ02_DISTINTA_DEST.QZ02_TIPOCF_CG44 AND "
                                "         QZ02_DISTINTA_ORIG.QZ02_CLIFOR_CG44 = QZ02_DISTINTA_DEST.QZ02_CLIFOR_CG44 ";
-    EXPECT_EQ(qz::istruzioneDecodificaPadre(99, std::nullopt).text(),
+    EXPECT_EQ(qz::istruzioneDecodificaPadre(NodoId(99), std::nullopt).text(),
               inizio + " WHERE QZ02_DISTINTA_ORIG.QZ02_ID = 99");
-    EXPECT_EQ(qz::istruzioneDecodificaPadre(99, giorno("01/07/2024")).text(),
+    EXPECT_EQ(qz::istruzioneDecodificaPadre(NodoId(99), giorno("01/07/2024")).text(),
               inizio + "   AND QZ02_DISTINTA_DEST.QZ02_DATAINIZIOVAL =   CONVERT(DateTime,'01/07/2024',103)"
                        " WHERE QZ02_DISTINTA_ORIG.QZ02_ID = 99");
 }
 
 TEST(IstruzioniControlli, ReadTheParentNode) {
-    EXPECT_EQ(qz::istruzioneNodo(12, 0).text(),
+    EXPECT_EQ(qz::istruzioneNodo(12, NodoId(0)).text(),
               " SELECT * FROM QZ02_DISTINTA  WHERE QZ02_DITTA_CG18 = 12   AND QZ02_ID  = 0");
 }
 
@@ -174,11 +179,13 @@ TEST(IstruzioniControlli, ReadTheOverlappingLinks) {
         "        OR (CONVERT(DateTime,'01/07/2024',103) <= QZ02_DISTINTA_FIGLIO.QZ02_DATAINIZIOVAL AND "
         "CONVERT(DateTime,'31/12/2099',103) >= QZ02_DISTINTA_FIGLIO.QZ02_DATAFINEVAL)"
         "        )";
-    qz::RicercaSovrapposti ricerca{12, 1, 345, giorno("01/07/2024"), "31/12/2099"};
-    EXPECT_EQ(qz::istruzioneSovrapposti(ricerca).text(), testo + " ORDER BY QZ02_DISTINTA_FIGLIO.QZ02_ID_QZ01");
-    ricerca.nodoEscluso = 99;
-    EXPECT_EQ(qz::istruzioneSovrapposti(ricerca).text(), testo + "   AND QZ02_DISTINTA_FIGLIO.QZ02_ID <> 99"
-                                                                 " ORDER BY QZ02_DISTINTA_FIGLIO.QZ02_ID_QZ01");
+    const qz::Soggetto soggetto{12, TipoCF(1), CodiceAccount(345)};
+    const qz::Periodo periodo{giorno("01/07/2024"), "31/12/2099"};
+    EXPECT_EQ(qz::istruzioneSovrapposti(soggetto, periodo, std::nullopt).text(),
+              testo + " ORDER BY QZ02_DISTINTA_FIGLIO.QZ02_ID_QZ01");
+    EXPECT_EQ(qz::istruzioneSovrapposti(soggetto, periodo, NodoId(99)).text(),
+              testo + "   AND QZ02_DISTINTA_FIGLIO.QZ02_ID <> 99"
+                      " ORDER BY QZ02_DISTINTA_FIGLIO.QZ02_ID_QZ01");
 }
 
 TEST(IstruzioniControlli, ReadTheDefinitiveBonusWithAndWithoutADate) {
@@ -198,13 +205,13 @@ TEST(IstruzioniControlli, ReadTheDefinitiveBonusWithAndWithoutADate) {
                              "                               AND QZ27_VERCONTR_QZ10  = QZ14_VERCONTR_QZ10  "
                              "                               AND QZ27_PROGRCOND_QZ13 = QZ14_PROGRCOND_QZ13 "
                              "                            )   ";
-    EXPECT_EQ(qz::istruzionePremio(12, 99, std::nullopt).text(), inizio + fine);
-    EXPECT_EQ(qz::istruzionePremio(12, 99, "30/06/2024").text(),
+    EXPECT_EQ(qz::istruzionePremio(12, NodoId(99), std::nullopt).text(), inizio + fine);
+    EXPECT_EQ(qz::istruzionePremio(12, NodoId(99), "30/06/2024").text(),
               inizio + "   AND QZ18_DATASCADENZA  > CONVERT(DateTime,'30/06/2024',103) " + fine);
 }
 
 TEST(IstruzioniSpostamento, MoveTheNode) {
-    EXPECT_EQ(qz::istruzioneSpostaNodo({11, 22, "7", "8"}, autore).text(),
+    EXPECT_EQ(qz::istruzioneSpostaNodo(NodoId(11), NodoId(22), DistintaId(7), DistintaId(8), autore).text(),
               "UPDATE QZ02_DISTINTA "
               " SET QZ02_IDPARENT_QZ02 = 22,"
               "     QZ02_ID_QZ01 = '8',"
@@ -213,7 +220,7 @@ TEST(IstruzioniSpostamento, MoveTheNode) {
               "     QZ02_UTENTEVAR = 'O''Brien'"
               " WHERE QZ02_ID_QZ01 = '7'"
               "   AND QZ02_ID = 11");
-    EXPECT_EQ(qz::istruzioneSpostaNodo({Value::null(), Value::null(), "7", "8"}, autore).text(),
+    EXPECT_EQ(qz::istruzioneSpostaNodo(std::nullopt, std::nullopt, DistintaId(7), DistintaId(8), autore).text(),
               "UPDATE QZ02_DISTINTA "
               " SET QZ02_IDPARENT_QZ02 = ,"
               "     QZ02_ID_QZ01 = '8',"
@@ -225,14 +232,14 @@ TEST(IstruzioniSpostamento, MoveTheNode) {
 }
 
 TEST(IstruzioniSpostamento, CountAndReadTheOriginsRowsWithTheIdBare) {
-    EXPECT_EQ(qz::istruzioneContaNodi("7").text(),
+    EXPECT_EQ(qz::istruzioneContaNodi(DistintaId(7)).text(),
               " SELECT Count(*) as Conta  FROM QZ02_DISTINTA  WHERE QZ02_ID_QZ01 = 7");
-    EXPECT_EQ(qz::istruzioneFigli(11, "7").text(),
+    EXPECT_EQ(qz::istruzioneFigli(NodoId(11), DistintaId(7)).text(),
               "SELECT  *  FROM  QZ02_DISTINTA  WHERE QZ02_IDPARENT_QZ02 = 11   AND QZ02_ID_QZ01 = 7");
 }
 
 TEST(IstruzioniSpostamento, MoveADescendantWithoutItsAuditColumns) {
-    EXPECT_EQ(qz::istruzioneAggiornaDistinta(11, "7", "8").text(),
+    EXPECT_EQ(qz::istruzioneAggiornaDistinta(NodoId(11), DistintaId(7), DistintaId(8)).text(),
               "UPDATE QZ02_DISTINTA  SET QZ02_ID_QZ01 = '8' WHERE QZ02_ID_QZ01 = '7'   AND QZ02_ID = 11");
 }
 
@@ -242,7 +249,7 @@ TEST(IstruzioniSpostamento, ReadTheTwoNodesAgain) {
 }
 
 TEST(IstruzioniSpostamento, CloseALink) {
-    EXPECT_EQ(qz::istruzioneChiudiLegame({11, "7", giorno("30/06/2024")}, autore).text(),
+    EXPECT_EQ(qz::istruzioneChiudiLegame(NodoId(11), DistintaId(7), giorno("30/06/2024"), autore).text(),
               "UPDATE QZ02_DISTINTA "
               " SET QZ02_DATAFINEVAL = (CASE WHEN QZ02_DATAINIZIOVAL > CONVERT(DateTime,'30/06/2024',103)"
               "                              THEN QZ02_DATAINIZIOVAL "
@@ -289,28 +296,30 @@ const std::string valoriObbligatori = " '8',"
                                       "  'O''Brien'";
 
 TEST(IstruzioniSpostamento, InsertALinkWithoutOptionalColumns) {
-    const qz::NuovoLegame legame{"8", 3, giorno("01/07/2024"), "31/12/2099", "G-1"};
-    EXPECT_EQ(qz::istruzioneInserisciLegame({11, 22, 12, 1, 345, {}}, legame, autore).text(),
-              colonneObbligatorie + " , QZ02_GUID " + " ) VALUES (" + valoriObbligatori + ", 'G-1' " + " )");
+    const qz::NuovoLegame legame{DistintaId(8), 3, giorno("01/07/2024"), "31/12/2099"};
+    EXPECT_EQ(
+        qz::istruzioneInserisciLegame({NodoId(22), 12, TipoCF(1), CodiceAccount(345)}, legame, "G-1", autore).text(),
+        colonneObbligatorie + " , QZ02_GUID " + " ) VALUES (" + valoriObbligatori + ", 'G-1' " + " )");
 }
 
 TEST(IstruzioniSpostamento, InsertALinkWithEveryCombinationOfOptionalColumns) {
     const std::array<std::string, 5> colonne{", QZ02_CLIFORFATT_CG44 ", ", QZ02_TIPOANAGFATT ",
                                              ", QZ02_IDSTRUTTURA_LP09 ", ", QZ02_IDLOCALIZZATA_LP09 ",
                                              ", QZ02_INDEREPROMO "};
-    const qz::NuovoLegame legame{"8", 3, giorno("01/07/2024"), "31/12/2099", "G-1"};
+    const qz::NuovoLegame legame{DistintaId(8), 3, giorno("01/07/2024"), "31/12/2099"};
     for (unsigned maschera = 0; maschera < 32; ++maschera) {
-        qz::NodoDaCopiare nodo{11, 22, 12, 1, 345, {}};
+        qz::Facoltativi facoltativi;
+        const qz::NodoDaCopiare nodo{NodoId(22), 12, TipoCF(1), CodiceAccount(345), &facoltativi};
         std::string attese = colonneObbligatorie;
         std::string valori = valoriObbligatori;
         for (std::size_t i = 0; i < 5; ++i) {
             if ((maschera >> i & 1U) == 0)
                 continue;
-            nodo.facoltativi[i] = static_cast<std::int32_t>(100 + i);
+            facoltativi[i] = static_cast<std::int32_t>(100 + i);
             attese += colonne[i];
             valori += "," + std::to_string(100 + i);
         }
-        EXPECT_EQ(qz::istruzioneInserisciLegame(nodo, legame, autore).text(),
+        EXPECT_EQ(qz::istruzioneInserisciLegame(nodo, legame, "G-1", autore).text(),
                   attese + " , QZ02_GUID " + " ) VALUES (" + valori + ", 'G-1' " + " )");
     }
 }

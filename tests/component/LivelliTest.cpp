@@ -1,4 +1,4 @@
-#include "maintenance/Livelli.h"
+#include "interaction/Livelli.h"
 #include "component/Scena.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,6 @@
 #include "component/SpostaStruttura.h"
 #include "component/IstruzioniAttese.h"
+#include "interaction/EseguiSpostamento.h"
 
 #include <gtest/gtest.h>
 
@@ -220,7 +221,7 @@ TEST_F(SpostaStrutturaTest, EndsSilentlyAndCommitsWhenTheQueueIsFull) {
     auto& db = *scena.db;
     std::int32_t account = 500;
     db.answer("SELECT  *  FROM  QZ02_DISTINTA  WHERE QZ02_IDPARENT_QZ02", [&account](const std::string&) {
-        return platform::headless::rows({"QZ02_ID", "QZ02_CLIFOR_CG44"}, {{3, ++account}});
+        return platform::headless::rows(prove::colonneNodo, {{3, 10, 2, 1, 0, ++account, {}, {}, {}, {}, {}, {}, {}}});
     });
     premi();
     EXPECT_EQ(scena.host->messages.size(), 1U);
@@ -324,13 +325,12 @@ TEST_F(SpostaStrutturaTest, RestoresTheTopRowsAfterARefusalToo) {
 }
 
 TEST_F(SpostaStrutturaTest, GuardsTheMoveItselfAgainstAnEmptyOriginAndDifferingKinds) {
-    qz::Spostamento spostamento(scena.stato);
     scena.stato.destinazione.TipoCF = 1;
-    spostamento.EseguiSpostamento(false);
-    spostamento.EseguiSpostamento(true);
+    qz::EseguiSpostamento(scena.stato, false);
+    qz::EseguiSpostamento(scena.stato, true);
     scena.stato.destinazione.TipoCF = 0;
     scena.carica(scena.stato.origine, "30");
-    spostamento.EseguiSpostamento(false);
+    qz::EseguiSpostamento(scena.stato, false);
     EXPECT_TRUE(scena.db->take().empty());
     EXPECT_TRUE(scena.host->messages.empty());
 }

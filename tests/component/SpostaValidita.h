@@ -1,7 +1,7 @@
 #pragma once
 
 #include "component/Scena.h"
-#include "maintenance/Comandi.h"
+#include "interaction/Comandi.h"
 
 #include <gtest/gtest.h>
 

@@ -97,10 +97,7 @@ TEST_F(SpostaValiditaTest, CopiesTheMovedNodeForTheFormsCompanyAndAChildForItsOw
     prepara();
     scena.stato.dittaDiLavoro = 5;
     scena.db->answer("SELECT  *  FROM  QZ02_DISTINTA  WHERE QZ02_IDPARENT_QZ02 = 2 ",
-                     platform::headless::rows({"QZ02_ID", "QZ02_DITTA_CG18", "QZ02_TIPOCF_CG44", "QZ02_CLIFOR_CG44",
-                                               "QZ02_CLIFORFATT_CG44", "QZ02_TIPOANAGFATT", "QZ02_IDSTRUTTURA_LP09",
-                                               "QZ02_IDLOCALIZZATA_LP09", "QZ02_INDEREPROMO"},
-                                              {{3, 9, 1, 103, 4, 5, 6, 7, 8}}));
+                     platform::headless::rows(prove::colonneNodo, {{3, 10, 2, 9, 1, 103, {}, {}, 4, 5, 6, 7, 8}}));
     premi();
     const auto inserite = scena.db->statements("INSERT INTO QZ02_DISTINTA");
     ASSERT_EQ(inserite.size(), 2U);

@@ -17,6 +17,11 @@
 #include <sqlite3.h>
 
 namespace sqlite_test {
+using qz::CodiceAccount;
+using qz::DistintaId;
+using qz::NodoId;
+using qz::TipoCF;
+
 namespace {
 
 using contract::Date;
@@ -111,7 +116,8 @@ protected:
         return parameters;
     }
     static Statement overlap(std::int64_t account, std::optional<std::int64_t> except = {}) {
-        return qz::istruzioneSovrapposti({1, 0, Value(account), *Date::of(2024, 7, 1), "31/12/2099", except});
+        return qz::istruzioneSovrapposti({1, TipoCF(0), CodiceAccount(account)}, {*Date::of(2024, 7, 1), "31/12/2099"},
+                                         except ? std::optional(NodoId(*except)) : std::nullopt);
     }
 
     TemporaryFolder folder;
@@ -213,13 +219,13 @@ TEST_F(ComponentStatementsTest, RegularNamesOfTheIrregularColumnsFail) {
 }
 
 TEST_F(ComponentStatementsTest, ParentsOfAnAccount) {
-    const auto statement = qz::istruzionePadri(1, 102, 0, "1");
+    const auto statement = qz::istruzionePadri({1, TipoCF(0), CodiceAccount(102)}, DistintaId(1));
     auto rows = rowsOf(statement);
     ASSERT_EQ(rows.RecordCount(), 1U);
     EXPECT_EQ(rows["Anagrafica"].integer(), 101);
     EXPECT_EQ(rows["RagSoc"].text(), "Rossi S.r.l.  ");
     EXPECT_EQ(rows["DataF"], Value(*Date::of(2024, 6, 30)));
-    auto root = rowsOf(qz::istruzionePadri(1, 101, 0, "1"));
+    auto root = rowsOf(qz::istruzionePadri({1, TipoCF(0), CodiceAccount(101)}, DistintaId(1)));
     ASSERT_EQ(root.RecordCount(), 1U);
     EXPECT_TRUE(root["Anagrafica"].isNull());
     expectNoScan(statement);
@@ -238,87 +244,88 @@ TEST_F(ComponentStatementsTest, Overlap) {
 }
 
 TEST_F(ComponentStatementsTest, Checks) {
-    EXPECT_EQ(rowsOf(qz::istruzioneContaDitta(1, "1"))["Conta"].integer(), 4);
-    EXPECT_EQ(rowsOf(qz::istruzioneContaNodi("2"))["Conta"].integer(), 2);
-    auto same = rowsOf(qz::istruzioneDecodificaPadre(1, std::nullopt));
+    EXPECT_EQ(rowsOf(qz::istruzioneContaDitta(1, DistintaId(1)))["Conta"].integer(), 4);
+    EXPECT_EQ(rowsOf(qz::istruzioneContaNodi(DistintaId(2)))["Conta"].integer(), 2);
+    auto same = rowsOf(qz::istruzioneDecodificaPadre(NodoId(1), std::nullopt));
     EXPECT_EQ(same.RecordCount(), 2U);
-    EXPECT_EQ(rowsOf(qz::istruzioneDecodificaPadre(1, firstDay)).RecordCount(), 2U);
-    EXPECT_EQ(rowsOf(qz::istruzioneDecodificaPadre(1, lastDay)).RecordCount(), 0U);
-    EXPECT_EQ(rowsOf(qz::istruzioneNodo(1, 5))["QZ02_CLIFOR_CG44"].integer(), 104);
-    EXPECT_EQ(rowsOf(qz::istruzioneFigli(1, "1"))["QZ02_ID"].integer(), 2);
+    EXPECT_EQ(rowsOf(qz::istruzioneDecodificaPadre(NodoId(1), firstDay)).RecordCount(), 2U);
+    EXPECT_EQ(rowsOf(qz::istruzioneDecodificaPadre(NodoId(1), lastDay)).RecordCount(), 0U);
+    EXPECT_EQ(rowsOf(qz::istruzioneNodo(1, NodoId(5)))["QZ02_CLIFOR_CG44"].integer(), 104);
+    EXPECT_EQ(rowsOf(qz::istruzioneFigli(NodoId(1), DistintaId(1)))["QZ02_ID"].integer(), 2);
     for (const auto& statement :
-         {qz::istruzioneContaDitta(1, "1"), qz::istruzioneDecodificaPadre(1, std::nullopt),
-          qz::istruzioneDecodificaPadre(1, firstDay), qz::istruzioneNodo(1, 5), qz::istruzioneFigli(1, "1")})
+         {qz::istruzioneContaDitta(1, DistintaId(1)), qz::istruzioneDecodificaPadre(NodoId(1), std::nullopt),
+          qz::istruzioneDecodificaPadre(NodoId(1), firstDay), qz::istruzioneNodo(1, NodoId(5)),
+          qz::istruzioneFigli(NodoId(1), DistintaId(1))})
         expectNoScan(statement);
 }
 
 TEST_F(ComponentStatementsTest, DefinitiveBonus) {
-    EXPECT_EQ(rowsOf(qz::istruzionePremio(1, 2, std::nullopt)).RecordCount(), 1U);
-    EXPECT_EQ(rowsOf(qz::istruzionePremio(1, 2, "30/12/2023")).RecordCount(), 1U);
-    EXPECT_EQ(rowsOf(qz::istruzionePremio(1, 2, "31/12/2023")).RecordCount(), 0U);
-    EXPECT_EQ(rowsOf(qz::istruzionePremio(1, 3, std::nullopt)).RecordCount(), 0U) << "disabled for the condition";
-    EXPECT_EQ(rowsOf(qz::istruzionePremio(1, 1, std::nullopt)).RecordCount(), 0U);
-    expectNoScan(qz::istruzionePremio(1, 2, "30/12/2023"));
+    EXPECT_EQ(rowsOf(qz::istruzionePremio(1, NodoId(2), std::nullopt)).RecordCount(), 1U);
+    EXPECT_EQ(rowsOf(qz::istruzionePremio(1, NodoId(2), "30/12/2023")).RecordCount(), 1U);
+    EXPECT_EQ(rowsOf(qz::istruzionePremio(1, NodoId(2), "31/12/2023")).RecordCount(), 0U);
+    EXPECT_EQ(rowsOf(qz::istruzionePremio(1, NodoId(3), std::nullopt)).RecordCount(), 0U)
+        << "disabled for the condition";
+    EXPECT_EQ(rowsOf(qz::istruzionePremio(1, NodoId(1), std::nullopt)).RecordCount(), 0U);
+    expectNoScan(qz::istruzionePremio(1, NodoId(2), "30/12/2023"));
 }
 
 TEST_F(ComponentStatementsTest, StructuralMove) {
     EXPECT_EQ(rowsOf(qz::istruzioneRilettura(Value(std::int64_t{2}), Value(std::int64_t{4}))).RecordCount(), 2U);
-    EXPECT_EQ(connection.Execute(qz::istruzioneAggiornaDistinta(3, "1", "2")), 1);
-    EXPECT_EQ(connection.Execute(qz::istruzioneAggiornaDistinta(3, "1", "2")), 0);
-    EXPECT_EQ(connection.Execute(
-                  qz::istruzioneSpostaNodo({Value(std::int64_t{2}), Value(std::int64_t{4}), "1", "2"}, author)),
+    EXPECT_EQ(connection.Execute(qz::istruzioneAggiornaDistinta(NodoId(3), DistintaId(1), DistintaId(2))), 1);
+    EXPECT_EQ(connection.Execute(qz::istruzioneAggiornaDistinta(NodoId(3), DistintaId(1), DistintaId(2))), 0);
+    EXPECT_EQ(connection.Execute(qz::istruzioneSpostaNodo(NodoId(2), NodoId(4), DistintaId(1), DistintaId(2), author)),
               1);
-    auto rows = rowsOf(qz::istruzioneNodo(1, 2));
+    auto rows = rowsOf(qz::istruzioneNodo(1, NodoId(2)));
     EXPECT_EQ(rows["QZ02_IDPARENT_QZ02"].integer(), 4);
     EXPECT_EQ(rows["QZ02_ID_QZ01"].integer(), 2);
     EXPECT_EQ(rows["QZ02_DATAVAR"], Value(author.oggi));
     EXPECT_EQ(rows["QZ02_UTENTEVAR"].text(), "O'Brien");
     EXPECT_EQ(rows["QZ02_GRUPPOVAR"].text(), "ADMIN");
-    expectNoScan(qz::istruzioneAggiornaDistinta(3, "1", "2"));
+    expectNoScan(qz::istruzioneAggiornaDistinta(NodoId(3), DistintaId(1), DistintaId(2)));
     failureOf([&] {
-        connection.Execute(qz::istruzioneSpostaNodo({Value(std::int64_t{2}), Value::null(), "1", "2"}, author));
+        connection.Execute(qz::istruzioneSpostaNodo(NodoId(2), std::nullopt, DistintaId(1), DistintaId(2), author));
     });
     EXPECT_TRUE(has(connection.Errors().front().description, "non compresa"));
 }
 
 TEST_F(ComponentStatementsTest, MoveWithValidity) {
     const Date end = *Date::of(2024, 3, 31);
-    EXPECT_EQ(connection.Execute(qz::istruzioneChiudiLegame({Value(std::int64_t{2}), "1", end}, author)), 1);
-    EXPECT_EQ(rowsOf(qz::istruzioneNodo(1, 2))["QZ02_DATAFINEVAL"], Value(end));
-    EXPECT_EQ(connection.Execute(qz::istruzioneChiudiLegame({Value(std::int64_t{2}), "1", end}, author)), 0);
+    EXPECT_EQ(connection.Execute(qz::istruzioneChiudiLegame(NodoId(2), DistintaId(1), end, author)), 1);
+    EXPECT_EQ(rowsOf(qz::istruzioneNodo(1, NodoId(2)))["QZ02_DATAFINEVAL"], Value(end));
+    EXPECT_EQ(connection.Execute(qz::istruzioneChiudiLegame(NodoId(2), DistintaId(1), end, author)), 0);
     // A link that starts later is closed on its own start day.
-    EXPECT_EQ(
-        connection.Execute(qz::istruzioneChiudiLegame({Value(std::int64_t{3}), "1", *Date::of(2019, 1, 1)}, author)),
-        1);
-    EXPECT_EQ(rowsOf(qz::istruzioneNodo(1, 3))["QZ02_DATAFINEVAL"], Value(firstDay));
+    EXPECT_EQ(connection.Execute(qz::istruzioneChiudiLegame(NodoId(3), DistintaId(1), *Date::of(2019, 1, 1), author)),
+              1);
+    EXPECT_EQ(rowsOf(qz::istruzioneNodo(1, NodoId(3)))["QZ02_DATAFINEVAL"], Value(firstDay));
 
-    qz::NodoDaCopiare node{Value(std::int64_t{2}), Value(std::int64_t{4}), 1, 0, Value(std::int64_t{102})};
-    const qz::NuovoLegame link{"2", 0, end.plusDays(1), "31/12/2099", "{NUOVO}"};
-    EXPECT_EQ(connection.Execute(qz::istruzioneInserisciLegame(node, link, author)), 1);
-    auto rows = rowsOf(qz::istruzioneNodo(1, 7));
+    qz::NodoDaCopiare node{NodoId(4), 1, TipoCF(0), CodiceAccount(102)};
+    const qz::NuovoLegame link{DistintaId(2), 0, end.plusDays(1), "31/12/2099"};
+    EXPECT_EQ(connection.Execute(qz::istruzioneInserisciLegame(node, link, "{NUOVO}", author)), 1);
+    auto rows = rowsOf(qz::istruzioneNodo(1, NodoId(7)));
     ASSERT_EQ(rows.RecordCount(), 1U);
     EXPECT_EQ(rows["QZ02_ID_QZ01"].integer(), 2);
     EXPECT_EQ(rows["QZ02_DATAINIZIOVAL"], Value(*Date::of(2024, 4, 1)));
     EXPECT_EQ(rows["QZ02_DATAFINEVAL"], Value(lastDay));
     EXPECT_EQ(rows["QZ02_GUID"].text(), "{NUOVO}");
     EXPECT_TRUE(rows["QZ02_CLIFORFATT_CG44"].isNull());
-    node.facoltativi = {Value(std::int64_t{55}), Value(std::int64_t{1}), Value(), Value::null(),
-                        Value(std::int64_t{1})};
-    EXPECT_EQ(connection.Execute(qz::istruzioneInserisciLegame(node, link, author)), 1);
-    rows = rowsOf(qz::istruzioneNodo(1, 8));
+    const qz::Facoltativi optional{Value(std::int64_t{55}), Value(std::int64_t{1}), Value(), Value::null(),
+                                   Value(std::int64_t{1})};
+    node.facoltativi = &optional;
+    EXPECT_EQ(connection.Execute(qz::istruzioneInserisciLegame(node, link, "{NUOVO}", author)), 1);
+    rows = rowsOf(qz::istruzioneNodo(1, NodoId(8)));
     EXPECT_EQ(rows["QZ02_CLIFORFATT_CG44"].integer(), 55);
     EXPECT_EQ(rows["QZ02_INDEREPROMO"].integer(), 1);
 }
 
 TEST_F(ComponentStatementsTest, EditedDates) {
-    auto rows = rowsOf(qz::istruzioneLeggiDate(2));
+    auto rows = rowsOf(qz::istruzioneLeggiDate(NodoId(2)));
     qz::DateLegame shown;
     shown.inizio = rows["QZ02_DATAINIZIOVAL"];
     shown.fine = rows["QZ02_DATAFINEVAL"];
-    EXPECT_EQ(connection.Execute(qz::istruzioneDateLegame(2, shown, firstDay, lastDay, author)), 1);
-    EXPECT_EQ(connection.Execute(qz::istruzioneDateLegame(2, shown, firstDay, lastDay, author)), 0)
+    EXPECT_EQ(connection.Execute(qz::istruzioneDateLegame(NodoId(2), shown, firstDay, lastDay, author)), 1);
+    EXPECT_EQ(connection.Execute(qz::istruzioneDateLegame(NodoId(2), shown, firstDay, lastDay, author)), 0)
         << "the row holds other values than those that were shown";
-    EXPECT_EQ(rowsOf(qz::istruzioneLeggiDate(2))["QZ02_DATAFINEVAL"], Value(lastDay));
+    EXPECT_EQ(rowsOf(qz::istruzioneLeggiDate(NodoId(2)))["QZ02_DATAFINEVAL"], Value(lastDay));
 }
 
 TEST_F(ComponentStatementsTest, NumbersBetweenQuotesUseTheIndex) {

@@ -1,4 +1,4 @@
-#include "maintenance/Livelli.h"
+#include "interaction/Livelli.h"
 
 #include "data/CaricaDistinta.h"
 #include "form/shared/MODQZ_DISTINTA.h"

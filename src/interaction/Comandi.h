@@ -1,7 +1,6 @@
 #pragma once
 
 #include "form/shared/StatoForm.h"
-#include "maintenance/Spostamento.h"
 
 #include <functional>
 #include <string_view>
@@ -11,7 +10,7 @@ namespace qz {
 /// The two move commands of the form.
 class Comandi {
 public:
-    explicit Comandi(StatoForm& stato) : stato_(stato), spostamento_(stato) {}
+    explicit Comandi(StatoForm& stato) : stato_(stato) {}
 
     void CMD_SPOSTASTRU_ButtonClick();
     void CMD_SPOSTAVALID_ButtonClick();
@@ -25,7 +24,6 @@ private:
     void sposta(bool validita);
 
     StatoForm& stato_;
-    Spostamento spostamento_;
     bool spostamentoFallito_ = false;
 };
 

@@ -1,6 +1,7 @@
-#include "maintenance/Comandi.h"
+#include "interaction/Comandi.h"
 
 #include "data/CaricaDistinta.h"
+#include "interaction/EseguiSpostamento.h"
 
 #include <string>
 
@@ -28,7 +29,7 @@ template <class Corpo> void Comandi::comando(std::string_view nome, Corpo&& corp
 
 void Comandi::sposta(bool validita) {
     spostamentoFallito_ = true;
-    spostamento_.EseguiSpostamento(validita);
+    EseguiSpostamento(stato_, validita);
     spostamentoFallito_ = false;
 }
 

@@ -1,0 +1,163 @@
+#include "interaction/EseguiSpostamento.h"
+
+#include "data/CaricaDistinta.h"
+#include "data/IstruzioniDistinta.h"
+#include "form/shared/MODQZ_DISTINTA.h"
+#include "maintenance/IstruzioniSpostamento.h"
+#include "maintenance/LettureSingole.h"
+#include "maintenance/ScrittureSingole.h"
+#include "maintenance/Spostamento.h"
+
+namespace qz {
+
+namespace {
+
+constexpr std::string_view intestazioneFalliti = "Non è stato possibile spostare le seguenti anagrafiche:\n";
+
+contract::Date dataDelTesto(std::string_view testo) {
+    const auto data = contract::Date::parse(testo);
+    if (!data)
+        throw contract::RuntimeError(contract::RuntimeError::typeMismatch,
+                                     "Tipo non corrispondente: \"" + std::string(testo) + "\" non è una data.");
+    return *data;
+}
+
+std::int32_t primaRiga(const Lato& lato) {
+    return lato.albero->firstNode() ? lato.albero->topRow() : 0;
+}
+
+void ripristinaRiga(Lato& lato, std::int32_t riga) {
+    if (riga != 0)
+        lato.albero->setTopRow(riga);
+}
+
+bool nellaDistinta(const contract::Recordset& nodi, const contract::Value& id, std::string_view distinta) {
+    const auto campoId = nodi.FieldIndex("QZ02_ID");
+    const auto campoDistinta = nodi.FieldIndex("QZ02_ID_QZ01");
+    for (std::size_t riga = 0; riga < nodi.RecordCount(); ++riga)
+        if (nodi.rows().column(campoId).integer(riga) == id.integer())
+            return nodi.rows().column(campoDistinta).integer(riga) == contract::Value(distinta).integer();
+    return false;
+}
+
+/// What stands on the screen can be old. Read under the transaction, the two rows keep two users from building together
+/// what each alone would have been refused.
+void rileggiNodi(StatoForm& stato) {
+    const auto& orig = stato.origine;
+    const auto& dest = stato.destinazione;
+    const auto idOrig = (*orig.dati)["QZ02_ID"];
+    const auto idDest = dest.senzaRecord() ? contract::Value::null() : (*dest.dati)["QZ02_ID"];
+
+    contract::Recordset nodi;
+    nodi.Open(istruzioneRilettura(idOrig, idDest), stato.database());
+    const auto uscito = [&stato](const Lato& lato, std::string_view nome) {
+        stato.MessaggioSpostamento += "Il nodo " + (*lato.dati)["QZ02_CLIFOR_CG44"].text() +
+                                      " non appartiene più alla " + std::string(nome) +
+                                      " visualizzata: è stato spostato o eliminato da un altro utente. Spostamento "
+                                      "annullato.\n";
+    };
+    if (!nellaDistinta(nodi, idOrig, orig.IdDistinta))
+        uscito(orig, "distinta di origine");
+    if (!idDest.isMissing() && !nellaDistinta(nodi, idDest, dest.IdDistinta))
+        uscito(dest, "distinta di destinazione");
+}
+
+/// Hands what a plan says to the form, however the move ends.
+class EsitoSulForm {
+public:
+    EsitoSulForm(StatoForm& stato, const Piano& piano) : stato_(stato), piano_(piano) {}
+    EsitoSulForm(const EsitoSulForm&) = delete;
+    EsitoSulForm& operator=(const EsitoSulForm&) = delete;
+    ~EsitoSulForm() {
+        stato_.MessaggioSpostamento = piano_.messaggio;
+        if (piano_.fineNuoviLegami)
+            stato_.DataFineLegame = *piano_.fineNuoviLegami;
+    }
+
+private:
+    StatoForm& stato_;
+    const Piano& piano_;
+};
+
+Validita validitaDelTesto(const StatoForm& stato, contract::Date oggi) {
+    const auto testo = FormBase::ValoreODefault(contract::Value(stato.DataFineLegame), oggi.text());
+    const auto fine = dataDelTesto(testo.text());
+    return {fine, fine.plusDays(1), {}};
+}
+
+} // namespace
+
+Richiesta richiestaDiSpostamento(const StatoForm& stato, bool validita) {
+    const auto& orig = *stato.origine.dati;
+    const auto& dest = *stato.destinazione.dati;
+    const NodoLetto nodo{obbligatorio<NodoId>(orig, "QZ02_ID"),
+                         stato.ditta(),
+                         TipoCF(stato.origine.TipoCF),
+                         facoltativo<CodiceAccount>(orig, "QZ02_CLIFOR_CG44"),
+                         {DistintaId(idSenzaApici(stato.origine.IdDistinta)),
+                          facoltativo<NodoId>(orig, "QZ02_IDPARENT_QZ02"), orig["QZ02_DATAINIZIOVAL"].date(),
+                          orig["QZ02_DATAFINEVAL"].date()},
+                         facoltativiDelLegame(orig)};
+    Richiesta richiesta{
+        nodo,
+        obbligatorio<NodoId>(dest, "QZ02_ID"),
+        facoltativo<CodiceAccount>(dest, "QZ02_CLIFOR_CG44"),
+        DistintaId(idSenzaApici(stato.origine.IdDistinta)),
+        DistintaId(idSenzaApici(stato.destinazione.IdDistinta)),
+        stato.ditta(),
+        TipoCF(stato.origine.TipoCF),
+        TipoCF(stato.destinazione.TipoCF),
+        {},
+        {stato.utente(), stato.gruppo(), stato.oggi()},
+        {stato.parametri.StatoLegame, stato.parametri.TipoCaricaDATA != 0, stato.parametri.DataFissaFINE}};
+    if (validita) {
+        richiesta.validita = validitaDelTesto(stato, richiesta.autore.oggi);
+        richiesta.validita->guid = FormBase::ValoreODefault(orig["QZ02_GUID"], contract::Value()).text();
+    }
+    return richiesta;
+}
+
+void EseguiSpostamento(StatoForm& stato, bool validita) {
+    auto& orig = stato.origine;
+    auto& dest = stato.destinazione;
+    if (orig.senzaRecord() || orig.TipoCF != dest.TipoCF)
+        return;
+
+    contract::Transaction transazione(stato.database());
+    stato.MessaggioSpostamento.clear();
+    rileggiNodi(stato);
+
+    const auto rigaOrig = primaRiga(orig);
+    const auto rigaDest = primaRiga(dest);
+    if (!dest.albero->firstNode())
+        stato.MessaggioSpostamento = "La distinta di destinazione selezionata non contiene nodi capostipite!";
+    // A text that is no date ends every move, also one that would not look at it.
+    validitaDelTesto(stato, stato.oggi());
+
+    if (stato.MessaggioSpostamento.empty()) {
+        const auto richiesta = richiestaDiSpostamento(stato, validita);
+        Piano piano;
+        const EsitoSulForm esito(stato, piano);
+        LettureSingole letture(stato.database());
+        ScrittureSingole scritture(stato.database(), richiesta.autore,
+                                   [&stato]() -> contract::WorkflowState& { return stato.flusso(); });
+        sposta(letture, scritture, richiesta, piano);
+    }
+
+    if (!senzaBlanks(stato.MessaggioSpostamento).empty()) {
+        // The heading belongs to an empty message, which does not come here.
+        std::string testo = stato.MessaggioSpostamento;
+        if (testo.empty())
+            testo = intestazioneFalliti;
+        stato.messaggio(testo, contract::message::critical);
+        transazione.rollback();
+    } else {
+        transazione.commit();
+    }
+
+    RicaricaAlberi(stato);
+    ripristinaRiga(orig, rigaOrig);
+    ripristinaRiga(dest, rigaDest);
+}
+
+} // namespace qz
