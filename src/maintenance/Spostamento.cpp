@@ -133,6 +133,9 @@ void Spostamento::CiclaLivelli(bool validita) {
         return;
     if (validita) {
         fissaFineNuoviLegami();
+        controllaPeriodoNuoviLegami();
+        if (fallito())
+            return;
         copiaNodoSpostato();
         if (fallito())
             return;
@@ -202,6 +205,14 @@ void Spostamento::fissaFineNuoviLegami() {
     }
     const auto fine = orig["QZ02_DATAFINEVAL"];
     stato_.DataFineLegame = fine.isMissing() ? std::string(fineAperta) : fine.text();
+}
+
+/// All the new links have one period, so that this is asked once, before any link is closed.
+void Spostamento::controllaPeriodoNuoviLegami() {
+    const auto fine = dataDelTesto(stato_.DataFineLegame);
+    if (fine < dataInizio_)
+        stato_.MessaggioSpostamento += "Il nuovo legame finirebbe il " + fine.text() + ", prima del suo inizio il " +
+                                       dataInizio_.text() + ". Spostamento annullato.\n";
 }
 
 void Spostamento::copiaNodoSpostato() {

@@ -37,6 +37,7 @@ public:
 private:
     void rileggiNodi();
     void fissaFineNuoviLegami();
+    void controllaPeriodoNuoviLegami();
     void copiaNodoSpostato();
     /// False when the walk must end at once.
     bool lavoraFigli(std::int64_t idPadre, bool validita, CodaLimitata<std::int64_t>& coda);
