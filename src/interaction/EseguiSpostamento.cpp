@@ -14,14 +14,6 @@ namespace {
 
 constexpr std::string_view intestazioneFalliti = "Non è stato possibile spostare le seguenti anagrafiche:\n";
 
-contract::Date dataDelTesto(std::string_view testo) {
-    const auto data = contract::Date::parse(testo);
-    if (!data)
-        throw contract::RuntimeError(contract::RuntimeError::typeMismatch,
-                                     "Tipo non corrispondente: \"" + std::string(testo) + "\" non è una data.");
-    return *data;
-}
-
 std::int32_t primaRiga(const Lato& lato) {
     return lato.albero->firstNode() ? lato.albero->topRow() : 0;
 }
@@ -31,17 +23,29 @@ void ripristinaRiga(Lato& lato, std::int32_t riga) {
         lato.albero->setTopRow(riga);
 }
 
-bool nellaDistinta(const contract::Recordset& nodi, const contract::Value& id, std::string_view distinta) {
-    const auto campoId = nodi.FieldIndex("QZ02_ID");
-    const auto campoDistinta = nodi.FieldIndex("QZ02_ID_QZ01");
-    for (std::size_t riga = 0; riga < nodi.RecordCount(); ++riga)
-        if (nodi.rows().column(campoId).integer(riga) == id.integer())
-            return nodi.rows().column(campoDistinta).integer(riga) == contract::Value(distinta).integer();
+/// Puts the record set on the node's row; false when it is not there.
+bool cerca(contract::Recordset& nodi, const contract::Value& id) {
+    for (nodi.MoveFirst(); !nodi.Eof(); nodi.MoveNext())
+        if (nodi["QZ02_ID"].integer() == id.integer())
+            return true;
     return false;
 }
 
+/// Two days of the database; what is no day counts by its text.
+bool stessoGiorno(const contract::Value& a, const contract::Value& b) {
+    const auto giorno = a.date();
+    return giorno ? giorno == b.date() : a.text() == b.text();
+}
+
+/// Whether a link hangs where the screen showed it, in the period that the screen showed.
+bool comeMostrato(const contract::Recordset& riletto, const contract::Recordset& mostrato) {
+    return riletto["QZ02_IDPARENT_QZ02"].integer() == mostrato["QZ02_IDPARENT_QZ02"].integer() &&
+           stessoGiorno(riletto["QZ02_DATAINIZIOVAL"], mostrato["QZ02_DATAINIZIOVAL"]) &&
+           stessoGiorno(riletto["QZ02_DATAFINEVAL"], mostrato["QZ02_DATAFINEVAL"]);
+}
+
 /// What stands on the screen can be old. Read under the transaction, the two rows keep two users from building together
-/// what each alone would have been refused.
+/// what each alone would have been refused, and one from undoing unawares what another one has just done.
 void rileggiNodi(StatoForm& stato) {
     const auto& orig = stato.origine;
     const auto& dest = stato.destinazione;
@@ -50,16 +54,21 @@ void rileggiNodi(StatoForm& stato) {
 
     contract::Recordset nodi;
     nodi.Open(istruzioneRilettura(idOrig, idDest), stato.database());
-    const auto uscito = [&stato](const Lato& lato, std::string_view nome) {
-        stato.MessaggioSpostamento += "Il nodo " + (*lato.dati)["QZ02_CLIFOR_CG44"].text() +
-                                      " non appartiene più alla " + std::string(nome) +
-                                      " visualizzata: è stato spostato o eliminato da un altro utente. Spostamento "
-                                      "annullato.\n";
+    const auto confronta = [&](const Lato& lato, const contract::Value& id, std::string_view nome) {
+        const auto account = (*lato.dati)["QZ02_CLIFOR_CG44"].text();
+        if (!cerca(nodi, id) || nodi["QZ02_ID_QZ01"].integer() != contract::Value(lato.IdDistinta).integer())
+            stato.MessaggioSpostamento += "Il nodo " + account + " non appartiene più alla " + std::string(nome) +
+                                          " visualizzata: è stato spostato o eliminato da un altro utente. "
+                                          "Spostamento annullato.\n";
+        else if (!comeMostrato(nodi, *lato.dati))
+            stato.MessaggioSpostamento += "Il nodo " + account +
+                                          " è stato modificato da un altro utente: premere F5 per aggiornare. "
+                                          "Spostamento annullato.\n";
     };
-    if (!nellaDistinta(nodi, idOrig, orig.IdDistinta))
-        uscito(orig, "distinta di origine");
-    if (!idDest.isMissing() && !nellaDistinta(nodi, idDest, dest.IdDistinta))
-        uscito(dest, "distinta di destinazione");
+    confronta(orig, idOrig, "distinta di origine");
+    // A node that stands on both sides is named once.
+    if (!idDest.isMissing() && !(idDest.integer() == idOrig.integer() && !stato.MessaggioSpostamento.empty()))
+        confronta(dest, idDest, "distinta di destinazione");
 }
 
 /// Hands what a plan says to the form, however the move ends.

@@ -3,6 +3,7 @@
 #include "data/CaricaDistinta.h"
 #include "data/DettaglioAnagrafica.h"
 #include "data/Parametri.h"
+#include "form/shared/MODQZ_DISTINTA.h"
 #include "maintenance/LettureSingole.h"
 
 namespace qz {
@@ -25,10 +26,7 @@ contract::Value oppureNulla(std::optional<contract::Date> data) {
 
 contract::Date giorno(const contract::Value& valore) {
     const auto data = valore.date();
-    if (!data)
-        throw contract::RuntimeError(contract::RuntimeError::typeMismatch,
-                                     "Tipo non corrispondente: \"" + valore.text() + "\" non è una data.");
-    return *data;
+    return data ? *data : dataDelTesto(valore.text());
 }
 
 } // namespace

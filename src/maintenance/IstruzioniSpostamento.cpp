@@ -6,7 +6,8 @@ using contract::Statement;
 
 Statement istruzioneRilettura(const contract::Value& idOrigine, const contract::Value& idDestinazione) {
     Statement s;
-    s << "SELECT QZ02_ID, QZ02_ID_QZ01 FROM QZ02_DISTINTA WHERE QZ02_ID IN (";
+    s << "SELECT QZ02_ID, QZ02_ID_QZ01, QZ02_IDPARENT_QZ02, QZ02_DATAINIZIOVAL, QZ02_DATAFINEVAL FROM QZ02_DISTINTA "
+         "WHERE QZ02_ID IN (";
     s.bare(idOrigine);
     if (!idDestinazione.isMissing()) {
         s << ", ";

@@ -9,7 +9,8 @@
 
 namespace qz {
 
-/// The two nodes that a move would join, as the database holds them now; the destination may be missing.
+/// The two nodes that a move would join, as the database holds them now: where they hang and their periods. The
+/// destination may be missing.
 contract::Statement istruzioneRilettura(const contract::Value& idOrigine, const contract::Value& idDestinazione);
 
 /// The moved node gets its new parent, distinta and audit values. A missing id is written as nothing, which the

@@ -40,6 +40,10 @@ void Cammino::CiclaLivelli() {
     }
     if (richiesta_.validita) {
         fissaFineNuoviLegami();
+        if (!controllaPeriodoNuoviLegami()) {
+            annota(richiesta_.nodo, Esito::rifiutato, piano_.messaggio);
+            return;
+        }
         copiaNodoSpostato();
         if (piano_.rifiutato())
             return;
@@ -133,6 +137,16 @@ void Cammino::fissaFineNuoviLegami() {
     else
         piano_.fineNuoviLegami =
             richiesta_.nodo.legame.fine ? richiesta_.nodo.legame.fine->text() : std::string(fineAperta);
+}
+
+/// All the new links have one period, so that this is asked once, before any link is closed.
+bool Cammino::controllaPeriodoNuoviLegami() {
+    const auto fine = dataDelTesto(*piano_.fineNuoviLegami);
+    const auto inizio = richiesta_.validita->inizio;
+    if (fine < inizio)
+        piano_.messaggio += "Il nuovo legame finirebbe il " + fine.text() + ", prima del suo inizio il " +
+                            inizio.text() + ". Spostamento annullato.\n";
+    return !piano_.rifiutato();
 }
 
 void Cammino::copiaNodoSpostato() {

@@ -36,6 +36,7 @@ private:
     bool lavoraFigli(NodoId padre, CodaLimitata<NodoId>& coda);
     void lavoraFiglio(const NodoLetto& figlio, const PadreDecodificato& padre);
     void fissaFineNuoviLegami();
+    bool controllaPeriodoNuoviLegami();
     void annota(const NodoLetto& nodo, Esito esito, std::string_view motivo = {});
 
     Letture& letture_;

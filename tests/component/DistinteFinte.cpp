@@ -210,11 +210,16 @@ ScriptedRows DistinteFinte::riletti(const std::string& testo) const {
         const auto cifre = std::to_string(n.id);
         for (const auto& forma : {cifre + ",", cifre + ")"})
             if (elenco.starts_with(forma) || elenco.find(" " + forma) != std::string::npos) {
-                righe.push_back({n.id, n.distinta});
+                righe.push_back({n.id, n.distinta, oppureNulla(n.padre), data(n.inizio), data(n.fine)});
                 break;
             }
     }
-    return conCampi({{"QZ02_ID", FieldType::integer}, {"QZ02_ID_QZ01", FieldType::integer}}, std::move(righe));
+    return conCampi({{"QZ02_ID", FieldType::integer},
+                     {"QZ02_ID_QZ01", FieldType::integer},
+                     {"QZ02_IDPARENT_QZ02", FieldType::integer},
+                     {"QZ02_DATAINIZIOVAL", FieldType::dbTimeStamp},
+                     {"QZ02_DATAFINEVAL", FieldType::dbTimeStamp}},
+                    std::move(righe));
 }
 
 ScriptedRows DistinteFinte::premio(const std::string& testo) const {
@@ -373,7 +378,7 @@ void DistinteFinte::collega(platform::headless::ScriptedConnection& db) {
         const auto* n = nodo(numero(testo, "QZ02_ID  = ").value());
         return intere(n ? std::vector<const NodoFinto*>{n} : std::vector<const NodoFinto*>{});
     });
-    db.answer("SELECT QZ02_ID, QZ02_ID_QZ01 FROM QZ02_DISTINTA WHERE QZ02_ID IN (",
+    db.answer("SELECT QZ02_ID, QZ02_ID_QZ01, QZ02_IDPARENT_QZ02,",
               [this](const std::string& testo) { return riletti(testo); });
     db.answer("SELECT TOP 1 *", [this](const std::string& testo) { return premio(testo); });
     db.change("UPDATE QZ02_DISTINTA  SET QZ02_ID", [this](const std::string& testo) { return sposta(testo); });

@@ -18,8 +18,9 @@ inline std::string n(Numero numero) {
 }
 
 inline std::string rilettura(Numero origine, Numero destinazione) {
-    return "SELECT QZ02_ID, QZ02_ID_QZ01 FROM QZ02_DISTINTA WHERE QZ02_ID IN (" + n(origine) + ", " + n(destinazione) +
-           ")";
+    return "SELECT QZ02_ID, QZ02_ID_QZ01, QZ02_IDPARENT_QZ02, QZ02_DATAINIZIOVAL, QZ02_DATAFINEVAL FROM "
+           "QZ02_DISTINTA WHERE QZ02_ID IN (" +
+           n(origine) + ", " + n(destinazione) + ")";
 }
 
 inline std::string contaDitta(Numero distinta) {

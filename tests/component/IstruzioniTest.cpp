@@ -244,8 +244,10 @@ TEST(IstruzioniSpostamento, MoveADescendantWithoutItsAuditColumns) {
 }
 
 TEST(IstruzioniSpostamento, ReadTheTwoNodesAgain) {
-    EXPECT_TRUE(qz::istruzioneRilettura(11, 22).text().starts_with(
-        "SELECT QZ02_ID, QZ02_ID_QZ01 FROM QZ02_DISTINTA WHERE QZ02_ID IN ("));
+    const std::string inizio = "SELECT QZ02_ID, QZ02_ID_QZ01, QZ02_IDPARENT_QZ02, QZ02_DATAINIZIOVAL, QZ02_DATAFINEVAL "
+                               "FROM QZ02_DISTINTA WHERE QZ02_ID IN (";
+    EXPECT_EQ(qz::istruzioneRilettura(11, 22).text(), inizio + "11, 22)");
+    EXPECT_EQ(qz::istruzioneRilettura(11, contract::Value::null()).text(), inizio + "11)");
 }
 
 TEST(IstruzioniSpostamento, CloseALink) {

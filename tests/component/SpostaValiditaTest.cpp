@@ -99,6 +99,7 @@ TEST_F(SpostaValiditaTest, GoesOnWithTheTextOfTheMoveBeforeWhenTheDialogIsCancel
     dataScelta.reset();
     scena.tabelle.nodi.push_back({50, 10, {}, 150});
     prepara(50, 11);
+    scena.stato.parametri.DataFissaFINE = giorno("31/12/2040");
     premi();
     EXPECT_EQ(fineDi(50), "31/12/2030");
 }

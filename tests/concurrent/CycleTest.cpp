@@ -124,6 +124,12 @@ TEST_P(CycleTest, AnOldScreenIsRefused) {
     second.user.press(move(b, a, withValidity()));
     EXPECT_EQ(property::withoutMarks(database.rows()), kept);
     ASSERT_FALSE(second.user.host->messages.empty());
+    EXPECT_EQ(second.user.host->messages.back().text,
+              "Il nodo 102 è stato modificato da un altro utente: premere F5 per aggiornare. Spostamento annullato.\n");
+    EXPECT_EQ(second.user.host->messages.back().style, contract::message::critical);
+    // The trees were read again; pressed once more, the checks refuse what the first user made a ring of.
+    second.user.press(move(b, a, withValidity()));
+    EXPECT_EQ(property::withoutMarks(database.rows()), kept);
     // With validity the old link of A still hangs where it hung, and the new one is met as a child of B.
     EXPECT_EQ(second.user.host->messages.back().text.find(withValidity()
                                                               ? "Cliente 102 già legato alla distinta D1"

@@ -109,6 +109,18 @@ TEST(HistoryCheck, TakesWhatOneAfterTheOtherDoes) {
     EXPECT_EQ(verdict.outOfTurn, 0U);
 }
 
+TEST(HistoryCheck, AMoveFromAnOldScreenIsRefused) {
+    const auto world = twoBranches();
+    const auto first = withParent(world.rows, 2, 3);
+    const std::vector<Rows> states = {world.rows, first};
+    auto again = move(2, 1);
+    again.nodeShown = {true, 1, dateOf(start).days(), dateOf(end).days()};
+    EXPECT_EQ(checkHistory(world, states, {committed(move(2, 3), 1, 0), refused(again, 1)}).problem, "");
+    again.nodeShown.parent = 3;
+    const auto wrong = checkHistory(world, states, {committed(move(2, 3), 1, 0), refused(again, 1)});
+    EXPECT_TRUE(says(wrong, "not what the model refuses")) << wrong.problem;
+}
+
 TEST(HistoryCheck, GivesCopiesTheDatabasesNumbers) {
     const auto world = twoBranches();
     auto copied = world.rows;

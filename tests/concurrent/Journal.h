@@ -25,6 +25,13 @@ struct Entry {
     /// Days from 01/01/1970. Validity: closing date and end of the new links.
     std::int32_t closing = 0;
     std::int32_t fixedEnd = 0;
+    /// What a screen showed of a node that is moved, or under which one is moved.
+    struct Shown {
+        bool known = false;      ///< otherwise what it showed is taken to have been right
+        std::int64_t parent = 0; ///< 0: none
+        std::int32_t start = 0, end = 0;
+    };
+    Shown nodeShown, targetShown;
     /// Edits: the dates on the screen, and the new ones.
     std::int32_t oldStart = 0, oldEnd = 0, newStart = 0, newEnd = 0;
     /// By a SnapshotConnection: the commits that it has seen are the first ones, at least and at most so many; and

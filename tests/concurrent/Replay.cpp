@@ -15,10 +15,16 @@ model::Row* byId(model::World& world, std::int64_t id) {
     return at == world.rows.end() ? nullptr : &*at;
 }
 
+bool stands(const model::Row* row, std::int64_t distinta, const Entry::Shown& shown) {
+    return row && row->distinta == distinta &&
+           (!shown.known ||
+            (row->parent.value_or(0) == shown.parent && row->start == day(shown.start) && row->end == day(shown.end)));
+}
+
 bool applyMove(model::World& world, const Entry& entry) {
     const auto* node = byId(world, entry.node);
     const auto* target = byId(world, entry.target);
-    if (!node || node->distinta != entry.origin || !target || target->distinta != entry.destination)
+    if (!stands(node, entry.origin, entry.nodeShown) || !stands(target, entry.destination, entry.targetShown))
         return false;
     model::Move move;
     move.origin = entry.origin;

@@ -6,7 +6,7 @@
 namespace concurrent {
 
 /// Applies what a transaction asked for to the world by the independent model, as one user alone after the other would
-/// meet it; a node that has left the distinta shown, and dates that are no longer those shown, refuse it. True when it
+/// meet it; a node that is no longer as the screen showed it refuses it. True when it
 /// is kept.
 bool apply(model::World& world, const Entry& entry);
 

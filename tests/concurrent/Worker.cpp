@@ -19,6 +19,11 @@ std::int32_t days(const contract::Value& date) {
     return date.date().value_or(contract::Date()).days();
 }
 
+Entry::Shown shown(const contract::Recordset& row) {
+    return {true, row["QZ02_IDPARENT_QZ02"].integer().value_or(0), days(row["QZ02_DATAINIZIOVAL"]),
+            days(row["QZ02_DATAFINEVAL"])};
+}
+
 } // namespace
 
 Worker::Worker(int number, std::string connectionString, std::shared_ptr<RecordingConnection> connection,
@@ -78,6 +83,8 @@ void Worker::move(Kind kind) {
     entry.destination = contract::Value(state.destinazione.IdDistinta).integer().value_or(0);
     entry.node = user_.tree(false).key(user_.tree(false).focused());
     entry.target = user_.tree(true).key(user_.tree(true).focused());
+    entry.nodeShown = shown(*state.origine.dati);
+    entry.targetShown = shown(*state.destinazione.dati);
     model::Move move;
     if (kind == Kind::validity) {
         move.withValidity = true;

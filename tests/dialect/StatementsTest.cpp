@@ -88,6 +88,18 @@ TEST_F(StatementsTest, StructuralUpdate) {
                                                  Binding::whole, Binding::number}));
 }
 
+TEST_F(StatementsTest, TheTwoNodesOfAMove) {
+    Statement s;
+    s << "SELECT QZ02_ID, QZ02_ID_QZ01, QZ02_IDPARENT_QZ02, QZ02_DATAINIZIOVAL, QZ02_DATAFINEVAL FROM QZ02_DISTINTA "
+         "WHERE QZ02_ID IN (";
+    s.bare(contract::Value(std::int64_t{7}));
+    s << ", ";
+    s.bare(contract::Value(std::int64_t{12}));
+    s << ")";
+    EXPECT_EQ(translate(s).text, "SELECT QZ02_ID, QZ02_ID_QZ01, QZ02_IDPARENT_QZ02, QZ02_DATAINIZIOVAL, "
+                                 "QZ02_DATAFINEVAL FROM QZ02_DISTINTA WHERE QZ02_ID IN (?1, ?2)");
+}
+
 TEST_F(StatementsTest, ClosingAnOldLink) {
     Statement s;
     s << "UPDATE QZ02_DISTINTA "

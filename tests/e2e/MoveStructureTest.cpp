@@ -105,8 +105,9 @@ TEST_F(MoveStructure, SendsExactlyTheseStatements) {
     const auto transaction = stretch(statements, "BeginTrans", "CommitTrans");
     ASSERT_FALSE(transaction.empty());
     EXPECT_EQ("BeginTrans", statements.front());
-    EXPECT_TRUE(startsWith(transaction[1], "SELECT QZ02_ID, QZ02_ID_QZ01 FROM QZ02_DISTINTA WHERE QZ02_ID IN ("))
-        << transaction[1];
+    EXPECT_EQ("SELECT QZ02_ID, QZ02_ID_QZ01, QZ02_IDPARENT_QZ02, QZ02_DATAINIZIOVAL, QZ02_DATAFINEVAL FROM "
+              "QZ02_DISTINTA WHERE QZ02_ID IN (2, 21)",
+              transaction[1]);
     EXPECT_EQ(15U, transaction.size());
     expectEnding({countOfCompany(1), parentsOf(210, 2), parentsOf(200, 2), countOfType(1), decodedParent(2),
                   childrenOf(2, 1), countOfCompany(1), parentsOf(110, 2), descendantUpdate(3, 1, 2), decodedParent(3),
@@ -117,6 +118,35 @@ TEST_F(MoveStructure, SendsExactlyTheseStatements) {
     EXPECT_EQ((std::vector<std::string>{" SELECT QZ01_IDDIV_CO1A FROM QZ01_TIPODISTINTA WHERE QZ01_ID = 1",
                                         " SELECT QZ01_IDDIV_CO1A, QZ01_GUID FROM QZ01_TIPODISTINTA WHERE QZ01_ID = 2"}),
               reloads);
+}
+
+TEST_F(MoveStructure, NeverUndoesWhatAnotherUserDidWithinTheDistinta) {
+    Dialogue program(place_);
+    aim(program, 2, "C2", 21);
+    Database(place_).run("UPDATE QZ02_DISTINTA SET QZ02_IDPARENT_QZ02 = 5 WHERE QZ02_ID = 2");
+    EXPECT_EQ((std::vector<std::string>{"Spostare il nodo 110 e tutti i suoi figli?",
+                                        "Il nodo 110 è stato modificato da un altro utente: premere F5 per aggiornare. "
+                                        "Spostamento annullato.\n"}),
+              messages(moveSayingYes(program)));
+    EXPECT_EQ("5", Database(place_).value("SELECT QZ02_IDPARENT_QZ02 FROM QZ02_DISTINTA WHERE QZ02_ID = 2"));
+    // Both trees were read again; what is pressed now is meant.
+    program.focus(origTree, 2);
+    program.focus(destTree, 21);
+    EXPECT_EQ(1U, messages(moveSayingYes(program)).size());
+    EXPECT_EQ("21", Database(place_).value("SELECT QZ02_IDPARENT_QZ02 FROM QZ02_DISTINTA WHERE QZ02_ID = 2"));
+}
+
+TEST_F(MoveStructure, OnesOwnEditIsNoOldScreen) {
+    Dialogue program(place_);
+    aim(program, 4, "C1", 5);
+    program.focus(destTree, 4);
+    program.must(R"({"do":"edit","control":"TRW_ELEMDISTINTADEST","id":4,"column":"trQZ02_DATAFINEVAL",)"
+                 R"("value":"30/11/2024"})");
+    EXPECT_EQ("2024-11-30", Database(place_).value("SELECT QZ02_DATAFINEVAL FROM QZ02_DISTINTA WHERE QZ02_ID = 4"));
+    program.focus(origTree, 4);
+    program.focus(destTree, 5);
+    EXPECT_EQ(1U, messages(moveSayingYes(program)).size());
+    EXPECT_EQ("5", Database(place_).value("SELECT QZ02_IDPARENT_QZ02 FROM QZ02_DISTINTA WHERE QZ02_ID = 4"));
 }
 
 TEST_F(MoveStructure, MovesTheSubtreeAndNothingElse) {
@@ -223,7 +253,7 @@ TEST_F(MoveStructure, ADescendantIsNoDestination) {
 }
 
 TEST_F(MoveStructure, ADescendantIsNoDestinationWhateverOtherLinksItsAccountHas) {
-    // The first link of account 130 is a root; its second one is put below node 2 while the screen shows it elsewhere.
+    // The first link of account 130 is a root, its second one is put below node 2.
     Database database(place_);
     database.run("INSERT INTO QZ02_DISTINTA (QZ02_ID,QZ02_ID_QZ01,QZ02_IDPARENT_QZ02,QZ02_DITTA_CG18,QZ02_TIPOCF_CG44,"
                  "QZ02_CLIFOR_CG44,QZ02_DATAINIZIOVAL,QZ02_DATAFINEVAL) VALUES "
@@ -232,6 +262,11 @@ TEST_F(MoveStructure, ADescendantIsNoDestinationWhateverOtherLinksItsAccountHas)
     aim(program, 2, "C1", 60);
     database.run("UPDATE QZ02_DISTINTA SET QZ02_IDPARENT_QZ02 = 3 WHERE QZ02_ID = 60");
     const std::string before = database.nodes();
+    // While the screen shows it elsewhere, it has grown old; the trees are read again then.
+    EXPECT_EQ((std::vector<std::string>{"Spostare il nodo 110 e tutti i suoi figli?",
+                                        "Il nodo 130 è stato modificato da un altro utente: premere F5 per aggiornare. "
+                                        "Spostamento annullato.\n"}),
+              messages(moveSayingYes(program)));
     EXPECT_EQ((std::vector<std::string>{"Spostare il nodo 110 e tutti i suoi figli?",
                                         "Cliente 110: legame presente in un nodo padre nella struttura.\n"}),
               messages(moveSayingYes(program)));

@@ -135,6 +135,30 @@ TEST_F(MoveValidity, TheStateOfTheNewLinksIsAskedOfTheHost) {
     EXPECT_TRUE(contains(calls, "DuplicaStato") || contains(calls, "ConfermaStato")) << calls;
 }
 
+TEST_F(MoveValidity, NoLinkIsOpenedThatEndsBeforeItStarts) {
+    const std::string all = "SELECT * FROM QZ02_DISTINTA ORDER BY QZ02_ID";
+    Dialogue program(place_);
+    const auto before = Database(place_).rows(all);
+    aim(program, 4, 25); // account 120: valid in 2024
+    EXPECT_EQ((std::vector<std::string>{"Spostare il nodo 120 e tutti i suoi figli?",
+                                        "Il nuovo legame finirebbe il 31/12/2024, prima del suo inizio il 01/07/2025. "
+                                        "Spostamento annullato.\n"}),
+              messages(moveAt(program, "30/06/2025")));
+    EXPECT_TRUE(beginningWith(program.trace(), {"UPDATE", "INSERT", "CommitTrans"}).empty());
+    EXPECT_EQ("31/12/2024", text(program.state().value(QLatin1String("DataFineLegame"))));
+    EXPECT_EQ(before, Database(place_).rows(all));
+
+    Database(place_).run("INSERT INTO QZ03_PARAMETRI (QZ03_DITTA_CG18,QZ03_TIPOCARICODATA,QZ03_DATAFINEVAL) VALUES "
+                         "(1,1,'2022-06-30')");
+    program.focus(origTree, 2);
+    program.focus(origTree, 4);
+    EXPECT_EQ((std::vector<std::string>{"Spostare il nodo 120 e tutti i suoi figli?",
+                                        "Il nuovo legame finirebbe il 30/06/2022, prima del suo inizio il 01/07/2024. "
+                                        "Spostamento annullato.\n"}),
+              messages(moveAt(program, "30/06/2024")));
+    EXPECT_EQ(before, Database(place_).rows(all));
+}
+
 TEST_F(MoveValidity, WithoutADateItSaysSo) {
     Dialogue program(place_);
     aim(program, 2, 21);

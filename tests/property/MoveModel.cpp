@@ -43,6 +43,12 @@ public:
         if (!text_.empty())
             return false;
         if (move_.withValidity) {
+            // The new links share one period, so what holds for the moved node's holds for every other one.
+            if (end_ < start_) {
+                text_ = "Il nuovo legame finirebbe il " + end_.text() + ", prima del suo inizio il " + start_.text() +
+                        ". Spostamento annullato.\n";
+                return false;
+            }
             text_ = copy(moved, target.id);
             if (!text_.empty())
                 return false;

@@ -75,7 +75,7 @@ model::Move randomMove(const model::World& world, std::mt19937& random, bool wit
     if (withValidity) {
         move.closing = std::max(node.start, day(random));
         if (oneIn(random, 3))
-            move.fixedEnd = std::max(move.closing.plusDays(1), day(random));
+            move.fixedEnd = oneIn(random, 4) ? day(random) : std::max(move.closing.plusDays(1), day(random));
     }
     return move;
 }

@@ -270,7 +270,12 @@ TEST_F(ComponentStatementsTest, DefinitiveBonus) {
 }
 
 TEST_F(ComponentStatementsTest, StructuralMove) {
-    EXPECT_EQ(rowsOf(qz::istruzioneRilettura(Value(std::int64_t{2}), Value(std::int64_t{4}))).RecordCount(), 2U);
+    const auto again = qz::istruzioneRilettura(Value(std::int64_t{2}), Value(std::int64_t{4}));
+    const auto nodes = rowsOf(again);
+    EXPECT_EQ(nodes.RecordCount(), 2U);
+    EXPECT_TRUE(nodes["QZ02_DATAINIZIOVAL"].as<contract::Date>());
+    EXPECT_TRUE(nodes["QZ02_DATAFINEVAL"].as<contract::Date>());
+    expectNoScan(again);
     EXPECT_EQ(connection.Execute(qz::istruzioneAggiornaDistinta(NodoId(3), DistintaId(1), DistintaId(2))), 1);
     EXPECT_EQ(connection.Execute(qz::istruzioneAggiornaDistinta(NodoId(3), DistintaId(1), DistintaId(2))), 0);
     EXPECT_EQ(connection.Execute(qz::istruzioneSpostaNodo(NodoId(2), NodoId(4), DistintaId(1), DistintaId(2), author)),

@@ -1,5 +1,7 @@
 #include "form/shared/MODQZ_DISTINTA.h"
 
+#include "plugin/contract/RuntimeError.h"
+
 namespace qz {
 
 std::string_view senzaBlanksFinali(std::string_view testo) {
@@ -25,6 +27,14 @@ contract::Value ValoreODefaultTrim(const contract::Value& valore, const contract
 
 std::string TestoDaValore(const contract::Value& valore) {
     return std::string(senzaBlanksFinali(valore.text()));
+}
+
+contract::Date dataDelTesto(std::string_view testo) {
+    const auto data = contract::Date::parse(testo);
+    if (!data)
+        throw contract::RuntimeError(contract::RuntimeError::typeMismatch,
+                                     "Tipo non corrispondente: \"" + std::string(testo) + "\" non è una data.");
+    return *data;
 }
 
 } // namespace qz

@@ -19,4 +19,7 @@ contract::Value ValoreODefaultTrim(const contract::Value& valore, const contract
 /// The value as text without blanks at its end (those in front stay); the empty text for an empty or null value.
 std::string TestoDaValore(const contract::Value& valore);
 
+/// The day of a text "dd/mm/yyyy". Throws RuntimeError 13 for any other text.
+contract::Date dataDelTesto(std::string_view testo);
+
 } // namespace qz
