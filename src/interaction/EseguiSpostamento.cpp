@@ -3,6 +3,7 @@
 #include "data/CaricaDistinta.h"
 #include "data/IstruzioniDistinta.h"
 #include "form/shared/MODQZ_DISTINTA.h"
+#include "maintenance/Blocchi.h"
 #include "maintenance/IstruzioniSpostamento.h"
 #include "maintenance/LettureSingole.h"
 #include "maintenance/ScrittureSingole.h"
@@ -94,6 +95,14 @@ Validita validitaDelTesto(const StatoForm& stato, contract::Date oggi) {
     return {fine, fine.plusDays(1), {}};
 }
 
+/// Whether so many nodes hang below the moved one that they are worth blocks.
+bool aBlocchi(const StatoForm& stato) {
+    if (stato.nodiPerBlocchi <= 0)
+        return stato.nodiPerBlocchi == 0;
+    const auto& albero = *stato.origine.albero;
+    return albero.descendants(albero.focused()) > static_cast<std::size_t>(stato.nodiPerBlocchi);
+}
+
 } // namespace
 
 Richiesta richiestaDiSpostamento(const StatoForm& stato, bool validita) {
@@ -147,10 +156,15 @@ void EseguiSpostamento(StatoForm& stato, bool validita) {
         const auto richiesta = richiestaDiSpostamento(stato, validita);
         Piano piano;
         const EsitoSulForm esito(stato, piano);
-        LettureSingole letture(stato.database());
-        ScrittureSingole scritture(stato.database(), richiesta.autore,
-                                   [&stato]() -> contract::WorkflowState& { return stato.flusso(); });
-        sposta(letture, scritture, richiesta, piano);
+        const FlussoStati flusso = [&stato]() -> contract::WorkflowState& { return stato.flusso(); };
+        if (aBlocchi(stato)) {
+            Blocchi blocchi(stato.database(), richiesta, flusso);
+            sposta(blocchi, blocchi, richiesta, piano);
+        } else {
+            LettureSingole letture(stato.database());
+            ScrittureSingole scritture(stato.database(), richiesta.autore, flusso);
+            sposta(letture, scritture, richiesta, piano);
+        }
     }
 
     if (!senzaBlanks(stato.MessaggioSpostamento).empty()) {

@@ -104,9 +104,16 @@ Statement istruzioneChiudiLegame(NodoId nodo, DistintaId distinta, contract::Dat
     return s << "',103)";
 }
 
-Statement istruzioneInserisciLegame(const NodoDaCopiare& nodo, const NuovoLegame& legame, std::string_view guid,
-                                    const Autore& autore) {
-    Statement s;
+namespace {
+
+const Facoltativi& facoltativiDi(const NodoDaCopiare& nodo) {
+    static const Facoltativi nessuno;
+    return nodo.facoltativi ? *nodo.facoltativi : nessuno;
+}
+
+} // namespace
+
+void aggiungiColonneLegame(Statement& s, const NodoDaCopiare& nodo) {
     s << "INSERT INTO QZ02_DISTINTA "
       << " ("
       << "  QZ02_ID_QZ01,"
@@ -124,8 +131,7 @@ Statement istruzioneInserisciLegame(const NodoDaCopiare& nodo, const NuovoLegame
       << "  QZ02_DATAVAR,"
       << "  QZ02_GRUPPOVAR,"
       << "  QZ02_UTENTEVAR";
-    static const Facoltativi nessuno;
-    const auto& facoltativi = nodo.facoltativi != nullptr ? *nodo.facoltativi : nessuno;
+    const auto& facoltativi = facoltativiDi(nodo);
     if (!facoltativi[0].isMissing())
         s << ", QZ02_CLIFORFATT_CG44 ";
     if (!facoltativi[1].isMissing())
@@ -137,7 +143,12 @@ Statement istruzioneInserisciLegame(const NodoDaCopiare& nodo, const NuovoLegame
     if (!facoltativi[4].isMissing())
         s << ", QZ02_INDEREPROMO ";
     s << " , QZ02_GUID "
-      << " ) VALUES ("
+      << " ) VALUES ";
+}
+
+void aggiungiValoriLegame(Statement& s, const NodoDaCopiare& nodo, const NuovoLegame& legame, std::string_view guid,
+                          const Autore& autore) {
+    s << "("
       << " '";
     s.number(legame.distinta.numero());
     s << "',"
@@ -181,7 +192,7 @@ Statement istruzioneInserisciLegame(const NodoDaCopiare& nodo, const NuovoLegame
       << "  '";
     s.text(autore.utente);
     s << "'";
-    for (const auto& valore : facoltativi) {
+    for (const auto& valore : facoltativiDi(nodo)) {
         if (valore.isMissing())
             continue;
         s << ",";
@@ -189,8 +200,16 @@ Statement istruzioneInserisciLegame(const NodoDaCopiare& nodo, const NuovoLegame
     }
     s << ", '";
     s.text(guid);
-    return s << "' "
-             << " )";
+    s << "' "
+      << " )";
+}
+
+Statement istruzioneInserisciLegame(const NodoDaCopiare& nodo, const NuovoLegame& legame, std::string_view guid,
+                                    const Autore& autore) {
+    Statement s;
+    aggiungiColonneLegame(s, nodo);
+    aggiungiValoriLegame(s, nodo, legame, guid, autore);
+    return s;
 }
 
 } // namespace qz

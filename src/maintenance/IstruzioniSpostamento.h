@@ -30,6 +30,11 @@ contract::Statement istruzioneAggiornaDistinta(NodoId nodo, DistintaId da, Disti
 /// Closes a link at a date, or on its own start day when it starts later; a link that already ends by then stays.
 contract::Statement istruzioneChiudiLegame(NodoId nodo, DistintaId distinta, contract::Date fine, const Autore& autore);
 
+/// The parts of an insertion: up to "VALUES", and the values of one row between their brackets.
+void aggiungiColonneLegame(contract::Statement& s, const NodoDaCopiare& nodo);
+void aggiungiValoriLegame(contract::Statement& s, const NodoDaCopiare& nodo, const NuovoLegame& legame,
+                          std::string_view guid, const Autore& autore);
+
 /// Opens a link under the GUID that the host made for it.
 contract::Statement istruzioneInserisciLegame(const NodoDaCopiare& nodo, const NuovoLegame& legame,
                                               std::string_view guid, const Autore& autore);

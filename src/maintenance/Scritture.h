@@ -2,7 +2,8 @@
 
 #include "maintenance/Piano.h"
 
-#include <string>
+#include <cstdint>
+#include <memory>
 #include <string_view>
 
 namespace qz {
@@ -21,7 +22,7 @@ struct NodoDaCopiare {
     std::int64_t ditta = 0;
     TipoCF tipo{0};
     CodiceAccount account{0};
-    const Facoltativi* facoltativi = nullptr; ///< nothing where all are missing
+    std::shared_ptr<const Facoltativi> facoltativi{}; ///< nothing where all are missing
 };
 
 /// The changes that a move states. Database errors come through.

@@ -164,7 +164,7 @@ void Cammino::CopiaNodo(const NodoLetto& nodo, const PadreDecodificato& padre, s
         annota(nodo, Esito::rifiutato, *motivo);
         return;
     }
-    scritture_.inserisci({padre.id, ditta, tipo, account, nodo.facoltativi.get()},
+    scritture_.inserisci({padre.id, ditta, tipo, account, nodo.facoltativi},
                          {richiesta_.a, richiesta_.parametri.stato, validita.inizio, fine}, validita.guid);
     annota(nodo, Esito::siCopia);
     auto& riga = piano_.righe.back();

@@ -311,7 +311,6 @@ TEST(IstruzioniSpostamento, InsertALinkWithEveryCombinationOfOptionalColumns) {
     const qz::NuovoLegame legame{DistintaId(8), 3, giorno("01/07/2024"), "31/12/2099"};
     for (unsigned maschera = 0; maschera < 32; ++maschera) {
         qz::Facoltativi facoltativi;
-        const qz::NodoDaCopiare nodo{NodoId(22), 12, TipoCF(1), CodiceAccount(345), &facoltativi};
         std::string attese = colonneObbligatorie;
         std::string valori = valoriObbligatori;
         for (std::size_t i = 0; i < 5; ++i) {
@@ -321,6 +320,8 @@ TEST(IstruzioniSpostamento, InsertALinkWithEveryCombinationOfOptionalColumns) {
             attese += colonne[i];
             valori += "," + std::to_string(100 + i);
         }
+        const qz::NodoDaCopiare nodo{NodoId(22), 12, TipoCF(1), CodiceAccount(345),
+                                     std::make_shared<const qz::Facoltativi>(facoltativi)};
         EXPECT_EQ(qz::istruzioneInserisciLegame(nodo, legame, "G-1", autore).text(),
                   attese + " , QZ02_GUID " + " ) VALUES (" + valori + ", 'G-1' " + " )");
     }

@@ -17,8 +17,12 @@ struct Tally {
     int inverted = 0; ///< of the refused ones, for an end before the start
 };
 
-Tally agree(unsigned firstSeed, int moves, bool withValidity) {
+/// Statement by statement, as moves of few nodes are made, or in blocks.
+enum class Way { single, blocks };
+
+Tally agree(unsigned firstSeed, int moves, bool withValidity, Way way) {
     Program program;
+    program.state().nodiPerBlocchi = way == Way::blocks ? 0 : -1;
     Tally tally;
     for (unsigned seed = firstSeed; tally.kept + tally.refused < moves; ++seed) {
         std::mt19937 random(seed);
@@ -88,14 +92,27 @@ Tally agreeOnServer(unsigned firstSeed, int moves, bool withValidity) {
 } // namespace
 
 TEST(MoveProperty, AThousandStructuralMovesAgreeWithTheModel) {
-    const auto tally = agree(1, 1000, false);
+    const auto tally = agree(1, 1000, false, Way::single);
     // Both ends must be well represented for the agreement to mean something.
     EXPECT_GT(tally.kept, 200);
     EXPECT_GT(tally.refused, 100);
 }
 
 TEST(MoveProperty, AThousandMovesWithValidityAgreeWithTheModel) {
-    const auto tally = agree(50001, 1000, true);
+    const auto tally = agree(50001, 1000, true, Way::single);
+    EXPECT_GT(tally.kept, 150);
+    EXPECT_GT(tally.refused, 150);
+    EXPECT_GT(tally.inverted, 50);
+}
+
+TEST(MoveProperty, StructuralMovesInBlocksAgreeWithTheModel) {
+    const auto tally = agree(100001, 1000, false, Way::blocks);
+    EXPECT_GT(tally.kept, 200);
+    EXPECT_GT(tally.refused, 100);
+}
+
+TEST(MoveProperty, MovesWithValidityInBlocksAgreeWithTheModel) {
+    const auto tally = agree(150001, 1000, true, Way::blocks);
     EXPECT_GT(tally.kept, 150);
     EXPECT_GT(tally.refused, 150);
     EXPECT_GT(tally.inverted, 50);

@@ -315,7 +315,7 @@ TEST_F(ComponentStatementsTest, MoveWithValidity) {
     EXPECT_TRUE(rows["QZ02_CLIFORFATT_CG44"].isNull());
     const qz::Facoltativi optional{Value(std::int64_t{55}), Value(std::int64_t{1}), Value(), Value::null(),
                                    Value(std::int64_t{1})};
-    node.facoltativi = &optional;
+    node.facoltativi = std::make_shared<const qz::Facoltativi>(optional);
     EXPECT_EQ(connection.Execute(qz::istruzioneInserisciLegame(node, link, "{NUOVO}", author)), 1);
     rows = rowsOf(qz::istruzioneNodo(1, NodoId(8)));
     EXPECT_EQ(rows["QZ02_CLIFORFATT_CG44"].integer(), 55);

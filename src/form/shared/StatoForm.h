@@ -64,6 +64,9 @@ public:
     std::int32_t posizioneNodoStato = -1;
     bool sospendiCambioNodo = false;
 
+    /// A move of more nodes below the moved one than this is read and written in blocks; 0: every move, negative: none.
+    std::int32_t nodiPerBlocchi = 100;
+
     bool selezioneNascosta = false; ///< the panel-toggle flag
     bool dettagliNascosti = false;
 
