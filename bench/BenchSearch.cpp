@@ -2,6 +2,7 @@
 // folding each name at each search.
 
 #include "data/BloccoRicerca.h"
+#include "data/Lettere.h"
 
 #include <benchmark/benchmark.h>
 

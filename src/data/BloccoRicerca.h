@@ -9,10 +9,6 @@
 
 namespace qz {
 
-/// A UTF-8 text without regard to case: capitals of the Latin, Greek and Cyrillic alphabets become small letters,
-/// accents stay (È becomes è, not e). Bytes that are no UTF-8 stay as they are.
-std::string senzaMaiuscole(std::string_view testo);
-
 /// The texts of a column, one after the other without regard to case, so that a search is one scan over one block.
 class BloccoRicerca {
 public:

@@ -1,5 +1,7 @@
 #include "data/Ricerca.h"
 
+#include "data/Lettere.h"
+
 namespace qz {
 
 namespace {

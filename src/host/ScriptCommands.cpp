@@ -25,6 +25,12 @@ QJsonValue optionalValue(const ScriptRequest& request, const QString& name) {
     return request.has(name) ? request.value(name) : QJsonValue(QJsonValue::Undefined);
 }
 
+/// Said only where some are.
+void tellMissing(std::uint64_t missing, QJsonObject& reply) {
+    if (missing != 0)
+        reply.insert(QStringLiteral("missing"), static_cast<qint64>(missing));
+}
+
 } // namespace
 
 QJsonValue jsonValue(const contract::Value& value) {
@@ -194,10 +200,12 @@ void ScriptCommands::state(const ScriptRequest&, QJsonObject& reply) {
 
 void ScriptCommands::trace(const ScriptRequest&, QJsonObject& reply) {
     reply.insert(QStringLiteral("statements"), QJsonArray::fromStringList(session_.trace().take()));
+    tellMissing(session_.trace().missing(), reply);
 }
 
 void ScriptCommands::services(const ScriptRequest&, QJsonObject& reply) {
     reply.insert(QStringLiteral("calls"), session_.journal().take());
+    tellMissing(session_.journal().missing(), reply);
 }
 
 void ScriptCommands::screenshot(const ScriptRequest& request, QJsonObject&) {

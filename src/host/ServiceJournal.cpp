@@ -10,11 +10,16 @@ void ServiceJournal::record(const QString& service, const QString& operation, co
     QJsonObject call = arguments;
     call.insert(QStringLiteral("service"), service);
     call.insert(QStringLiteral("operation"), operation);
-    calls_.append(call);
+    calls_.add(std::move(call));
 }
 
 QJsonArray ServiceJournal::take() {
-    return std::exchange(calls_, {});
+    auto [calls, missing] = calls_.take();
+    missing_ = missing;
+    QJsonArray handed;
+    for (auto& call : calls)
+        handed.append(std::move(call));
+    return handed;
 }
 
 } // namespace host

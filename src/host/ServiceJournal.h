@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/RecentItems.h"
+
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QString>
@@ -15,12 +17,15 @@ public:
 
     void record(const QString& service, const QString& operation, const QJsonObject& arguments = {});
 
-    /// The calls since the last one of these.
+    /// The calls since the last one of these, but no more than the last RecentItems::most.
     QJsonArray take();
+    /// Calls before those that take() handed over last which were kept no longer.
+    std::uint64_t missing() const { return missing_; }
 
 private:
     bool recording_ = false;
-    QJsonArray calls_;
+    RecentItems<QJsonObject> calls_;
+    std::uint64_t missing_ = 0;
 };
 
 } // namespace host

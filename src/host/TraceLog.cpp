@@ -5,8 +5,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
-#include <utility>
-
 namespace host {
 
 namespace {
@@ -40,11 +38,11 @@ void TraceLog::add(std::string_view word) {
 }
 
 void TraceLog::keep(std::string_view text) {
-    const auto copy = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    const QByteArray copy(text.data(), static_cast<qsizetype>(text.size()));
     if (recording_)
-        texts_.append(copy);
+        texts_.add(copy);
     if (file_.isOpen()) {
-        file_.write(jsonString(copy) + '\n');
+        file_.write(jsonString(QString::fromUtf8(copy)) + '\n');
         // Who watches the file, or finds it after a crash, sees the statement that is under way.
         file_.flush();
     }
@@ -56,7 +54,13 @@ void TraceLog::finished() {
 }
 
 QStringList TraceLog::take() {
-    return std::exchange(texts_, {});
+    const auto [texts, missing] = texts_.take();
+    missing_ = missing;
+    QStringList handed;
+    handed.reserve(static_cast<qsizetype>(texts.size()));
+    for (const auto& text : texts)
+        handed.append(QString::fromUtf8(text));
+    return handed;
 }
 
 } // namespace host

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "host/RecentItems.h"
 #include "plugin/contract/Statement.h"
 
+#include <QByteArray>
 #include <QFile>
 #include <QString>
 #include <QStringList>
@@ -30,8 +32,10 @@ public:
     /// Tells afterFinished() that the statement's work is done.
     void finished();
 
-    /// The texts since the last call.
+    /// The texts since the last call, but no more than the last RecentItems::most.
     QStringList take();
+    /// Texts before those that take() handed over last which were kept no longer.
+    std::uint64_t missing() const { return missing_; }
 
     /// Statements so far.
     std::uint64_t count() const { return count_; }
@@ -45,7 +49,8 @@ private:
 
     QFile file_;
     bool recording_ = false;
-    QStringList texts_;
+    RecentItems<QByteArray> texts_;
+    std::uint64_t missing_ = 0;
     std::uint64_t count_ = 0;
 };
 

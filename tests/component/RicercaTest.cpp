@@ -140,20 +140,6 @@ TEST_P(RicercaTest, SearchesWhatIsLoadedNow) {
 INSTANTIATE_TEST_SUITE_P(BothSides, RicercaTest, testing::Bool(),
                          [](const auto& caso) { return caso.param ? "Destinazione" : "Origine"; });
 
-// Text without regard to case
-
-TEST(SenzaMaiuscole, KeepsAccents) {
-    EXPECT_EQ(qz::senzaMaiuscole("È CITTÀ ŠKODA ÀÉÌÒÙ"), "è città škoda àéìòù");
-    EXPECT_NE(qz::senzaMaiuscole("È"), "e");
-    EXPECT_EQ(qz::senzaMaiuscole("ß123 ÷×"), "ß123 ÷×");
-}
-
-TEST(SenzaMaiuscole, LeavesWhatIsNoUtf8) {
-    const std::string rotto = "A\xC3";
-    EXPECT_EQ(qz::senzaMaiuscole(rotto), std::string("a\xC3"));
-    EXPECT_EQ(qz::senzaMaiuscole(std::string("\xFF\xFE Z")), std::string("\xFF\xFE z"));
-}
-
 TEST(BloccoRicerca, FindsNothingAcrossTwoTexts) {
     qz::BloccoRicerca blocco;
     blocco.aggiungi("ab");

@@ -121,6 +121,19 @@ TEST(HistoryCheck, AMoveFromAnOldScreenIsRefused) {
     EXPECT_TRUE(says(wrong, "not what the model refuses")) << wrong.problem;
 }
 
+TEST(HistoryCheck, AnEditIsCheckedAgainstTheParentOnItsScreen) {
+    auto world = twoBranches();
+    world.rows.push_back({6, 1, 4, 104, dateOf("01/01/2010"), dateOf("31/12/2010")}); // below a link of its account
+    const auto moved = withParent(world.rows, 6, 3);
+    const std::vector<Rows> states = {world.rows, moved};
+    auto old = edit(world.rows.back(), "01/01/2011", "31/12/2011");
+    old.nodeShown = {true, 4, old.oldStart, old.oldEnd};
+    EXPECT_EQ(checkHistory(world, states, {committed(move(6, 3), 1, 0), refused(old, 1)}).problem, "");
+    old.nodeShown.parent = 3;
+    const auto wrong = checkHistory(world, states, {committed(move(6, 3), 1, 0), refused(old, 1)});
+    EXPECT_TRUE(says(wrong, "not what the model refuses")) << wrong.problem;
+}
+
 TEST(HistoryCheck, GivesCopiesTheDatabasesNumbers) {
     const auto world = twoBranches();
     auto copied = world.rows;

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace concurrent {
 
@@ -25,7 +26,7 @@ struct Entry {
     /// Days from 01/01/1970. Validity: closing date and end of the new links.
     std::int32_t closing = 0;
     std::int32_t fixedEnd = 0;
-    /// What a screen showed of a node that is moved, or under which one is moved.
+    /// What a screen showed of the node, and of the one under which it is moved.
     struct Shown {
         bool known = false;      ///< otherwise what it showed is taken to have been right
         std::int64_t parent = 0; ///< 0: none
@@ -62,11 +63,30 @@ public:
     };
     Counters& counters() { return shared_->counters; }
 
+    /// Keeps what a user was told, a question apart: cut to what a place holds, and dropped where there is no more.
+    void tell(int user, bool error, std::string_view text);
+    /// What users were told about the time of a transaction, one text a line.
+    std::string toldAround(std::size_t transaction) const;
+    /// What users were told in error displays, each text once with its count, one a line.
+    std::string errorsTold() const;
+
 private:
+    struct Told {
+        std::atomic<bool> written;
+        bool error;
+        int user;
+        std::size_t transactions; ///< that had begun by then
+        char text[400];
+    };
+    static constexpr std::size_t mostTold = 20'000;
+    std::size_t toldCount() const;
+
     struct Shared {
         std::atomic<std::size_t> size;
         Counters counters;
         Entry entries[capacity];
+        std::atomic<std::size_t> toldCount;
+        Told told[mostTold];
     };
     Shared* shared_;
 };

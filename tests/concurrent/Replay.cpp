@@ -62,7 +62,9 @@ bool applyEdit(model::World& world, const Entry& entry) {
     const auto end = day(entry.newEnd);
     if (overlaps(world, *row, start, end))
         return false;
-    const auto* parent = row->parent ? byId(world, *row->parent) : nullptr;
+    // The parent is the one that the screen shows, where another user may have hung the link elsewhere meanwhile.
+    const auto shown = entry.nodeShown.known ? entry.nodeShown.parent : row->parent.value_or(0);
+    const auto* parent = byId(world, shown);
     if (parent && parent->account == row->account)
         return false;
     row->start = start;

@@ -72,12 +72,15 @@ const model::Row* byId(const std::vector<model::Row>& rows, std::int64_t id) {
 
 struct Totals {
     std::int64_t transactions = 0, kept = 0, stale = 0, refusals = 0, errors = 0, otherWords = 0;
+    std::string errorsTold;
     std::size_t conflicts = 0, overlapping = 0, outOfTurn = 0, otherRowOrder = 0;
 };
 
 /// What no user may have met, wherever the database is.
 void checkMeetings(Journal& journal, Totals& totals) {
     auto& counters = journal.counters();
+    SCOPED_TRACE(journal.errorsTold());
+    totals.errorsTold += journal.errorsTold();
     totals.stale += counters.stale;
     totals.refusals += counters.refusals;
     totals.errors += counters.errors;
@@ -92,7 +95,8 @@ void replay(const Journal& journal, model::World& world, WorldDatabase& database
     for (std::size_t i = 0; i < journal.size(); ++i) {
         const auto& entry = journal.at(i);
         const bool expected = apply(world, entry);
-        ASSERT_EQ(entry.committed, expected) << "transaction " << i << ": " << describe(entry);
+        ASSERT_EQ(entry.committed, expected) << "transaction " << i << ": " << describe(entry) << "\n"
+                                             << journal.toldAround(i);
         ++totals.transactions;
         totals.kept += expected ? 1 : 0;
     }
@@ -247,7 +251,8 @@ TEST_P(TwoUsers, TogetherDoWhatOneAfterTheOtherWouldHaveDone) {
     EXPECT_GT(totals.transactions - totals.kept, 20);
     const auto took = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
     std::cout << users << " users, " << took << " s: " << totals.transactions << " transactions, " << totals.kept
-              << " kept, " << totals.stale << " refused on an old screen, " << totals.errors << " errors shown\n";
+              << " kept, " << totals.stale << " refused on an old screen, " << totals.errors << " errors shown\n"
+              << totals.errorsTold;
     if (snapshots)
         std::cout << totals.conflicts << " ended in a conflict (" << totals.otherWords << " in other words), "
                   << totals.overlapping << " kept without having seen the commit before, " << totals.outOfTurn

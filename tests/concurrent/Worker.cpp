@@ -107,6 +107,7 @@ void Worker::edit() {
     entry.kind = Kind::edit;
     entry.user = number_;
     entry.node = user_.tree(true).key(user_.tree(true).focused());
+    entry.nodeShown = shown(rows);
     entry.oldStart = entry.newStart = days(rows["QZ02_DATAINIZIOVAL"]);
     entry.oldEnd = entry.newEnd = days(rows["QZ02_DATAFINEVAL"]);
     const bool end = draw(random_, 1, 2) == 1;
@@ -123,6 +124,7 @@ void Worker::note() {
     for (const auto& message : user_.host->messages)
         if (message.style != contract::message::yesNo) {
             ++counters.refusals;
+            journal_.tell(number_, false, message.text);
             if (message.text.size() < 10)
                 ++counters.unreadable;
             if (message.text.find("da un altro utente") != std::string::npos)
@@ -130,6 +132,7 @@ void Worker::note() {
         }
     for (const auto& error : user_.host->errors) {
         ++counters.errors;
+        journal_.tell(number_, true, error.procedure + ": " + error.text);
         if (error.text.find("da un altro utente") != std::string::npos)
             ++counters.stale;
         // A sentence, not a number.

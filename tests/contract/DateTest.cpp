@@ -1,6 +1,7 @@
 #include "plugin/contract/Date.h"
 
 #include "plugin/contract/RuntimeError.h"
+#include "plugin/contract/TypedDate.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +9,7 @@ using contract::Date;
 
 namespace {
 
-TEST(Date, StartsOnTheFirstDayOfTheClass) {
+TEST(Date, StartsOnTheFirstDayThatCanBeTyped) {
     EXPECT_EQ(Date().text(), "01/01/1900");
     EXPECT_EQ(Date(), Date::of(1900, 1, 1));
 }
@@ -45,12 +46,12 @@ TEST(Date, RefusesWhatIsNoDay) {
     EXPECT_FALSE(Date::of(2024, 4, 31));
 }
 
-TEST(Date, ReachesFrom1900To9999) {
-    EXPECT_TRUE(Date::of(1900, 1, 1));
-    EXPECT_FALSE(Date::of(1899, 12, 31));
+TEST(Date, ReachesFromTheYear1To9999) {
+    EXPECT_TRUE(Date::of(1, 1, 1));
+    EXPECT_FALSE(Date::of(0, 12, 31));
     EXPECT_TRUE(Date::of(9999, 12, 31));
     EXPECT_FALSE(Date::of(10000, 1, 1));
-    const auto first = Date::of(1900, 1, 1)->days();
+    const auto first = Date::of(1, 1, 1)->days();
     const auto last = Date::of(9999, 12, 31)->days();
     EXPECT_TRUE(Date::fromDays(first));
     EXPECT_FALSE(Date::fromDays(first - 1));
@@ -62,7 +63,7 @@ TEST(Date, ReadsItsOwnTextAndNothingElse) {
     EXPECT_EQ(Date::parse("29/02/2024"), Date::of(2024, 2, 29));
     EXPECT_EQ(Date::parse("  31/12/2099\t"), Date::of(2099, 12, 31));
     for (const auto* text :
-         {"", "   ", "1/1/2024", "01-01-2024", "2024-01-01", "01/01/24", "31/02/2024", "01/13/2024", "01/01/1899",
+         {"", "   ", "1/1/2024", "01-01-2024", "2024-01-01", "01/01/24", "31/02/2024", "01/13/2024", "31/12/0000",
           "aa/bb/cccc", "01/01/2024x", "01/01/20244", "+1/01/2024", "01/ 1/2024", "00/01/2024"})
         EXPECT_FALSE(Date::parse(text)) << text;
 }
@@ -91,11 +92,11 @@ TEST(Date, GoesDayByDayAcrossMonthsAndYears) {
     } catch (const contract::RuntimeError& error) {
         EXPECT_EQ(error.number(), contract::RuntimeError::overflow);
     }
-    EXPECT_THROW(static_cast<void>(Date().plusDays(-1)), contract::RuntimeError);
+    EXPECT_THROW(static_cast<void>(Date::of(1, 1, 1)->plusDays(-1)), contract::RuntimeError);
 }
 
-TEST(Date, RoundTripsEveryDayOfFourCenturies) {
-    for (auto days = Date::of(1900, 1, 1)->days(); days <= Date::of(2300, 12, 31)->days(); ++days) {
+TEST(Date, RoundTripsEveryDayOfTwentyThreeCenturies) {
+    for (auto days = Date::of(1, 1, 1)->days(); days <= Date::of(2300, 12, 31)->days(); ++days) {
         const auto date = *Date::fromDays(days);
         ASSERT_EQ(Date::parse(date.text()), date);
         ASSERT_EQ(Date::parseIso(date.iso()), date);
@@ -103,7 +104,26 @@ TEST(Date, RoundTripsEveryDayOfFourCenturies) {
     }
 }
 
+TEST(Date, ReadsTheZeroOfOldPrograms) {
+    EXPECT_EQ(Date::parse("30/12/1899"), Date::of(1899, 12, 30));
+    EXPECT_EQ(Date::parseIso("0001-01-01")->text(), "01/01/0001");
+    EXPECT_EQ(Date::of(1, 1, 1)->iso(), "0001-01-01");
+}
+
+TEST(Date, WhatIsTypedBeginsIn1900UnlessItStoodThere) {
+    const auto old = Date::of(1899, 12, 31);
+    const auto first = Date::of(1900, 1, 1);
+    EXPECT_FALSE(contract::canBeTyped(*old));
+    EXPECT_TRUE(contract::canBeTyped(*first));
+    EXPECT_EQ(contract::typedOver(first, std::nullopt), first);
+    EXPECT_EQ(contract::typedOver(old, std::nullopt), std::nullopt);
+    EXPECT_EQ(contract::typedOver(old, first), std::nullopt);
+    EXPECT_EQ(contract::typedOver(old, old), old);
+    EXPECT_EQ(contract::typedOver(std::nullopt, old), std::nullopt);
+}
+
 TEST(Date, OrdersByTheCalendar) {
+    EXPECT_LT(*Date::parse("30/12/1899"), *Date::parse("01/01/1900"));
     EXPECT_LT(*Date::parse("31/12/2023"), *Date::parse("01/01/2024"));
     EXPECT_GT(*Date::parse("02/01/2024"), *Date::parse("01/12/2023"));
 }

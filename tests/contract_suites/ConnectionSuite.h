@@ -228,8 +228,10 @@ TEST_P(ConnectionSuite, TextsCompareWithoutRegardToCase) {
 }
 
 TEST_P(ConnectionSuite, DatesAtTheirBounds) {
-    for (const auto& date :
-         {*contract::Date::of(1900, 1, 1), *contract::Date::of(2000, 2, 29), *contract::Date::of(9999, 12, 31)}) {
+    // From the first day that every server's columns hold, over the last one that would fit a count of nanoseconds.
+    for (const auto* day : {"1753-01-01", "1899-12-30", "1900-01-01", "2000-02-29", "2262-04-11", "2262-04-12",
+                            "2263-01-01", "9999-12-31"}) {
+        const auto date = *contract::Date::parseIso(day);
         connection().Execute("DELETE FROM PROVA"_sql);
         contract::Statement statement;
         statement << "INSERT INTO PROVA (DAL) VALUES (CONVERT(DateTime,'";
@@ -237,6 +239,19 @@ TEST_P(ConnectionSuite, DatesAtTheirBounds) {
         connection().Execute(statement);
         EXPECT_EQ(single("SELECT DAL FROM PROVA"_sql), contract::Value(date));
     }
+}
+
+TEST_P(ConnectionSuite, DatesBefore1900CompareByTheCalendar) {
+    connection().Execute("INSERT INTO PROVA (CODICE, DAL) VALUES (1, CONVERT(DateTime,'30/12/1899',103))"_sql);
+    connection().Execute("INSERT INTO PROVA (CODICE, DAL) VALUES (2, CONVERT(DateTime,'01/01/1900',103))"_sql);
+    contract::Statement before;
+    before << "SELECT CODICE FROM PROVA WHERE DAL < CONVERT(DateTime,'";
+    before.text("31/12/1899") << "',103)";
+    EXPECT_EQ(single(before).integer(), 1);
+    contract::Statement after;
+    after << "SELECT CODICE FROM PROVA WHERE DAL > CONVERT(DateTime,'";
+    after.date(*contract::Date::of(1899, 12, 31)) << "',103)";
+    EXPECT_EQ(single(after).integer(), 2);
 }
 
 TEST_P(ConnectionSuite, DateConditionsAndDefaults) {

@@ -37,7 +37,7 @@ void checkDates(std::string_view text) {
         must(date->text() == withoutBlanks(text));
         must(Date::parseIso(date->iso()) == date);
         must(Date::fromDays(date->days()) == date);
-        must(date->year() >= 1900 && date->year() <= 9999);
+        must(date->year() >= 1 && date->year() <= 9999);
     }
     if (const auto date = Date::parseIso(text))
         must(date->iso() == text && Date::parse(date->text()) == date);

@@ -1,6 +1,7 @@
 #include "host/TracingConnection.h"
 
 #include "TestFolder.h"
+#include "host/ServiceJournal.h"
 #include "plugin/contract/RuntimeError.h"
 #include "plugin/contract/Snapshot.h"
 
@@ -71,6 +72,33 @@ TEST_F(Tracing, HandsOverTheExactTextsInOrder) {
                            "BeginTrans", "RollbackTrans"}),
               trace.take());
     EXPECT_TRUE(trace.take().isEmpty());
+}
+
+TEST_F(Tracing, KeepsTheLastHundredThousandAndCountsTheOthers) {
+    trace.setRecording(true);
+    for (int i = 0; i < 100'003; ++i)
+        trace.add(std::to_string(i));
+    const auto kept = trace.take();
+    ASSERT_EQ(100'000, kept.size());
+    EXPECT_EQ("3", kept.front().toStdString());
+    EXPECT_EQ("100002", kept.back().toStdString());
+    EXPECT_EQ(3U, trace.missing());
+    trace.add("dopo");
+    EXPECT_EQ(QStringList{"dopo"}, trace.take());
+    EXPECT_EQ(0U, trace.missing());
+}
+
+TEST(ServiceCalls, TheLastHundredThousandAreKeptAndTheOthersCounted) {
+    host::ServiceJournal journal;
+    journal.setRecording(true);
+    for (int i = 0; i < 100'002; ++i)
+        journal.record(QStringLiteral("S"), QStringLiteral("O"), {{QStringLiteral("n"), i}});
+    const auto kept = journal.take();
+    ASSERT_EQ(100'000, kept.size());
+    EXPECT_EQ(2, kept.first()[QLatin1String("n")].toInt());
+    EXPECT_EQ(2U, journal.missing());
+    EXPECT_TRUE(journal.take().isEmpty());
+    EXPECT_EQ(0U, journal.missing());
 }
 
 TEST_F(Tracing, KeepsAStatementThatFails) {

@@ -237,11 +237,23 @@ TEST_F(OdbcServerValues, NoStatementRunsTwiceThatMayChangeRows) {
 
 TEST_F(OdbcServerValues, ADayThatThisProgramDoesNotKnowIsShownAsItIs) {
     script().answer = [](const std::string&) {
-        return oneRow({{"D", SQL_TYPE_TIMESTAMP, 23, 3}}, {u"1753-01-01 00:00:00"});
+        return oneRow({{"D", SQL_TYPE_TIMESTAMP, 23, 3}}, {u"0000-01-01 00:00:00"});
     };
     contract::Snapshot rows;
     connection.Read("SELECT D FROM PROVA"_sql, rows);
-    EXPECT_EQ("1753-01-01", rows.column(0).value(0).text());
+    EXPECT_EQ("0000-01-01", rows.column(0).value(0).text());
+}
+
+TEST_F(OdbcServerValues, DaysFromTheYear1To9999AreDates) {
+    for (const auto* day : {"0001-01-01", "1752-12-31", "1899-12-30", "2262-04-12", "9999-12-31"}) {
+        script().answer = [day](const std::string&) {
+            const std::string time = std::string(day) + " 00:00:00";
+            return oneRow({{"D", SQL_TYPE_TIMESTAMP, 23, 3}}, {std::u16string(time.begin(), time.end())});
+        };
+        contract::Snapshot rows;
+        connection.Read("SELECT D FROM PROVA"_sql, rows);
+        EXPECT_EQ(contract::Value(*contract::Date::parseIso(day)), rows.column(0).value(0)) << day;
+    }
 }
 
 TEST(OdbcServerGuids, AreReadAsTheirText) {

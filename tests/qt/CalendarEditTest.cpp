@@ -62,6 +62,27 @@ TEST_F(CalendarEditTest, RefusesWhatIsNoDate) {
     EXPECT_EQ(leaveWith("domani"), "");
 }
 
+TEST_F(CalendarEditTest, KeepsADateBefore1900ThatTheProgramHasSet) {
+    field_->setText(QStringLiteral("30/12/1899"));
+    EXPECT_TRUE(field_->hasValidDate());
+    field_->setFocus();
+    other_->setFocus();
+    EXPECT_EQ(field_->text(), QStringLiteral("30/12/1899"));
+    // Typed again it is what stood there; another one so early is none.
+    EXPECT_EQ(leaveWith("30/12/1899"), "30/12/1899");
+    EXPECT_TRUE(field_->hasValidDate());
+    for (const char* early : {"31/12/1899", "31121899", "1/1/1850"})
+        EXPECT_EQ(leaveWith(early), "30/12/1899") << early;
+}
+
+TEST_F(CalendarEditTest, ADateBefore1900ThatIsBeingTypedIsNoneYet) {
+    field_->setText(QStringLiteral("10/05/2024"));
+    field_->setFocus();
+    field_->selectAll();
+    QTest::keyClicks(field_, QStringLiteral("30/12/1899"));
+    EXPECT_FALSE(field_->hasValidDate());
+}
+
 TEST_F(CalendarEditTest, TheLastDateTypedIsWhatComesBack) {
     field_->setText(QStringLiteral("10/05/2024"));
     leaveWith("11/05/2024");

@@ -54,6 +54,23 @@ TEST_F(DataFrameTest, ASaveUpdatesTheRecordOfThatKey) {
     EXPECT_TRUE(errors.empty());
 }
 
+TEST_F(DataFrameTest, ADateBefore1900IsShownAndWrittenBackUnchanged) {
+    auto old = record();
+    old[2] = day("30/12/1899");
+    openOn({old});
+    EXPECT_EQ(date->text(), "30/12/1899");
+    EXPECT_FALSE(frame->changed());
+    script("COD").set(4);
+    EXPECT_EQ(script("CMD_SALVA").click(), QString());
+    EXPECT_EQ(connection->take(),
+              std::vector<std::string>{"UPDATE PARAMETRI SET TIPO = 1, INIZIO = CONVERT(DateTime,'30/12/1899',103), "
+                                       "FLAG = 1, STATO = 4, NOTA = 'prima' WHERE DITTA = 1 AND TIPO = 1 AND INIZIO = "
+                                       "CONVERT(DateTime,'30/12/1899',103) AND FLAG = 1 AND STATO = 3 AND NOTA = "
+                                       "'prima'"});
+    EXPECT_EQ((*data)["INIZIO"], day("30/12/1899"));
+    EXPECT_TRUE(errors.empty());
+}
+
 TEST_F(DataFrameTest, ASaveOfANewRecordInsertsItAndUpdatesItFromThenOn) {
     openOn({});
     script("DATA").set(id("31122024"));

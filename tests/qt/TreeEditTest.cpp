@@ -107,13 +107,23 @@ TEST_F(TreeEdit, EscapeLeavesTheOldDateAndTellsNothing) {
 }
 
 TEST_F(TreeEdit, WhatIsNoDateIsRefused) {
-    for (const char* wrong : {"31/02/2024", "domani", "1", "   "}) {
+    for (const char* wrong : {"31/02/2024", "domani", "1", "   ", "30/12/1899"}) {
         QTest::keyClick(&view(), Qt::Key_F2);
         editor()->selectAll();
         QTest::keyClicks(editor(), QLatin1String(wrong));
         QTest::keyClick(editor(), Qt::Key_Return);
         EXPECT_EQ(told(), (Log{"edited 4 05/01/2024"})) << wrong;
     }
+}
+
+TEST_F(TreeEdit, ADateBefore1900IsShownAndStays) {
+    tree_->setValue(node(4), "START", contract::Value(*contract::Date::of(1899, 12, 30)));
+    EXPECT_EQ(start4(), "30/12/1899");
+    QTest::keyClick(&view(), Qt::Key_F2);
+    EXPECT_EQ(editor()->text(), QStringLiteral("30/12/1899"));
+    QTest::keyClick(editor(), Qt::Key_Return);
+    EXPECT_EQ(told(), (Log{"edited 4 30/12/1899"}));
+    EXPECT_EQ(start4(), "30/12/1899");
 }
 
 TEST_F(TreeEdit, AnEmptiedCellIsNull) {

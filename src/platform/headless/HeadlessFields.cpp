@@ -1,12 +1,13 @@
 #include "platform/headless/HeadlessFields.h"
 
 #include "platform/headless/HostWorkflow.h"
+#include "plugin/contract/TypedDate.h"
 
 namespace platform::headless {
 
 bool HeadlessDateField::type(std::string_view text) {
     const bool blank = text.find_first_not_of(" \t") == std::string_view::npos;
-    if (!usable() || (!blank && !contract::Date::parse(text)))
+    if (!usable() || (!blank && !contract::typedOver(contract::Date::parse(text), contract::Date::parse(text_))))
         return false;
     setFocus();
     text_ = text;

@@ -1,4 +1,5 @@
 #include "platform/headless/HeadlessTree.h"
+#include "plugin/contract/TypedDate.h"
 
 #include <algorithm>
 
@@ -199,7 +200,7 @@ bool HeadlessTree::editCell(Node node, std::string_view column, std::string_view
     contract::Value value = contract::Value::null();
     if (columnOf(column).kind != contract::TreeColumnKind::date)
         value = text;
-    else if (const auto date = contract::Date::parse(text))
+    else if (const auto date = contract::typedOver(contract::Date::parse(text), this->value(node, column).date()))
         value = *date;
     else if (!text.empty())
         return false;

@@ -2,7 +2,7 @@
 
 #include "platform/qt/Appearance.h"
 #include "platform/qt/TreeGlyphs.h"
-#include "plugin/contract/Date.h"
+#include "plugin/contract/TypedDate.h"
 
 #include <QAction>
 #include <QCalendarWidget>
@@ -40,8 +40,9 @@ std::optional<Date> shortDateOf(const QString& text) {
     if (!match.hasMatch())
         return std::nullopt;
     const int year = match.captured(3).toInt();
-    return Date::of(match.captured(3).size() == 2 ? 2000 + year : year, match.captured(2).toInt(),
-                    match.captured(1).toInt());
+    const auto date = Date::of(match.captured(3).size() == 2 ? 2000 + year : year, match.captured(2).toInt(),
+                               match.captured(1).toInt());
+    return contract::typedOver(date, std::nullopt);
 }
 
 QIcon calendarIcon(const QColor& color) {
@@ -79,7 +80,9 @@ void CalendarEdit::remember() {
 }
 
 bool CalendarEdit::hasValidDate() const {
-    return dateOf(text()).has_value();
+    // What the program has set may lie before the days that can be typed.
+    const auto stood = isModified() ? dateOf(accepted_) : dateOf(text());
+    return contract::typedOver(dateOf(text()), stood).has_value();
 }
 
 void CalendarEdit::complete() {

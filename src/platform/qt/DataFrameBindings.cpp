@@ -3,6 +3,7 @@
 #include "platform/qt/ColumnTypes.h"
 #include "platform/qt/DataFrameControl.h"
 #include "plugin/contract/RuntimeError.h"
+#include "plugin/contract/TypedDate.h"
 
 namespace platform::qt {
 
@@ -19,11 +20,11 @@ std::string trimmed(const std::string& content) {
                                       : content.substr(first, content.find_last_not_of(' ') - first + 1);
 }
 
-Value dateValue(const std::string& field, const std::string& content) {
+Value dateValue(const std::string& field, const std::string& content, bool valid) {
     if (trimmed(content).empty())
         return Value::null();
     const auto date = Date::parse(content);
-    if (!date)
+    if (!date || !valid)
         throw RuntimeError(RuntimeError::typeMismatch,
                            "Il campo " + field + " contiene \"" + content + "\", che non è una data.");
     return *date;
@@ -51,7 +52,7 @@ void DataFrameControl::bindField(contract::DateField& control, std::string_view 
                {column,
                 nullptr,
                 [&control] { return control.text(); },
-                [&control, column] { return dateValue(column, control.text()); },
+                [&control, column] { return dateValue(column, control.text(), control.hasValidDate()); },
                 [&control](const Value& value) { control.setText(dateText(value)); },
                 {}});
 }
@@ -100,8 +101,10 @@ Value DataFrameControl::textValue(const std::string& field, const std::string& c
     const FieldType type = column ? records_->rows().fields()[*column].type : FieldType::varWChar;
     if (content.empty() || (!holdsDate(type) && holdsNumber(type) && trimmed(content).empty()))
         return Value::null();
-    if (holdsDate(type))
-        return dateValue(field, content);
+    if (holdsDate(type)) {
+        const auto stood = records_->Empty() ? std::nullopt : (*records_)[field].date();
+        return dateValue(field, content, contract::typedOver(Date::parse(content), stood).has_value());
+    }
     if (!holdsNumber(type))
         return content;
     const auto number = Value(content).integer();

@@ -2,6 +2,7 @@
 
 #include "platform/qt/CaptionedControl.h"
 #include "plugin/contract/RuntimeError.h"
+#include "plugin/contract/TypedDate.h"
 
 #include <algorithm>
 #include <exception>
@@ -226,7 +227,8 @@ bool TreeModel::setData(const QModelIndex& index, const QVariant& value, int rol
     if (role != Qt::EditRole || !editable(index.column()))
         return false;
     const auto typed = value.toString().toStdString();
-    const auto date = contract::Date::parse(typed);
+    const auto stood = this->value(position(index), index.column()).date();
+    const auto date = contract::typedOver(contract::Date::parse(typed), stood);
     if (!date && !value.toString().isEmpty())
         return false;
     setValue(position(index), index.column(), date ? Value(*date) : Value::null());

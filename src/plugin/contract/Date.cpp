@@ -9,8 +9,8 @@ namespace contract {
 
 namespace {
 
-constexpr std::int32_t firstDay = -25567; // 01/01/1900
-constexpr std::int32_t lastDay = 2932896; // 31/12/9999
+constexpr std::int32_t firstDay = -719162; // 01/01/0001
+constexpr std::int32_t lastDay = 2932896;  // 31/12/9999
 
 std::optional<int> digits(std::string_view text) {
     int value = 0;
@@ -36,7 +36,7 @@ void put(char* at, int value, int count) {
 } // namespace
 
 std::optional<Date> Date::of(int year, int month, int day) {
-    if (year < 1900 || year > 9999 || month < 1 || month > 12 || day < 1 || day > 31)
+    if (year < 1 || year > 9999 || month < 1 || month > 12 || day < 1 || day > 31)
         return std::nullopt;
     const std::chrono::year_month_day date{std::chrono::year{year}, std::chrono::month{static_cast<unsigned>(month)},
                                            std::chrono::day{static_cast<unsigned>(day)}};

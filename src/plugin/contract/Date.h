@@ -8,13 +8,13 @@
 
 namespace contract {
 
-/// A calendar day from 01/01/1900 to 31/12/9999: no time of day, no time zone.
+/// A calendar day from 01/01/0001 to 31/12/9999: no time of day, no time zone. What a person types begins later.
 class Date {
 public:
     /// 01/01/1900.
     Date() = default;
 
-    /// The day of these numbers: year [1900, 9999], month [1, 12], day [1, 31]. Nothing when there is no such day.
+    /// The day of these numbers: year [1, 9999], month [1, 12], day [1, 31]. Nothing when there is no such day.
     static std::optional<Date> of(int year, int month, int day);
 
     /// The day written as exactly "dd/mm/yyyy" (two, two and four digits); blanks around it are passed over.
