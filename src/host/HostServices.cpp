@@ -75,7 +75,7 @@ std::shared_ptr<contract::VirtualFrameHandler> HostVirtualFrame::newFieldList() 
     return std::make_shared<FrameHandler>(context_);
 }
 
-std::shared_ptr<contract::Connection> HostConnectionProvider::newConnection() {
+std::shared_ptr<TracingConnection> newFormConnection(const std::shared_ptr<HostContext>& context) {
     // The connection is traced into the context, so it holds on to it.
     struct Held : TracingConnection {
         explicit Held(std::shared_ptr<HostContext> owner)
@@ -83,7 +83,17 @@ std::shared_ptr<contract::Connection> HostConnectionProvider::newConnection() {
         }
         std::shared_ptr<HostContext> context;
     };
-    return std::make_shared<Held>(context_);
+    auto connection = std::make_shared<Held>(context);
+    connection->beforeWriting = [held = connection.get()] {
+        if (held->context->states)
+            held->context->states->prepare();
+    };
+    context->formConnections.add(connection);
+    return connection;
+}
+
+std::shared_ptr<contract::Connection> HostConnectionProvider::newConnection() {
+    return newFormConnection(context_);
 }
 
 void HostAccountLink::linkCustomer() {
