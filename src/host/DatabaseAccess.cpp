@@ -75,9 +75,12 @@ void readAgainWhenLost(contract::Connection& connection, const contract::Stateme
         connection.Read(statement, rows);
     } catch (const contract::RuntimeError&) {
         const auto records = connection.Errors();
-        const bool lost = std::any_of(records.begin(), records.end(), [](const auto& record) {
-            return record.category == contract::ErrorCategory::lostConnection;
-        });
+        const auto has = [&records](contract::ErrorCategory category) {
+            return std::any_of(records.begin(), records.end(),
+                               [category](const auto& record) { return record.category == category; });
+        };
+        // With a time-out the connection goes too, but who asks again only waits again.
+        const bool lost = has(contract::ErrorCategory::lostConnection) && !has(contract::ErrorCategory::timeout);
         if (!lost || connection.InTransaction())
             throw;
         connection.Read(statement, rows);

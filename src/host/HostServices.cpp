@@ -1,6 +1,7 @@
 #include "host/HostServices.h"
 
 #include "host/AccountWindow.h"
+#include "host/CommandWaits.h"
 #include "host/DatabaseAccess.h"
 #include "host/TracingConnection.h"
 #include "platform/qt/Appearance.h"
@@ -25,6 +26,9 @@ int HostLogClass::ShowError(std::string_view application, std::string_view capti
     const contract::RuntimeError error = error_.value_or(contract::RuntimeError(0, ""));
     const int answer = context_->dialogs.showError(caption, procedure, error, records_, style);
     context_->errorLog.record({application, caption, procedure, error, records_, answer});
+    // Who has it tried again waits again.
+    if (answer == contract::message::answerRetry)
+        CommandWaits::commandBegins();
     // A later error that came from no database must not show this one's records.
     records_.clear();
     error_.reset();

@@ -170,3 +170,19 @@ TEST_F(Faults, ATableThatIsGoneIsNamed) {
     EXPECT_FALSE(program.ids(origTree).empty());
     EXPECT_EQ(program.finish(), 0);
 }
+
+TEST_F(Faults, ACommandWaitsForALockOnceAndEachNextOneAgain) {
+    Dialogue program(place_);
+    aim(program);
+    Database other(place_.database());
+    other.run("BEGIN EXCLUSIVE");
+    // The list of the distinte, the trees and the details are all read, and all in vain.
+    program.must(R"({"do":"answer","values":[4,3]})");
+    const auto all = errors(program.select(origList, QStringLiteral("C2")));
+    EXPECT_GE(all.size(), 2U);
+    for (const auto& said : all)
+        EXPECT_TRUE(contains(said, "Lo occupa «test_e2e» (processo ")) << said;
+    other.run("ROLLBACK");
+    EXPECT_TRUE(errors(program.select(origList, QStringLiteral("C1"))).empty());
+    EXPECT_EQ(program.finish(), 0);
+}

@@ -96,7 +96,7 @@ void Connection::openFile() {
 }
 
 void Connection::configure(int busyWait) {
-    sqlite3_busy_timeout(database_.get(), busyWait);
+    busyWait_.attach(database_.get(), file_, busyWait);
     // EXTRA is FULL, and also makes the deletion of the journal durable, which is the moment of the commit.
     runNative("PRAGMA cache_size = -65536; PRAGMA temp_store = MEMORY; PRAGMA foreign_keys = OFF; "
               "PRAGMA synchronous = EXTRA");

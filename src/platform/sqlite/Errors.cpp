@@ -1,6 +1,7 @@
 #include "platform/sqlite/Errors.h"
 
 #include "platform/shared/Outcome.h"
+#include "platform/sqlite/BusyWait.h"
 #include "plugin/contract/RuntimeError.h"
 
 #include <sqlite3.h>
@@ -133,7 +134,11 @@ void fail(contract::ErrorList& errors, sqlite3* database, int code, std::string_
         message = sqlite3_errmsg(database);
     }
     errors.assign(1, recordOf(number, message));
-    throw contract::RuntimeError(contract::RuntimeError::database, describe(operation, file, errors.front()));
+    std::string text = describe(operation, file, errors.front());
+    if (errors.front().category == ErrorCategory::locked)
+        if (const std::string holder = lockHolder(std::string(file)); !holder.empty())
+            text += " Lo occupa " + holder + ".";
+    throw contract::RuntimeError(contract::RuntimeError::database, std::move(text));
 }
 
 void fail(contract::ErrorList& errors, ErrorCategory category, std::string_view description, std::string_view operation,
