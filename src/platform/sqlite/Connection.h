@@ -66,6 +66,7 @@ private:
     void openFile();
     void configure(int busyWait);
     void checkOpen(std::string_view operation);
+    void checkInPlace(std::string_view operation);
     void checkTransactionAlive(std::string_view operation);
     PreparedStatement& prepare(const contract::Statement& statement, std::string_view operation);
     void bind(PreparedStatement& prepared, const contract::Statement& statement, std::string_view operation);
