@@ -7,9 +7,11 @@
 #include "host/HostSession.h"
 #include "host/MainWindow.h"
 #include "host/StateStore.h"
+#include "host/StateTables.h"
 #include "platform/qt/Appearance.h"
 #include "platform/qt/Scriptable.h"
 #include "platform/qt/Session.h"
+#include "platform/sqlite/DatabaseFile.h"
 
 #include <QApplication>
 #include <QJsonArray>
@@ -133,7 +135,9 @@ void searchInVain(benchmark::State& state) {
 
 void stateStore(benchmark::State& state) {
     const QTemporaryDir folder;
-    host::StateStore store(folder.filePath("prova").toStdString(), [](auto) {});
+    const std::string file = folder.filePath("prova").toStdString();
+    platform::sqlite::createDatabase(file, host::stateSchema());
+    host::StateStore store(file, [](auto) {});
     std::int64_t number = 0;
     for (auto _ : state) {
         for (std::int64_t i = 0; i < state.range(0); ++i)

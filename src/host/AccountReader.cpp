@@ -4,6 +4,8 @@
 #include "host/Text.h"
 #include "plugin/contract/Snapshot.h"
 
+#include <QLocale>
+
 #include <optional>
 
 namespace host {
@@ -13,6 +15,18 @@ using contract::Snapshot;
 using contract::Statement;
 
 namespace {
+
+/// A text as a card can show it: one that no card has room for is cut, and says so.
+QString shown(const std::string& text) {
+    constexpr qsizetype longest = 400;
+    const QString all = toQt(text).trimmed();
+    if (all.size() <= longest)
+        return all;
+    // Not within a pair of surrogates.
+    const qsizetype end = all.at(longest).isLowSurrogate() ? longest - 1 : longest;
+    return QStringLiteral("%1… (testo tagliato: in tutto %2 caratteri)")
+        .arg(all.first(end), QLocale(QLocale::Italian).toString(all.size()));
+}
 
 /// Rows of one table by its keys; small single reads, since a card is opened once and again and needs no speed.
 class Reader {
@@ -42,7 +56,7 @@ private:
     /// Text of a field of the first row; empty without rows.
     static QString text(const Snapshot& rows, std::string_view field) {
         const auto at = rows.find(field);
-        return at && rows.rowCount() > 0 ? toQt(rows.column(*at).value(0).text()).trimmed() : QString();
+        return at && rows.rowCount() > 0 ? shown(rows.column(*at).value(0).text()) : QString();
     }
     static std::optional<std::int64_t> number(const Snapshot& rows, std::string_view field) {
         const auto at = rows.find(field);
@@ -159,7 +173,7 @@ private:
             << " ORDER BY QZ01_CODICE, QZ02_DATAINIZIOVAL";
         const Snapshot rows = rowsOf(statement);
         for (std::size_t row = 0; row < rows.rowCount(); ++row) {
-            const auto cell = [&](std::size_t column) { return toQt(rows.column(column).value(row).text()).trimmed(); };
+            const auto cell = [&](std::size_t column) { return shown(rows.column(column).value(row).text()); };
             sheet_.links.push_back(QStringList{cell(0) + QLatin1Char('-') + cell(1),
                                                parentOf(rows.column(4).integer(row)), cell(2), cell(3)});
         }

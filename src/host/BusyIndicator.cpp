@@ -41,15 +41,19 @@ void BusyIndicator::statementDone(std::uint64_t statements) {
     statements_ = statements;
     if (command_.elapsed() < patience || (showing_ && painted_.elapsed() < repaintInterval))
         return;
+    tell(QStringLiteral("%1: in corso da %2 s, %3 istruzioni eseguite…")
+             .arg(name_.isEmpty() ? QStringLiteral("Elaborazione") : name_)
+             .arg(command_.elapsed() / 1000)
+             .arg(statements_ - before_));
+}
+
+void BusyIndicator::tell(const QString& text) {
     if (!showing_) {
         showing_ = true;
         QApplication::setOverrideCursor(Qt::WaitCursor);
     }
     painted_.start();
-    show_(QStringLiteral("%1: in corso da %2 s, %3 istruzioni eseguite…")
-              .arg(name_.isEmpty() ? QStringLiteral("Elaborazione") : name_)
-              .arg(command_.elapsed() / 1000)
-              .arg(statements_ - before_));
+    show_(text);
 }
 
 void BusyIndicator::rememberCommand(QObject* used) {

@@ -28,6 +28,8 @@ public:
 
     /// A statement has run; statements: so far in the session.
     void statementDone(std::uint64_t statements);
+    /// Shows a text of its own in this place at once, until the command ends or its next statement has run.
+    void tell(const QString& text);
     bool showing() const { return showing_; }
 
     bool eventFilter(QObject* watched, QEvent* event) override;

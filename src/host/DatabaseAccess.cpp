@@ -1,5 +1,6 @@
 #include "host/DatabaseAccess.h"
 
+#include "host/StateTables.h"
 #include "platform/odbc/Connection.h"
 #include "platform/odbc/DatabaseTables.h"
 #include "platform/sqlite/Connection.h"
@@ -74,9 +75,12 @@ void readAgainWhenLost(contract::Connection& connection, const contract::Stateme
         connection.Read(statement, rows);
     } catch (const contract::RuntimeError&) {
         const auto records = connection.Errors();
-        const bool lost = std::any_of(records.begin(), records.end(), [](const auto& record) {
-            return record.category == contract::ErrorCategory::lostConnection;
-        });
+        const auto has = [&records](contract::ErrorCategory category) {
+            return std::any_of(records.begin(), records.end(),
+                               [category](const auto& record) { return record.category == category; });
+        };
+        // With a time-out the connection goes too, but who asks again only waits again.
+        const bool lost = has(contract::ErrorCategory::lostConnection) && !has(contract::ErrorCategory::timeout);
         if (!lost || connection.InTransaction())
             throw;
         connection.Read(statement, rows);
@@ -91,14 +95,20 @@ void checkTables(contract::Connection& connection, const contract::Schema& schem
 }
 
 std::unique_ptr<StateStore> openStates(std::string_view connectionString, contract::Connection& connection,
-                                       std::function<void(std::function<void()>)> later) {
+                                       std::function<void(std::function<void()>)> later,
+                                       StateStore::UnderWay underWay) {
     const auto* server = dynamic_cast<platform::odbc::Connection*>(&connection);
-    if (server == nullptr)
-        return std::make_unique<StateStore>(embeddedPath(connectionString), std::move(later));
-    // Two transactions on one file would wait for each other, whatever way they come to it.
-    if (server->engine() == platform::odbc::Engine::sqlite)
-        return std::make_unique<StateStore>(server->databaseName(), std::move(later));
-    return std::make_unique<StateStore>(std::make_unique<platform::odbc::Connection>(connectionString));
+    if (server != nullptr && server->engine() != platform::odbc::Engine::sqlite)
+        return std::make_unique<StateStore>(std::make_unique<platform::odbc::Connection>(connectionString));
+    const std::string path = server != nullptr ? server->databaseName() : embeddedPath(connectionString);
+    openStateCompanion(path); // one that can not be read is better said now than when a state is looked for
+    auto states = std::make_unique<StateStore>(path, std::move(later), std::move(underWay));
+    try {
+        states->prepare();
+    } catch (const contract::RuntimeError&) {
+        // Another program is at work, or nothing may be written: it is tried again, and said, before the first write.
+    }
+    return states;
 }
 
 } // namespace host

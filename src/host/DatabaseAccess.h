@@ -44,9 +44,10 @@ void readAgainWhenLost(contract::Connection& connection, const contract::Stateme
 /// Throws RuntimeError (database) that says which table or column of the schema an open database lacks.
 void checkTables(contract::Connection& connection, const contract::Schema& schema);
 
-/// The workflow states that belong to a database, over a connection of their own: a file beside an embedded one, the
-/// host's tables on a server. connection: to the database, open. later: see StateStore.
+/// The workflow states that belong to a database; embedded, their tables are there where they could be made.
+/// connection: to the database, open. later, underWay: see StateStore. Throws RuntimeError where what is there of the
+/// states does not serve.
 std::unique_ptr<StateStore> openStates(std::string_view connectionString, contract::Connection& connection,
-                                       std::function<void(std::function<void()>)> later);
+                                       std::function<void(std::function<void()>)> later, StateStore::UnderWay underWay);
 
 } // namespace host

@@ -3,7 +3,7 @@
 #include "host/DatabaseAccess.h"
 #include "host/DemoDatabase.h"
 #include "host/StartFailure.h"
-#include "host/StateStore.h"
+#include "host/StateTables.h"
 #include "host/UserFolders.h"
 #include "platform/odbc/Connection.h"
 #include "platform/odbc/DatabaseTables.h"
@@ -40,19 +40,20 @@ void refuseExistingTables(const std::string& path, const contract::Schema& schem
 }
 
 void createInFile(const std::string& path, const contract::Schema& schema, std::optional<std::int64_t> demoSize) {
-    refuseExistingTables(path, schema);
+    const contract::Schema all = withStates(schema);
+    refuseExistingTables(path, all);
     if (demoSize)
         createDemoDatabase(path, schema, *demoSize);
     else
-        platform::sqlite::createDatabase(path, schema);
+        platform::sqlite::createDatabase(path, all);
+    leaveStateCompanion(path);
 }
 
 void createOnServer(const std::string& connectionString, const contract::Schema& schema,
                     std::optional<std::int64_t> demoSize) {
     platform::odbc::Connection connection(connectionString);
     connection.Open();
-    const bool server = connection.engine() == platform::odbc::Engine::server;
-    const contract::Schema all = server ? StateStore::beside(schema) : schema;
+    const contract::Schema all = withStates(schema);
     if (const auto table = platform::odbc::existingTable(connection, all))
         throw StartFailure(ExitStatus::refused,
                            "il database \"" + connection.name() + "\" contiene già la tabella " + *table);
@@ -85,7 +86,7 @@ std::string prepareDefaultDatabase(const contract::Schema& schema) {
     const std::string making = path.string() + ".nuovo" + std::to_string(::getpid());
     const auto discard = [&] {
         std::error_code ignored;
-        for (const std::string& file : {making, making + "-journal", StateStore::fileOf(making)})
+        for (const std::string& file : {making, making + "-journal"})
             fs::remove(file, ignored);
     };
     try {
@@ -94,10 +95,7 @@ std::string prepareDefaultDatabase(const contract::Schema& schema) {
         discard();
         throw;
     }
-    // The states first: a database that stands is complete.
-    fs::rename(StateStore::fileOf(making), StateStore::fileOf(path.string()), error);
-    if (!error)
-        fs::rename(making, path, error);
+    fs::rename(making, path, error);
     if (error) {
         discard();
         fail("il database \"" + path.string() + "\" non si può creare: " + error.message());

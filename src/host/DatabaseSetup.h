@@ -19,8 +19,8 @@ std::optional<std::string> wantedDatabase(const CommandLine& line, const std::op
 /// it is whole.
 std::string prepareDefaultDatabase(const contract::Schema& schema);
 
-/// Makes the tables, with or without the demo companies, in a file that is empty or not there, or in a server's
-/// database with the host's own tables for workflow states. Status 1 when one of the tables exists, 3 when the database
+/// Makes the tables and the host's own for workflow states, with or without the demo companies, in a file that is empty
+/// or not there, or in a server's database. Status 1 when one of the tables exists, 3 when the database
 /// can not be opened or made.
 void createDatabase(const std::string& connectionString, const contract::Schema& schema,
                     std::optional<std::int64_t> demoSize);

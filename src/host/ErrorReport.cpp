@@ -1,5 +1,6 @@
 #include "host/ErrorReport.h"
 
+#include "host/CommandWaits.h"
 #include "plugin/contract/Host.h"
 
 namespace host {
@@ -8,6 +9,8 @@ int reportError(HostContext& context, std::string_view caption, const contract::
                 const contract::ErrorList& records) {
     const int answer = context.dialogs.showError(caption, caption, error, records, contract::message::errorDisplay);
     context.errorLog.record({"distinte", caption, caption, error, records, answer});
+    if (answer == contract::message::answerRetry)
+        CommandWaits::commandBegins();
     return answer;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/ErrorLog.h"
+#include "host/FormConnections.h"
 #include "host/ServiceJournal.h"
 #include "host/StateStore.h"
 #include "host/TraceLog.h"
@@ -38,9 +39,14 @@ struct HostContext {
 
     /// The host's own connection, open, for its own windows; nothing of it is traced.
     std::shared_ptr<contract::Connection> connection;
+    FormConnections formConnections;
     std::unique_ptr<StateStore> states;
     QPointer<QWidget> window;
     std::function<void(const QString&)> statusText;
 };
+
+/// A connection for the component, not open: traced, and known to the context. The states that wait are committed
+/// before it begins a transaction. It holds on to the context.
+std::shared_ptr<TracingConnection> newFormConnection(const std::shared_ptr<HostContext>& context);
 
 } // namespace host

@@ -1,6 +1,7 @@
 #include "host/HostServices.h"
 
 #include "host/AccountWindow.h"
+#include "host/CommandWaits.h"
 #include "host/DatabaseAccess.h"
 #include "host/TracingConnection.h"
 #include "platform/qt/Appearance.h"
@@ -25,6 +26,9 @@ int HostLogClass::ShowError(std::string_view application, std::string_view capti
     const contract::RuntimeError error = error_.value_or(contract::RuntimeError(0, ""));
     const int answer = context_->dialogs.showError(caption, procedure, error, records_, style);
     context_->errorLog.record({application, caption, procedure, error, records_, answer});
+    // Who has it tried again waits again.
+    if (answer == contract::message::answerRetry)
+        CommandWaits::commandBegins();
     // A later error that came from no database must not show this one's records.
     records_.clear();
     error_.reset();
@@ -75,7 +79,7 @@ std::shared_ptr<contract::VirtualFrameHandler> HostVirtualFrame::newFieldList() 
     return std::make_shared<FrameHandler>(context_);
 }
 
-std::shared_ptr<contract::Connection> HostConnectionProvider::newConnection() {
+std::shared_ptr<TracingConnection> newFormConnection(const std::shared_ptr<HostContext>& context) {
     // The connection is traced into the context, so it holds on to it.
     struct Held : TracingConnection {
         explicit Held(std::shared_ptr<HostContext> owner)
@@ -83,7 +87,17 @@ std::shared_ptr<contract::Connection> HostConnectionProvider::newConnection() {
         }
         std::shared_ptr<HostContext> context;
     };
-    return std::make_shared<Held>(context_);
+    auto connection = std::make_shared<Held>(context);
+    connection->beforeWriting = [held = connection.get()] {
+        if (held->context->states)
+            held->context->states->prepare();
+    };
+    context->formConnections.add(connection);
+    return connection;
+}
+
+std::shared_ptr<contract::Connection> HostConnectionProvider::newConnection() {
+    return newFormConnection(context_);
 }
 
 void HostAccountLink::linkCustomer() {

@@ -72,8 +72,13 @@ void HostSession::openDatabase() {
         checkTables(*connection, component_.schema());
         context_->connection = connection;
         context_->states = openStates(
-            context_->connectionString, *connection, [context = std::weak_ptr(context_)](std::function<void()> action) {
+            context_->connectionString, *connection,
+            [context = std::weak_ptr(context_)](std::function<void()> action) {
                 QTimer::singleShot(0, qApp, [context, action = std::move(action)] { keepStates(context, action); });
+            },
+            [context = std::weak_ptr(context_)]() -> contract::Connection* {
+                const auto held = context.lock();
+                return held ? held->formConnections.inTransaction() : nullptr;
             });
         const auto all = settings_.company ? std::vector<std::int64_t>{*settings_.company} : companies();
         context_->company = all.empty() ? 1 : all.front();

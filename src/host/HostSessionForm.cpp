@@ -2,14 +2,12 @@
 
 #include "host/ClassProperties.h"
 #include "host/ComponentLibrary.h"
-#include "host/DatabaseAccess.h"
 #include "host/HostContext.h"
 #include "host/HostGlobal.h"
 #include "host/HostServices.h"
 #include "host/HostSession.h"
 #include "host/ObjectModels.h"
 #include "host/Text.h"
-#include "host/TracingConnection.h"
 #include "plugin/contract/Form.h"
 
 #include <QTimer>
@@ -89,7 +87,7 @@ QString HostSession::openForm(const QJsonObject& properties) {
 
 void HostSession::giveContext() {
     auto& plugin = class_->plugin();
-    auto traced = std::make_shared<TracingConnection>(newConnection(context_->connectionString), context_->trace);
+    auto traced = newFormConnection(context_);
     traced->Open();
     plugin.Connection(traced);
     plugin.ClsGlobal(global_);

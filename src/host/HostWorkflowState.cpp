@@ -74,7 +74,9 @@ std::vector<std::string> HostWorkflowState::descriptions(const std::vector<std::
 
 std::map<std::int64_t, std::string> HostWorkflowState::states() {
     contract::Snapshot rows;
-    readAgainWhenLost(*context_->connection,
+    // Another connection would wait for a transaction that is under way on an embedded file.
+    auto* underWay = context_->states->underWay();
+    readAgainWhenLost(underWay != nullptr ? *underWay : *context_->connection,
                       contract::Statement("SELECT WF02_ID, WF02_DESCR FROM WF02_STATI ORDER BY WF02_ID"), rows);
     std::map<std::int64_t, std::string> all;
     for (std::size_t row = 0; row < rows.rowCount(); ++row)

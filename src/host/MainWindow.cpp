@@ -2,6 +2,7 @@
 
 #include "host/AppIcon.h"
 #include "host/BusyIndicator.h"
+#include "host/CommandWaits.h"
 #include "host/ConnectionDialog.h"
 #include "host/DatabaseAccess.h"
 #include "host/DialogButtons.h"
@@ -212,6 +213,12 @@ void MainWindow::attach(HostSession& session) {
         if (name == detailsAction_->objectName())
             detailsAction_->toggle();
     });
+    new CommandWaits(
+        [this](const QString& text) {
+            if (busy_ != nullptr)
+                busy_->tell(text);
+        },
+        this);
     // A script answers line by line; there is nobody to wait, and nobody's input to drop.
     if (settings_ != nullptr) {
         busy_ = new BusyIndicator(

@@ -1,5 +1,6 @@
 #include "host/ScriptRunner.h"
 
+#include "host/CommandWaits.h"
 #include "host/StartFailure.h"
 #include "plugin/contract/RuntimeError.h"
 
@@ -127,6 +128,7 @@ void ScriptRunner::runLine(const ScriptLine& line) {
     Turn turn;
     turn.place = QStringLiteral("riga %1").arg(line.number);
     turns_.append(&turn);
+    CommandWaits::commandBegins();
     QJsonObject reply = carryOut([&] { return ScriptRequest::parse(line.text); }, turn.place);
     collectMessages(turn);
     if (!turn.answered)

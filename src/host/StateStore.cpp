@@ -1,17 +1,17 @@
 #include "host/StateStore.h"
 
 #include "host/DatabaseAccess.h"
+#include "host/StateTables.h"
 #include "platform/odbc/Connection.h"
 #include "platform/odbc/DatabaseTables.h"
 #include "platform/odbc/Literals.h"
 #include "platform/sqlite/Connection.h"
-#include "platform/sqlite/DatabaseFile.h"
 #include "plugin/contract/Date.h"
 #include "plugin/contract/RuntimeError.h"
 #include "plugin/contract/Snapshot.h"
 
 #include <algorithm>
-#include <filesystem>
+#include <utility>
 
 namespace host {
 
@@ -41,38 +41,11 @@ bool isGuid(std::string_view text) {
 
 } // namespace
 
-contract::Schema StateStore::beside(contract::Schema other) {
-    const auto& own = schema().tables;
-    other.tables.insert(other.tables.end(), own.begin(), own.end());
-    return other;
+StateStore::StateStore(std::string databasePath, std::function<void(std::function<void()>)> later, UnderWay underWay)
+    : path_(std::move(databasePath)), later_(std::move(later)), underWay_(std::move(underWay)) {
 }
 
-const contract::Schema& StateStore::schema() {
-    using contract::ColumnType;
-    static const contract::Schema tables{{
-        {"STATI_LEGAME",
-         {{"STATI_GUID", ColumnType::guid, false}, {"STATI_ID_WF02", ColumnType::integer, false}},
-         {"STATI_GUID"},
-         {}},
-        {"STATI_STORIA",
-         {{"STORIA_ID", ColumnType::identity, false},
-          {"STORIA_GUID", ColumnType::guid, false},
-          {"STORIA_ID_WF02", ColumnType::integer, false},
-          {"STORIA_GUIDORIG", ColumnType::guid},
-          {"STORIA_UTENTE", ColumnType::text, true, 50},
-          {"STORIA_DATA", ColumnType::date}},
-         {"STORIA_ID"},
-         {{"IX_STORIA_GUID", {"STORIA_GUID"}}}},
-    }};
-    return tables;
-}
-
-StateStore::StateStore(const std::string& databasePath, std::function<void(std::function<void()>)> later)
-    : path_(fileOf(databasePath)), later_(std::move(later)) {
-}
-
-StateStore::StateStore(std::unique_ptr<platform::odbc::Connection> connection)
-    : connection_(std::move(connection)), server_(static_cast<platform::odbc::Connection*>(connection_.get())) {
+StateStore::StateStore(std::unique_ptr<platform::odbc::Connection> connection) : server_(std::move(connection)) {
 }
 
 StateStore::~StateStore() {
@@ -81,47 +54,79 @@ StateStore::~StateStore() {
         commit();
     } catch (const contract::RuntimeError&) {
         // The connection rolls back; there is nobody left to tell.
-        connection_.reset();
+        file_.reset();
     }
 }
 
-contract::Connection* StateStore::open(bool create) {
-    return server_ != nullptr ? openServer(create) : openFile(create);
+contract::Connection* StateStore::underWay() const {
+    return underWay_ ? underWay_() : nullptr;
 }
 
 contract::Connection* StateStore::openServer(bool create) {
     if (!server_->IsOpen())
         server_->Open();
     if (!tablesThere_) {
-        tablesThere_ = platform::odbc::columnsOf(*server_, schema().tables.front().name).has_value();
+        tablesThere_ = platform::odbc::columnsOf(*server_, stateSchema().tables.front().name).has_value();
         if (!tablesThere_ && create) {
-            platform::odbc::createTables(*server_, schema());
+            platform::odbc::createTables(*server_, stateSchema());
             tablesThere_ = true;
         }
     }
-    return tablesThere_ ? server_ : nullptr;
+    return tablesThere_ ? server_.get() : nullptr;
 }
 
-contract::Connection* StateStore::openFile(bool create) {
-    if (connection_)
-        return connection_.get();
-    std::error_code ignored;
-    const bool exists = std::filesystem::exists(path_, ignored) && std::filesystem::file_size(path_, ignored) > 0;
-    if (!exists && !create)
-        return nullptr;
-    if (!exists)
-        platform::sqlite::createDatabase(path_, schema());
-    auto connection =
-        std::make_unique<platform::sqlite::Connection>(std::string(platform::sqlite::Connection::scheme) + path_);
-    connection->Open();
-    connection_ = std::move(connection);
-    return connection_.get();
+platform::sqlite::Connection& StateStore::openFile() {
+    if (!file_) {
+        auto connection =
+            std::make_unique<platform::sqlite::Connection>(std::string(platform::sqlite::Connection::scheme) + path_);
+        connection->Open();
+        file_ = std::move(connection);
+    }
+    return *file_;
+}
+
+// The connection that sees what has been written; null where there are no states. A companion that could not be taken
+// in yet, because nothing may be written, is read as it is.
+contract::Connection* StateStore::reading() {
+    if (server_)
+        return openServer(false);
+    if (auto* other = tablesThere_ ? underWay() : nullptr)
+        return other;
+    auto& file = openFile();
+    tablesThere_ = tablesThere_ || file.catalog().columns(stateSchema().tables.front().name) != nullptr;
+    if (tablesThere_)
+        return &file;
+    if (!companion_)
+        companion_ = openStateCompanion(path_);
+    return companion_.get();
+}
+
+void StateStore::prepareFile() {
+    if (prepared_)
+        return;
+    auto& file = openFile();
+    try {
+        companion_.reset();
+        prepareStateTables(file);
+    } catch (const contract::RuntimeError&) {
+        errors_ = file.Errors();
+        file_.reset();
+        throw;
+    }
+    prepared_ = tablesThere_ = !file.isReadOnly();
+}
+
+void StateStore::prepare() {
+    if (server_)
+        return;
+    commit();
+    prepareFile();
 }
 
 // One spelling; empty for what can have no state.
 std::string StateStore::keyOf(std::string_view guid) const {
     std::string key = normal(guid);
-    return server_ == nullptr || isGuid(key) ? key : std::string();
+    return !server_ || isGuid(key) ? key : std::string();
 }
 
 std::optional<std::int64_t> StateStore::state(std::string_view guid) {
@@ -135,12 +140,12 @@ std::vector<std::optional<std::int64_t>> StateStore::states(const std::vector<st
     for (const auto& guid : guids)
         keys.push_back(keyOf(guid));
     const bool any = std::any_of(keys.begin(), keys.end(), [](const auto& key) { return !key.empty(); });
-    auto* connection = any ? open(false) : nullptr;
+    auto* connection = any ? reading() : nullptr;
     if (connection == nullptr)
         return found;
     // A file answers one at a time as fast; a server is asked once for a screen.
     constexpr std::size_t mostAtOnce = 100;
-    const std::size_t atOnce = server_ != nullptr ? mostAtOnce : 1;
+    const std::size_t atOnce = server_ ? mostAtOnce : 1;
     for (std::size_t first = 0; first < keys.size(); first += atOnce) {
         const std::size_t last = std::min(keys.size(), first + atOnce);
         Statement statement("SELECT STATI_GUID, STATI_ID_WF02 FROM STATI_LEGAME WHERE STATI_GUID IN ('");
@@ -168,30 +173,47 @@ std::vector<std::optional<std::int64_t>> StateStore::states(const std::vector<st
     return found;
 }
 
-// The transaction of the present command.
-void StateStore::begin(contract::Connection& connection) {
-    if (connection.InTransaction())
+// The transaction of the present command. Where the database has ended it by itself, as it does on a full disk, what
+// had been written in it is written again.
+void StateStore::begin() {
+    prepareFile();
+    auto& file = openFile();
+    if (file.InTransaction())
         return;
-    connection.BeginTrans();
-    if (later_)
+    file.BeginTrans();
+    if (waiting_.empty() && later_)
         later_([this, alive = alive_] {
             if (*alive)
                 commit();
         });
+    for (const auto& write : waiting_)
+        execute(file, write);
 }
 
-std::int64_t StateStore::update(contract::Connection& connection, const std::string& key, std::int64_t state) {
-    Statement statement("UPDATE STATI_LEGAME SET STATI_ID_WF02 = ");
-    statement.number(state) << " WHERE STATI_GUID = '";
-    statement.text(key) << "'";
-    return connection.Execute(statement);
-}
-
-void StateStore::insert(contract::Connection& connection, const std::string& key, std::int64_t state) {
-    Statement statement("INSERT INTO STATI_LEGAME (STATI_GUID, STATI_ID_WF02) VALUES ('");
-    statement.text(key) << "', ";
-    statement.number(state) << ")";
-    connection.Execute(statement);
+void StateStore::execute(contract::Connection& connection, const Write& write) {
+    Statement update("UPDATE STATI_LEGAME SET STATI_ID_WF02 = ");
+    update.number(write.state) << " WHERE STATI_GUID = '";
+    update.text(write.key) << "'";
+    if (connection.Execute(update) == 0) {
+        Statement insert("INSERT INTO STATI_LEGAME (STATI_GUID, STATI_ID_WF02) VALUES ('");
+        insert.text(write.key) << "', ";
+        insert.number(write.state) << ")";
+        connection.Execute(insert);
+    }
+    Statement history("INSERT INTO STATI_STORIA (STORIA_GUID, STORIA_ID_WF02, STORIA_UTENTE, STORIA_DATA");
+    if (!write.origin.empty())
+        history << ", STORIA_GUIDORIG";
+    history << ") VALUES ('";
+    history.text(write.key) << "', ";
+    history.number(write.state) << ", '";
+    history.text(write.user) << "', CONVERT(DateTime,'";
+    history.date(contract::Date::today()) << "',103)";
+    if (!write.origin.empty()) {
+        history << ", '";
+        history.text(write.origin) << "'";
+    }
+    history << ")";
+    connection.Execute(history);
 }
 
 std::string StateStore::serverText(const std::string& key, std::int64_t state, std::string_view user,
@@ -209,10 +231,9 @@ std::string StateStore::serverText(const std::string& key, std::int64_t state, s
     return text + "); COMMIT TRANSACTION";
 }
 
-void StateStore::setOnServer(const std::string& key, std::int64_t state, std::string_view user,
-                             const std::string& origin) {
-    open(true);
-    const std::string text = serverText(key, state, user, origin);
+void StateStore::setOnServer(const Write& write) {
+    openServer(true);
+    const std::string text = serverText(write.key, write.state, write.user, write.origin);
     try {
         server_->runNative(text);
     } catch (const contract::RuntimeError&) {
@@ -228,36 +249,31 @@ void StateStore::setState(std::string_view guid, std::int64_t state, std::string
     const std::string key = keyOf(guid);
     if (key.empty())
         return;
-    const std::string origin = keyOf(from);
-    if (server_ != nullptr) {
-        setOnServer(key, state, user, origin);
+    Write write{key, state, std::string(user), keyOf(from)};
+    if (server_) {
+        setOnServer(write);
         return;
     }
-    auto& connection = *open(true);
-    begin(connection);
-    if (update(connection, key, state) == 0)
-        insert(connection, key, state);
-    Statement history("INSERT INTO STATI_STORIA (STORIA_GUID, STORIA_ID_WF02, STORIA_UTENTE, STORIA_DATA");
-    if (!origin.empty())
-        history << ", STORIA_GUIDORIG";
-    history << ") VALUES ('";
-    history.text(key) << "', ";
-    history.number(state) << ", '";
-    history.text(user) << "', CONVERT(DateTime,'";
-    history.date(contract::Date::today()) << "',103)";
-    if (!origin.empty()) {
-        history << ", '";
-        history.text(origin) << "'";
+    if (auto* other = underWay()) {
+        execute(*other, write);
+        return;
     }
-    history << ")";
-    connection.Execute(history);
+    begin();
+    try {
+        execute(*file_, write);
+    } catch (const contract::RuntimeError&) {
+        // Not half of it; what waits is written again with the next one.
+        file_->RollbackTrans();
+        throw;
+    }
+    waiting_.push_back(std::move(write));
     if (!later_)
         commit();
 }
 
 std::size_t StateStore::changes(std::string_view guid) {
     const std::string key = keyOf(guid);
-    auto* connection = key.empty() ? nullptr : open(false);
+    auto* connection = key.empty() ? nullptr : reading();
     if (connection == nullptr)
         return 0;
     Statement statement("SELECT STORIA_ID FROM STATI_STORIA WHERE STORIA_GUID = '");
@@ -268,17 +284,23 @@ std::size_t StateStore::changes(std::string_view guid) {
 }
 
 void StateStore::commit() {
-    if (connection_ && connection_->InTransaction())
-        connection_->CommitTrans();
+    if (waiting_.empty())
+        return;
+    begin();
+    file_->CommitTrans();
+    waiting_.clear();
 }
 
 void StateStore::giveUp() {
-    if (connection_)
-        connection_->RollbackTrans();
+    waiting_.clear();
+    if (file_)
+        file_->RollbackTrans();
 }
 
 contract::ErrorList StateStore::errors() const {
-    return connection_ ? connection_->Errors() : contract::ErrorList();
+    if (server_)
+        return server_->Errors();
+    return file_ ? file_->Errors() : errors_;
 }
 
 } // namespace host

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "plugin/contract/Connection.h"
-#include "plugin/contract/Schema.h"
 
 #include <cstdint>
 #include <functional>
@@ -14,20 +13,31 @@
 namespace platform::odbc {
 class Connection;
 }
+namespace platform::sqlite {
+class Connection;
+}
 
 namespace host {
 
-/// The host's workflow states of links, by the link's GUID, with their history, over a connection of their own: in a
-/// file beside an embedded database ("<database>.stati"), or in two tables on the database's server. Either is made
-/// when the first state is written, if it is not there yet.
+/// The host's workflow states of links, by the link's GUID, with their history: in two tables of the host's own in the
+/// database of the links, embedded or on a server.
 ///
-/// In a file the writes of one command are put into one transaction, which is committed when the user interface comes
-/// back to rest, so that giving a state to thousands of links costs one write to the disk. On a server each
-/// state is written with its history by one text, a transaction of its own: other users wait for none of them.
+/// Embedded, what is written while a transaction on the same file is under way belongs to it: a move and its states are
+/// kept together or not at all. Other writes of one command are put into one transaction of the store's own connection,
+/// which is committed when the user interface comes back to rest, so that giving a state to thousands of links costs
+/// one write to the disk; a database without the tables gets them before the first write (prepareStateTables()).
+///
+/// On a server each state is written with its history by one text, a transaction of its own over the store's
+/// connection: it is there before the move that wrote it commits, and other users wait for none of them.
 class StateStore {
 public:
-    /// later: calls a function once the present command is done; nothing commits each write at once.
-    explicit StateStore(const std::string& databasePath, std::function<void(std::function<void()>)> later = {});
+    /// Gives the connection whose transaction is under way on the same file; null without one.
+    using UnderWay = std::function<contract::Connection*()>;
+
+    /// In an embedded database that exists. later: calls a function once the present command is done; nothing commits
+    /// each write at once.
+    explicit StateStore(std::string databasePath, std::function<void(std::function<void()>)> later = {},
+                        UnderWay underWay = {});
     /// On the server of that connection, which is opened when it is needed.
     explicit StateStore(std::unique_ptr<platform::odbc::Connection> connection);
     StateStore(const StateStore&) = delete;
@@ -35,10 +45,11 @@ public:
     /// Commits.
     ~StateStore();
 
-    static std::string fileOf(const std::string& databasePath) { return databasePath + ".stati"; }
-    static const contract::Schema& schema();
-    /// Another schema's tables and, after them, the states': what a server's database holds.
-    static contract::Schema beside(contract::Schema other);
+    /// Embedded: commits what waits and makes the tables where they are missing, so that a transaction of another
+    /// connection may begin. Throws RuntimeError.
+    void prepare();
+    /// Embedded: the connection whose transaction is under way on the file, null without one.
+    contract::Connection* underWay() const;
 
     /// State of a link (WF02_ID), nothing when it has none. GUIDs compare without regard to case and blanks around.
     std::optional<std::int64_t> state(std::string_view guid);
@@ -54,7 +65,8 @@ public:
     /// How many changes the history holds for a link.
     std::size_t changes(std::string_view guid);
 
-    /// Throws RuntimeError; the writes then wait for another commit(), or for giveUp().
+    /// Throws RuntimeError; the writes then wait for another commit(), which makes them anew where the database has
+    /// taken them back, or for giveUp().
     void commit();
     /// Takes back what has been written since the last commit, so that nobody waits for it.
     void giveUp();
@@ -62,20 +74,32 @@ public:
     contract::ErrorList errors() const;
 
 private:
-    contract::Connection* open(bool create);
-    contract::Connection* openFile(bool create);
+    struct Write {
+        std::string key;
+        std::int64_t state;
+        std::string user;
+        std::string origin;
+    };
+
+    contract::Connection* reading();
     contract::Connection* openServer(bool create);
-    void begin(contract::Connection& connection);
-    void setOnServer(const std::string& key, std::int64_t state, std::string_view user, const std::string& origin);
-    static std::int64_t update(contract::Connection& connection, const std::string& key, std::int64_t state);
-    static void insert(contract::Connection& connection, const std::string& key, std::int64_t state);
+    platform::sqlite::Connection& openFile();
+    void prepareFile();
+    void begin();
+    void setOnServer(const Write& write);
+    static void execute(contract::Connection& connection, const Write& write);
     std::string keyOf(std::string_view guid) const;
 
     std::string path_;
     std::function<void(std::function<void()>)> later_;
-    std::unique_ptr<contract::Connection> connection_;
-    platform::odbc::Connection* server_ = nullptr; ///< the same, on a server
-    bool tablesThere_ = false;                     ///< on a server
+    UnderWay underWay_;
+    std::unique_ptr<platform::odbc::Connection> server_;
+    std::unique_ptr<platform::sqlite::Connection> file_;
+    std::unique_ptr<platform::sqlite::Connection> companion_; ///< read until it can be taken in
+    std::vector<Write> waiting_;                              ///< not committed yet
+    bool tablesThere_ = false;
+    bool prepared_ = false;
+    contract::ErrorList errors_; ///< of a connection that had to go
     std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 

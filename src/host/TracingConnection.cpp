@@ -33,6 +33,8 @@ const contract::ErrorList& TracingConnection::Errors() const {
 // The text is traced before the statement runs, so that one that fails, or never returns, stands in the trace too.
 
 std::int64_t TracingConnection::Execute(const contract::Statement& statement) {
+    if (beforeWriting && !connection_->InTransaction())
+        beforeWriting();
     trace_.add(statement);
     const auto changed = connection_->Execute(statement);
     trace_.finished();
@@ -46,6 +48,8 @@ void TracingConnection::Read(const contract::Statement& statement, contract::Sna
 }
 
 void TracingConnection::BeginTrans() {
+    if (beforeWriting)
+        beforeWriting();
     trace_.add("BeginTrans");
     connection_->BeginTrans();
 }

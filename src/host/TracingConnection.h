@@ -3,6 +3,7 @@
 #include "host/TraceLog.h"
 #include "plugin/contract/Connection.h"
 
+#include <functional>
 #include <memory>
 
 namespace host {
@@ -12,6 +13,12 @@ class TracingConnection : public contract::Connection {
 public:
     /// The trace must outlive the connection.
     TracingConnection(std::unique_ptr<contract::Connection> connection, TraceLog& trace);
+
+    /// What goes through it leaves no trace: for the host's own writes in a transaction that is under way.
+    contract::Connection& untraced() { return *connection_; }
+    /// Runs before a transaction begins and before each statement that is run outside of one. What it throws, the
+    /// operation throws.
+    std::function<void()> beforeWriting;
 
     std::string ConnectionString() const override;
     void SetConnectionString(std::string_view text) override;

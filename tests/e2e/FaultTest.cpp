@@ -4,6 +4,7 @@
 #include "e2e/Database.h"
 #include "e2e/Program.h"
 #include "e2e/Texts.h"
+#include "e2e/Works.h"
 
 #include <gtest/gtest.h>
 
@@ -79,33 +80,49 @@ TEST_F(Faults, AFullDiskLeavesTheRowsAndTheProgramUsable) {
     EXPECT_EQ(program.finish(), 0) << program.err().toStdString();
 }
 
-TEST_F(Faults, StatesThatCanNotBeKeptAreToldAndGivenUp) {
-    const QString demo = place_.path(QStringLiteral("demo.sqlite"));
-    ASSERT_EQ(0, place_.run({"--database", demo, "--create-demo", "--demo-size", "5"}).status);
-    const QString file = place_.database() + ".stati";
-    ASSERT_TRUE(QFile::copy(demo + ".stati", file));
-    Database states(file);
-    states.run("DELETE FROM STATI_LEGAME; INSERT INTO STATI_LEGAME (STATI_GUID, STATI_ID_WF02) VALUES "
-               "('22222222-0000-0000-0000-000000000002', 20)");
-    Dialogue program(place_);
-    const auto copy = [&](const char* answers) {
-        program.select(destList, QStringLiteral("C2"));
-        program.focus(origTree, 2);
-        program.focus(destTree, 21);
-        program.must(R"({"do":"when","form":"FRMQZ_DATAFINELEGAME","steps":[)"
-                     R"({"do":"set","control":"TXT_DATACHIUSURALEGAME","value":"30/06/2024"},)"
-                     R"({"do":"click","control":"CMD_ESEGUI"}]})");
+TEST_F(Faults, StatesThatCanNotBeKeptAreToldAndTriedAgainOrGivenUp) {
+    const auto giveState = [&](Dialogue& program, const char* answers) {
         program.must(answers);
-        return program.click(QStringLiteral("CMD_SPOSTAVALID"));
+        program.must(R"({"do":"when","form":"lkp_Stati","steps":[{"do":"choose","value":20}]})");
+        program.must(R"({"do":"mouse","control":"TRW_ELEMDISTINTADEST","id":4,"column":"RagioneSociale",)"
+                     R"("button":"right"})");
+        return program.must(R"({"do":"menu","item":"mnuStatoLegame"})");
     };
+    Dialogue program(place_);
     // Who reads keeps a commit waiting, and the write before it not.
+    Database states(place_.database());
     states.run("BEGIN; SELECT Count(*) FROM STATI_LEGAME");
-    const auto said = errorOf(copy(R"({"do":"answer","values":[6,3]})"));
-    EXPECT_TRUE(contains(said, "prova.sqlite.stati")) << said;
+    const auto said = errorOf(giveState(program, R"({"do":"answer","values":[3]})"));
+    EXPECT_TRUE(contains(said, "prova.sqlite")) << said;
     states.run("COMMIT");
-    EXPECT_EQ(states.value("SELECT Count(*) FROM STATI_LEGAME"), "1");
-    // The program goes on, and the next command finds the states free.
+    EXPECT_EQ(states.value("SELECT Count(*) FROM STATI_LEGAME"), "0");
+    // The program goes on, and the next command finds the file free.
     states.run("BEGIN IMMEDIATE; ROLLBACK");
+    EXPECT_TRUE(messages(giveState(program, R"({"do":"answer","values":[]})")).empty());
+    EXPECT_EQ(states.value("SELECT Count(*) FROM STATI_LEGAME"), "1");
+    EXPECT_EQ(program.finish(), 0) << program.err().toStdString();
+}
+
+TEST_F(Faults, AMoveWhoseStatesCanNotBeWrittenIsNoMove) {
+    Database database(place_.database());
+    database.run("INSERT INTO STATI_LEGAME (STATI_GUID, STATI_ID_WF02) VALUES "
+                 "('22222222-0000-0000-0000-000000000002', 20); CREATE TRIGGER NIENTE BEFORE INSERT ON STATI_STORIA "
+                 "BEGIN SELECT RAISE(ABORT, 'niente'); END");
+    const auto before = database.nodes();
+    Dialogue program(place_);
+    e2e::aim(program, Work::validity);
+    const auto said = errors(doWork(program, Work::validity));
+    ASSERT_EQ(said.size(), 1U);
+    EXPECT_TRUE(contains(said.front(), "niente")) << said.front();
+    EXPECT_EQ(database.nodes(), before);
+    EXPECT_EQ(database.value("SELECT Count(*) FROM STATI_LEGAME"), "1");
+    // What the host writes is no statement of the component's.
+    for (const auto& statement : program.trace())
+        EXPECT_FALSE(contains(statement, "STATI_")) << statement;
+    database.run("DROP TRIGGER NIENTE");
+    e2e::aim(program, Work::validity);
+    EXPECT_TRUE(errors(doWork(program, Work::validity)).empty());
+    EXPECT_EQ(database.value("SELECT Count(*) FROM STATI_LEGAME"), "3");
     EXPECT_EQ(program.finish(), 0) << program.err().toStdString();
 }
 
@@ -151,5 +168,21 @@ TEST_F(Faults, ATableThatIsGoneIsNamed) {
     program.select(origList, QStringLiteral("C1"));
     program.select(origList, QStringLiteral("C2"));
     EXPECT_FALSE(program.ids(origTree).empty());
+    EXPECT_EQ(program.finish(), 0);
+}
+
+TEST_F(Faults, ACommandWaitsForALockOnceAndEachNextOneAgain) {
+    Dialogue program(place_);
+    aim(program);
+    Database other(place_.database());
+    other.run("BEGIN EXCLUSIVE");
+    // The list of the distinte, the trees and the details are all read, and all in vain.
+    program.must(R"({"do":"answer","values":[4,3]})");
+    const auto all = errors(program.select(origList, QStringLiteral("C2")));
+    EXPECT_GE(all.size(), 2U);
+    for (const auto& said : all)
+        EXPECT_TRUE(contains(said, "Lo occupa «test_e2e» (processo ")) << said;
+    other.run("ROLLBACK");
+    EXPECT_TRUE(errors(program.select(origList, QStringLiteral("C1"))).empty());
     EXPECT_EQ(program.finish(), 0);
 }

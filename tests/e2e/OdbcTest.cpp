@@ -93,8 +93,7 @@ TEST_F(Odbc, MakesTheSameDemoDataAsTheEmbeddedDatabase) {
     const std::string accounts = "SELECT * FROM CG44_CLIFOR ORDER BY CG44_DITTA_CG18, CG44_TIPOCF, CG44_CLIFOR";
     EXPECT_EQ(other.rows(accounts), database.rows(accounts));
     const std::string states = "SELECT * FROM STATI_LEGAME ORDER BY STATI_GUID";
-    EXPECT_EQ(Database(place_.path("altra.sqlite.stati")).rows(states),
-              Database(place_.database() + ".stati").rows(states));
+    EXPECT_EQ(other.rows(states), database.rows(states));
 }
 
 TEST_F(Odbc, ADatabaseMustBeThereAndHaveTheTables) {
@@ -194,20 +193,17 @@ TEST_F(Odbc, MovesWithValidityAndCarriesTheStateOver) {
 {"do":"answer","values":[6]}
 {"do":"click","control":"CMD_SPOSTAVALID"}
 )";
-    const QString states = place_.database() + ".stati";
-    // The states stand where those of the embedded database would.
-    ASSERT_EQ(0, place_.run({"--database", place_.path("altra.sqlite"), "--create-demo", "--demo-size", "5"}).status);
-    ASSERT_TRUE(QFile::copy(place_.path("altra.sqlite.stati"), states));
-    Database(states).run("DELETE FROM STATI_LEGAME; INSERT INTO STATI_LEGAME (STATI_GUID, STATI_ID_WF02) VALUES "
-                         "('22222222-0000-0000-0000-000000000002', 20)");
+    Database(place_.database())
+        .run("INSERT INTO STATI_LEGAME (STATI_GUID, STATI_ID_WF02) VALUES ('22222222-0000-0000-0000-000000000002', "
+             "20)");
     const auto outcome = place_.run(over({"--script", script(lines)}));
     EXPECT_EQ(0, outcome.status) << outcome.err.toStdString() << outcome.out.toStdString();
     Database database(place_.database());
     EXPECT_EQ("2024-06-30", database.value("SELECT QZ02_DATAFINEVAL FROM QZ02_DISTINTA WHERE QZ02_ID = 2"));
     const std::string copies = " FROM QZ02_DISTINTA WHERE QZ02_ID_QZ01 = 2 AND QZ02_CLIFOR_CG44 = 110";
     EXPECT_EQ("2024-07-01", database.value("SELECT QZ02_DATAINIZIOVAL" + copies));
-    EXPECT_EQ("20", Database(states).value("SELECT STATI_ID_WF02 FROM STATI_LEGAME WHERE STATI_GUID = '" +
-                                           database.value("SELECT QZ02_GUID" + copies) + "'"));
+    EXPECT_EQ("20", database.value("SELECT STATI_ID_WF02 FROM STATI_LEGAME WHERE STATI_GUID = '" +
+                                   database.value("SELECT QZ02_GUID" + copies) + "'"));
 }
 
 } // namespace

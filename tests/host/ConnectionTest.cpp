@@ -75,12 +75,13 @@ TEST(DatabaseLabel, IsWhatAUserCallsIt) {
     EXPECT_EQ("erp/Conti", host::databaseLabel("Driver=FreeTDS;Server=erp;Database=Conti;UID=sa;PWD=segreto"));
 }
 
-/// Fails a number of reads with an error of a category.
+/// Fails a number of reads with an error of these categories.
 class FailingConnection : public property::WrappedConnection {
 public:
-    FailingConnection(const std::string& string, int failures, contract::ErrorCategory category)
-        : WrappedConnection(host::newConnection(string)),
-          failures_(failures), records_{{"08S01", 0, "away", category}} {
+    FailingConnection(const std::string& string, int failures, std::vector<contract::ErrorCategory> categories)
+        : WrappedConnection(host::newConnection(string)), failures_(failures) {
+        for (const auto category : categories)
+            records_.push_back({"08S01", 0, "away", category});
         Open();
     }
     void Read(const contract::Statement& statement, contract::Snapshot& rows) override {
@@ -107,7 +108,7 @@ protected:
 };
 
 TEST_F(ReadAgain, AConnectionFoundLostIsAskedOnceMore) {
-    FailingConnection connection(database, 1, lost);
+    FailingConnection connection(database, 1, {lost});
     contract::Snapshot rows;
     host::readAgainWhenLost(connection, contract::Statement(one), rows);
     EXPECT_EQ(1U, rows.rowCount());
@@ -115,18 +116,25 @@ TEST_F(ReadAgain, AConnectionFoundLostIsAskedOnceMore) {
 }
 
 TEST_F(ReadAgain, OneThatStaysAwayFails) {
-    FailingConnection connection(database, 2, lost);
+    FailingConnection connection(database, 2, {lost});
     contract::Snapshot rows;
     EXPECT_THROW(host::readAgainWhenLost(connection, contract::Statement(one), rows), contract::RuntimeError);
     EXPECT_EQ(2, connection.reads);
 }
 
+TEST_F(ReadAgain, ATimeOutIsNoLostConnectionThoughTheConnectionGoesWithIt) {
+    FailingConnection slow(database, 1, {contract::ErrorCategory::timeout, lost});
+    contract::Snapshot rows;
+    EXPECT_THROW(host::readAgainWhenLost(slow, contract::Statement(one), rows), contract::RuntimeError);
+    EXPECT_EQ(1, slow.reads) << "who asks again only waits again";
+}
+
 TEST_F(ReadAgain, OtherErrorsAndTransactionsAreNotReadAgain) {
-    FailingConnection refused(database, 1, contract::ErrorCategory::permission);
+    FailingConnection refused(database, 1, {contract::ErrorCategory::permission});
     contract::Snapshot rows;
     EXPECT_THROW(host::readAgainWhenLost(refused, contract::Statement(one), rows), contract::RuntimeError);
     EXPECT_EQ(1, refused.reads);
-    FailingConnection writing(database, 1, lost);
+    FailingConnection writing(database, 1, {lost});
     writing.BeginTrans();
     EXPECT_THROW(host::readAgainWhenLost(writing, contract::Statement(one), rows), contract::RuntimeError);
     EXPECT_EQ(1, writing.reads);

@@ -6,6 +6,7 @@
 #include "host/DemoModel.h"
 #include "host/StartFailure.h"
 #include "host/StateStore.h"
+#include "host/StateTables.h"
 #include "host/UserFolders.h"
 #include "platform/sqlite/Connection.h"
 #include "platform/sqlite/DatabaseFile.h"
@@ -52,7 +53,7 @@ protected:
 
 TEST_F(DatabaseSetup, MakesTheTablesInAFileThatIsNotThere) {
     host::createDatabase(host::embeddedDatabase(file), schema(), std::nullopt);
-    EXPECT_NO_THROW(platform::sqlite::checkDatabase(file, schema()));
+    EXPECT_NO_THROW(platform::sqlite::checkDatabase(file, host::withStates(schema())));
     EXPECT_EQ(0, firstNumber(file, "SELECT COUNT(*) FROM QZ02_DISTINTA"));
     EXPECT_EQ(1U, folder.entries());
 }
@@ -66,14 +67,12 @@ TEST_F(DatabaseSetup, MakesTheTablesInAnEmptyFile) {
 TEST_F(DatabaseSetup, RefusesTablesThatExistAndLeavesThemAlone) {
     host::createDatabase(host::embeddedDatabase(file), schema(), 20);
     const std::string before = host_test::contentOf(file);
-    const std::string states = host_test::contentOf(host::StateStore::fileOf(file));
     for (const auto demo : {std::optional<std::int64_t>(), std::optional<std::int64_t>(5)}) {
         const auto [status, reason] =
             failureOf([&] { host::createDatabase(host::embeddedDatabase(file), schema(), demo); });
         EXPECT_EQ(ExitStatus::refused, status);
         EXPECT_NE(std::string::npos, reason.find(file));
         EXPECT_EQ(before, host_test::contentOf(file));
-        EXPECT_EQ(states, host_test::contentOf(host::StateStore::fileOf(file)));
     }
 }
 
@@ -114,7 +113,7 @@ TEST_F(DatabaseSetup, WritesTheDemoDataAsTheyWereMade) {
     host::StateStore states(file);
     for (const auto& node : data.nodes)
         EXPECT_EQ(node.state, states.state(node.guid).value_or(0)) << node.guid;
-    EXPECT_EQ(2U, folder.entries());
+    EXPECT_EQ(1U, folder.entries());
 }
 
 TEST_F(DatabaseSetup, GivesTheSameDatabaseEveryTime) {
@@ -133,7 +132,7 @@ TEST_F(DatabaseSetup, MakesTheDefaultDatabaseOnce) {
     const auto written = std::filesystem::last_write_time(path);
     EXPECT_EQ(path, host::prepareDefaultDatabase(schema()));
     EXPECT_EQ(written, std::filesystem::last_write_time(path));
-    EXPECT_EQ(2, std::distance(std::filesystem::directory_iterator(folder.file("distinte")),
+    EXPECT_EQ(1, std::distance(std::filesystem::directory_iterator(folder.file("distinte")),
                                std::filesystem::directory_iterator()));
 }
 

@@ -84,7 +84,7 @@ TEST_F(Session, RefusesWhatIsNoDatabaseOfItsOwn) {
     EXPECT_EQ(host::ExitStatus::database, statusOf(folder.file("manca.sqlite")));
     host_test::write(folder.file("testo.sqlite"), std::string(4096, 'x'));
     EXPECT_EQ(host::ExitStatus::database, statusOf(folder.file("testo.sqlite")));
-    platform::sqlite::createDatabase(folder.file("altro.sqlite"), host::StateStore::schema());
+    platform::sqlite::createDatabase(folder.file("altro.sqlite"), host::stateSchema());
     EXPECT_EQ(host::ExitStatus::database, statusOf(folder.file("altro.sqlite")));
 }
 

@@ -179,6 +179,21 @@ TEST_F(HostWindows, ACardShowsTheAccountAndIsJournaled) {
               calls[0].toObject());
 }
 
+TEST_F(HostWindows, ACardCutsANameThatHasNoRoomAndSaysSo) {
+    Statement name("UPDATE CG16_ANAGGEN SET CG16_RAGSOANAG = '");
+    name.text(std::string(10'485'760, 'N')) << "'";
+    database.context->connection->Execute(name);
+    whenOpened([](FormWindow& form) {
+        const QString caption = form.control("LBL_CONTO")->read()["caption"].toString();
+        EXPECT_EQ(QStringLiteral("Cliente 1200 – ") + QString(400, QLatin1Char('N')) +
+                      QStringLiteral("… (testo tagliato: in tutto 10.485.760 caratteri)"),
+                  caption.left(600));
+        EXPECT_LT(form.control("GRD_DISTINTE")->read()["rows"].toArray().at(0).toArray().at(1).toString().size(), 600);
+    });
+    openCard();
+    EXPECT_EQ(1U, opened.size());
+}
+
 QRect placeOf(const QLabel* label, const QWidget* window) {
     return {label->mapTo(window, label->contentsRect().topLeft()), label->contentsRect().size()};
 }

@@ -4,6 +4,7 @@
 #include "TestSchema.h"
 #include "host/DatabaseSetup.h"
 #include "host/HostContext.h"
+#include "host/StateTables.h"
 #include "platform/qt/Session.h"
 #include "platform/sqlite/Connection.h"
 #include "platform/sqlite/DatabaseFile.h"
@@ -32,7 +33,7 @@ inline void needApplication() {
 class ContextOnDatabase {
 public:
     explicit ContextOnDatabase(const std::function<void(platform::sqlite::Connection&)>& fill = {}) {
-        platform::sqlite::createDatabase(file, component().schema(), fill);
+        platform::sqlite::createDatabase(file, host::withStates(component().schema()), fill);
         auto connection = std::make_shared<platform::sqlite::Connection>("embedded:" + file);
         connection->Open();
         context->connection = connection;

@@ -36,7 +36,6 @@ TEST_F(Workflow, MakesIdentifiersOf36CharactersThatDiffer) {
 TEST_F(Workflow, ALinkThatNobodyGaveAStateHasNone) {
     EXPECT_EQ("", workflow.GetDescrizioneStatoFromGUID(one));
     EXPECT_EQ("", workflow.GetDescrizioneStatoFromGUID(""));
-    EXPECT_FALSE(std::filesystem::exists(StateStore::fileOf(database.file))) << "the file is made when needed";
 }
 
 TEST_F(Workflow, TheDefaultStateIsTheOneOfTheLowestNumber) {
@@ -141,9 +140,14 @@ TEST_F(Workflow, ACommitOfStatesThatFailsIsTriedAgainOrGivenUp) {
     EXPECT_EQ(2, tries) << "nobody is left to ask";
 }
 
-TEST(States, OutliveTheProgramAndKeepTheirHistory) {
+class States : public testing::Test {
+protected:
+    States() { platform::sqlite::createDatabase(file, host::stateSchema()); }
     const host_test::Folder folder;
     const std::string file = folder.file("a.sqlite");
+};
+
+TEST_F(States, OutliveTheProgramAndKeepTheirHistory) {
     {
         StateStore states(file);
         states.setState(one, 1, "ROSSI");
@@ -156,16 +160,13 @@ TEST(States, OutliveTheProgramAndKeepTheirHistory) {
     EXPECT_EQ(1U, states.changes(two));
 }
 
-TEST(States, DoNotMindHowAnIdentifierIsWritten) {
-    const host_test::Folder folder;
-    StateStore states(folder.file("a.sqlite"));
+TEST_F(States, DoNotMindHowAnIdentifierIsWritten) {
+    StateStore states(file);
     states.setState("abcdefab-0000-4000-8000-00000000000a", 4, "ROSSI");
     EXPECT_EQ(4, states.state(" ABCDEFAB-0000-4000-8000-00000000000A "));
 }
 
-TEST(States, OfOneCommandAreCommittedTogether) {
-    const host_test::Folder folder;
-    const std::string file = folder.file("a.sqlite");
+TEST_F(States, OfOneCommandAreCommittedTogether) {
     std::vector<std::function<void()>> later;
     StateStore states(file, [&](std::function<void()> action) { later.push_back(std::move(action)); });
     states.setState(one, 1, "ROSSI");
@@ -179,9 +180,7 @@ TEST(States, OfOneCommandAreCommittedTogether) {
     EXPECT_EQ(2U, later.size());
 }
 
-TEST(States, WhatWaitsIsWrittenAtTheEnd) {
-    const host_test::Folder folder;
-    const std::string file = folder.file("a.sqlite");
+TEST_F(States, WhatWaitsIsWrittenAtTheEnd) {
     std::function<void()> later;
     {
         StateStore states(file, [&](std::function<void()> action) { later = std::move(action); });

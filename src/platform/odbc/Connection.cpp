@@ -3,10 +3,12 @@
 #include "platform/dialect/SqliteValues.h"
 #include "platform/odbc/Literals.h"
 #include "platform/odbc/Text.h"
+#include "platform/shared/Waiting.h"
 #include "plugin/contract/RuntimeError.h"
 
 #include <algorithm>
 #include <charconv>
+#include <chrono>
 
 namespace platform::odbc {
 
@@ -41,6 +43,23 @@ std::string infoText(SQLHDBC database, SQLUSMALLINT what) {
         return {};
     return reinterpret_cast<const char*>(text);
 }
+
+/// Counts a statement that takes long as time that its command has waited: the driver does not tell waiting from work.
+class Measured {
+public:
+    Measured() = default;
+    Measured(const Measured&) = delete;
+    Measured& operator=(const Measured&) = delete;
+    ~Measured() {
+        constexpr std::chrono::seconds quick{1};
+        const auto taken = std::chrono::steady_clock::now() - began_;
+        if (taken > quick)
+            shared::Waiting::instance().add(std::chrono::duration_cast<shared::Waiting::Time>(taken));
+    }
+
+private:
+    std::chrono::steady_clock::time_point began_ = std::chrono::steady_clock::now();
+};
 
 bool isSelect(std::string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
@@ -136,6 +155,7 @@ void Connection::prepareStatement(std::string_view operation) {
     if (timeout_ > 0 &&
         !SQL_SUCCEEDED(SQLSetStmtAttr(statement_.get(), SQL_ATTR_QUERY_TIMEOUT, attribute(timeout_), SQL_IS_UINTEGER)))
         fail(SQL_HANDLE_STMT, statement_.get(), operation);
+    statementTimeout_ = timeout_;
 }
 
 void Connection::disconnect() noexcept {
@@ -226,6 +246,20 @@ std::string Connection::translatedText(const TranslatedStatement& shape, const c
     }
 }
 
+void Connection::limitStatement(std::string_view operation) {
+    const auto& waiting = shared::Waiting::instance();
+    if (timeout_ == 0 || !statement_ || engine_ != Engine::server || !waiting.boundsCommands())
+        return;
+    const auto left = waiting.left(std::chrono::seconds(timeout_));
+    if (left.count() == 0)
+        platform::odbc::fail(errors_, ErrorCategory::timeout,
+                             "il comando ha già atteso il tempo massimo (StatementTimeout)", operation, name_);
+    const auto seconds = static_cast<std::uintptr_t>(std::chrono::ceil<std::chrono::seconds>(left).count());
+    if (seconds != statementTimeout_ &&
+        SQL_SUCCEEDED(SQLSetStmtAttr(statement_.get(), SQL_ATTR_QUERY_TIMEOUT, attribute(seconds), SQL_IS_UINTEGER)))
+        statementTimeout_ = seconds;
+}
+
 SQLRETURN Connection::run(std::string_view text) {
     if (engine_ == Engine::sqlite) {
         std::string copy(text); // a driver's parameter is not const
@@ -264,6 +298,8 @@ std::int64_t Connection::execute(std::string_view text, std::string_view operati
 std::int64_t Connection::Execute(const contract::Statement& statement) {
     checkTransactionAlive(executing);
     ready(executing);
+    limitStatement(executing);
+    const Measured measured;
     if (engine_ == Engine::server)
         return execute(statement.text(), executing);
     return execute(translatedText(translated(statement), statement), executing);
@@ -274,6 +310,8 @@ void Connection::runNative(std::string_view text, std::string_view operation) {
         operation = executing;
     checkTransactionAlive(operation);
     ready(operation);
+    limitStatement(operation);
+    const Measured measured;
     execute(text, operation);
     catalog_.clear();
     statements_.clear();
@@ -282,6 +320,8 @@ void Connection::runNative(std::string_view text, std::string_view operation) {
 void Connection::Read(const contract::Statement& statement, contract::Snapshot& rows) {
     rows.clear();
     ready(reading);
+    limitStatement(reading);
+    const Measured measured;
     const TranslatedStatement* shape = engine_ == Engine::sqlite ? &translated(statement) : nullptr;
     if (shape != nullptr)
         read(translatedText(*shape, statement), shape->columns(), rows);
@@ -292,6 +332,8 @@ void Connection::Read(const contract::Statement& statement, contract::Snapshot& 
 void Connection::readNative(std::string_view text, contract::Snapshot& rows) {
     rows.clear();
     ready(reading);
+    limitStatement(reading);
+    const Measured measured;
     read(std::string(text), std::nullopt, rows);
 }
 

@@ -18,9 +18,10 @@ namespace platform::odbc {
 /// A connection through ODBC's driver manager, to SQL Server or what speaks its dialect; the texts go to it unchanged,
 /// each in one piece. For a driver that says it is SQLite the dialect is translated in front of it.
 ///
-/// The connection string is a driver's, and besides "StatementTimeout=" with the seconds that a statement may take (no
-/// limit without it); the beginning and the end of a transaction may take as long, where the driver can be told so. Its
-/// passwords stand in no error.
+/// The connection string is a driver's, and besides "StatementTimeout=" with the seconds that a statement may take, and
+/// where commands are known (platform::shared::Waiting) all those of one command together that took longer than a
+/// second (no limit without it); the beginning and the end of a transaction may take as long, where the driver can be
+/// told so. Its passwords stand in no error.
 ///
 /// A connection that is lost, or whose statement timed out, is opened again by the next command, but never within a
 /// transaction: that one is over, and everything but reading is refused until RollbackTrans().
@@ -76,6 +77,8 @@ private:
     void prepareStatement(std::string_view operation);
     void ready(std::string_view operation);
     void checkTransactionAlive(std::string_view operation) const;
+    /// Gives the next statement what its command may still wait; a command that has waited long enough is refused.
+    void limitStatement(std::string_view operation);
     const TranslatedStatement& translated(const contract::Statement& statement);
     std::string translatedText(const TranslatedStatement& shape, const contract::Statement& statement);
     SQLRETURN run(std::string_view text);
@@ -92,7 +95,8 @@ private:
     std::string connectionString_;
     std::string name_;
     std::vector<std::string> passwords_;
-    std::uintptr_t timeout_ = 0; ///< of a statement, in seconds; 0 for none
+    std::uintptr_t timeout_ = 0;          ///< in seconds; 0 for none
+    std::uintptr_t statementTimeout_ = 0; ///< of the next statement: what is left of it
 
     Environment environment_;
     DatabaseHandle database_;

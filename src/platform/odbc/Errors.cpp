@@ -192,8 +192,12 @@ std::string_view explanationOf(const DatabaseErrorRecord& record) {
 
 /// The record that tells most: the driver may put its own word before or after the server's.
 const DatabaseErrorRecord& telling(const ErrorList& records) {
-    const auto at = std::find_if(records.begin(), records.end(),
-                                 [](const auto& record) { return record.category != ErrorCategory::other; });
+    // What has made the connection go tells more than that it has gone.
+    auto at = std::find_if(records.begin(), records.end(),
+                           [](const auto& record) { return record.category == ErrorCategory::timeout; });
+    if (at == records.end())
+        at = std::find_if(records.begin(), records.end(),
+                          [](const auto& record) { return record.category != ErrorCategory::other; });
     return at == records.end() ? records.front() : *at;
 }
 

@@ -3,6 +3,7 @@
 #include "platform/shared/Outcome.h"
 #include "platform/sqlite/Binder.h"
 #include "platform/sqlite/Errors.h"
+#include "platform/sqlite/FilePlace.h"
 #include "plugin/contract/RuntimeError.h"
 
 #include <charconv>
@@ -96,7 +97,7 @@ void Connection::openFile() {
 }
 
 void Connection::configure(int busyWait) {
-    sqlite3_busy_timeout(database_.get(), busyWait);
+    busyWait_.attach(database_.get(), file_, busyWait);
     // EXTRA is FULL, and also makes the deletion of the journal durable, which is the moment of the commit.
     runNative("PRAGMA cache_size = -65536; PRAGMA temp_store = MEMORY; PRAGMA foreign_keys = OFF; "
               "PRAGMA synchronous = EXTRA");
@@ -131,6 +132,14 @@ void Connection::fail(int code, std::string_view operation) {
 void Connection::checkOpen(std::string_view operation) {
     if (!IsOpen())
         platform::sqlite::fail(errors_, ErrorCategory::lostConnection, "la connessione non è aperta", operation, file_);
+}
+
+// A file that has gone would be read on as it was, and nobody would be told.
+void Connection::checkInPlace(std::string_view operation) {
+    if (InTransaction())
+        return;
+    if (const auto why = displacement(database_.get(), file_))
+        platform::sqlite::fail(errors_, ErrorCategory::notADatabase, *why, operation, file_);
 }
 
 // SQLite ends a transaction by itself on some errors (disk full, input or output). What follows in the same move must
@@ -181,6 +190,7 @@ void Connection::bind(PreparedStatement& prepared, const contract::Statement& st
 
 std::int64_t Connection::Execute(const contract::Statement& statement) {
     checkOpen(executing);
+    checkInPlace(executing);
     checkTransactionAlive(executing);
     PreparedStatement& prepared = prepare(statement, executing);
     bind(prepared, statement, executing);
@@ -196,6 +206,7 @@ std::int64_t Connection::Execute(const contract::Statement& statement) {
 void Connection::Read(const contract::Statement& statement, contract::Snapshot& rows) {
     rows.clear();
     checkOpen(reading);
+    checkInPlace(reading);
     PreparedStatement& prepared = prepare(statement, reading);
     bind(prepared, statement, reading);
     const Reset reset(prepared.handle.get());
@@ -210,6 +221,7 @@ void Connection::BeginTrans() {
     checkOpen(beginning);
     if (InTransaction())
         throw RuntimeError(RuntimeError::invalidCall, "Una transazione è già aperta: le transazioni non si annidano.");
+    checkInPlace(beginning);
     // SQLite would begin, and refuse the first change only.
     if (isReadOnly())
         fail(SQLITE_READONLY, beginning);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/sqlite/BusyWait.h"
 #include "platform/sqlite/EngineCatalog.h"
 #include "platform/sqlite/Handles.h"
 #include "platform/sqlite/StatementCache.h"
@@ -13,7 +14,8 @@ namespace platform::sqlite {
 /// A connection to an embedded database file.
 ///
 /// The connection string is "embedded:" and the path of a file that exists; ";busy=" and a number of milliseconds may
-/// follow: how long an operation waits for another program's lock before it fails (5000 without it).
+/// follow: how long an operation, or the command that it belongs to (platform::shared::Waiting), waits for another
+/// program's lock before it fails (5000 without it).
 ///
 /// The file is kept in SQLite's rollback journal mode: between two transactions all the data stands in the one file, so
 /// that it can be copied, and read where nothing may be written beside it. A commit has reached the disk when
@@ -64,12 +66,14 @@ private:
     void openFile();
     void configure(int busyWait);
     void checkOpen(std::string_view operation);
+    void checkInPlace(std::string_view operation);
     void checkTransactionAlive(std::string_view operation);
     PreparedStatement& prepare(const contract::Statement& statement, std::string_view operation);
     void bind(PreparedStatement& prepared, const contract::Statement& statement, std::string_view operation);
 
     std::string connectionString_;
     std::string file_;
+    BusyWait busyWait_;
     DatabaseHandle database_;
     EngineCatalog catalog_;
     StatementCache statements_;

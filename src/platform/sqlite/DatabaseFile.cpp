@@ -90,4 +90,19 @@ void checkDatabase(Connection& connection, const contract::Schema& schema) {
     }
 }
 
+std::int32_t markOf(Connection& connection) {
+    sqlite3_stmt* raw = nullptr;
+    int code = sqlite3_prepare_v2(connection.handle(), "PRAGMA user_version", -1, &raw, nullptr);
+    const StatementHandle statement(raw);
+    if (code == SQLITE_OK)
+        code = sqlite3_step(raw);
+    if (code != SQLITE_ROW)
+        connection.fail(code, "Lettura");
+    return sqlite3_column_int(raw, 0);
+}
+
+void setMark(Connection& connection, std::int32_t mark) {
+    connection.runNative("PRAGMA user_version = " + std::to_string(mark));
+}
+
 } // namespace platform::sqlite

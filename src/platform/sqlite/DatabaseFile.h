@@ -3,6 +3,7 @@
 #include "platform/sqlite/Connection.h"
 #include "plugin/contract/Schema.h"
 
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -23,5 +24,10 @@ void checkDatabase(const std::string& path, const contract::Schema& schema);
 
 /// The same for a connection that is open.
 void checkDatabase(Connection& connection, const contract::Schema& schema);
+
+/// A whole number that a file keeps for the program that works on it; 0 in a new one. Set within a transaction it is
+/// committed with it.
+std::int32_t markOf(Connection& connection);
+void setMark(Connection& connection, std::int32_t mark);
 
 } // namespace platform::sqlite

@@ -1,6 +1,8 @@
 #include "platform/sqlite/Errors.h"
 
 #include "platform/shared/Outcome.h"
+#include "platform/sqlite/BusyWait.h"
+#include "platform/sqlite/FilePlace.h"
 #include "plugin/contract/RuntimeError.h"
 
 #include <sqlite3.h>
@@ -133,7 +135,21 @@ void fail(contract::ErrorList& errors, sqlite3* database, int code, std::string_
         message = sqlite3_errmsg(database);
     }
     errors.assign(1, recordOf(number, message));
-    throw contract::RuntimeError(contract::RuntimeError::database, describe(operation, file, errors.front()));
+    const int primary = number & 0xff;
+    if (primary == SQLITE_READONLY || primary == SQLITE_CANTOPEN || primary == SQLITE_IOERR) {
+        auto why = displacement(database, file);
+        if (!why && primary != SQLITE_IOERR)
+            why = closedFolder(file);
+        if (why)
+            throw contract::RuntimeError(contract::RuntimeError::database, shared::notDone(operation, file) + *why +
+                                                                               " (SQLite " + std::to_string(number) +
+                                                                               ": " + message + ").");
+    }
+    std::string text = describe(operation, file, errors.front());
+    if (errors.front().category == ErrorCategory::locked)
+        if (const std::string holder = lockHolder(std::string(file)); !holder.empty())
+            text += " Lo occupa " + holder + ".";
+    throw contract::RuntimeError(contract::RuntimeError::database, std::move(text));
 }
 
 void fail(contract::ErrorList& errors, ErrorCategory category, std::string_view description, std::string_view operation,

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <sqlite3.h>
+
+namespace platform::sqlite {
+
+/// What has become of an open database's file: nothing while it stands where it was opened. Otherwise that it has gone,
+/// or that another one stands in its place, and what the user can do.
+std::optional<std::string> displacement(sqlite3* database, std::string_view file);
+
+/// Why nothing can be written beside a file, where that is so, and what the user can do.
+std::optional<std::string> closedFolder(std::string_view file);
+
+} // namespace platform::sqlite
