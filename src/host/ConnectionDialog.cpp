@@ -150,7 +150,7 @@ void ConnectionDialog::show(const std::string& connectionString) {
     for (const char* keyword : ownKeywords)
         string.remove(keyword);
     string.remove(ConnectionString::statementTimeout);
-    string.removePasswords();
+    string.removeSecrets();
     others_->setText(toQt(string.text()));
 }
 

@@ -1,6 +1,7 @@
 #include "host/DatabaseAccess.h"
 
 #include "platform/odbc/Connection.h"
+#include "platform/odbc/DataSource.h"
 #include "platform/odbc/DatabaseTables.h"
 #include "platform/sqlite/Connection.h"
 #include "platform/sqlite/DatabaseFile.h"
@@ -33,12 +34,12 @@ std::string embeddedPath(std::string_view connectionString) {
 std::string databaseLabel(std::string_view connectionString) {
     if (isEmbedded(connectionString))
         return std::filesystem::path(embeddedPath(connectionString)).filename().string();
-    return platform::odbc::ConnectionString(connectionString).name();
+    return platform::odbc::labelOf(platform::odbc::ConnectionString(connectionString));
 }
 
-std::string withoutPassword(std::string_view connectionString) {
+std::string withoutSecrets(std::string_view connectionString) {
     platform::odbc::ConnectionString string(connectionString);
-    string.removePasswords();
+    string.removeSecrets();
     return string.text();
 }
 

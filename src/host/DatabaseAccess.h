@@ -24,8 +24,8 @@ std::string embeddedPath(std::string_view connectionString);
 /// What a user calls the database: a file's name, or server and database. No password.
 std::string databaseLabel(std::string_view connectionString);
 
-/// An ODBC connection string without the passwords in it.
-std::string withoutPassword(std::string_view connectionString);
+/// An ODBC connection string without the passwords and other secrets in it.
+std::string withoutSecrets(std::string_view connectionString);
 /// Whether an ODBC connection string names a user but no password.
 bool wantsPassword(std::string_view connectionString);
 /// What to add to the reason for which a connection string did not serve where nobody could be asked for the password;

@@ -48,6 +48,12 @@ TEST_F(SavedConnection, KeepsNoPasswordBehindABraceThatNothingCloses) {
     EXPECT_EQ(std::string::npos, saved().find("segreto")) << saved();
 }
 
+TEST_F(SavedConnection, KeepsNoOtherSecretEither) {
+    UserSettings().saveConnection("Server=erp;KeystoreSecret=segreto;AccessToken={seg;reto};ClientKey=segreto");
+    EXPECT_EQ("Server=erp", UserSettings().savedConnection());
+    EXPECT_EQ(std::string::npos, saved().find("reto")) << saved();
+}
+
 TEST_F(SavedConnection, TheLastOneSavedCounts) {
     UserSettings().saveConnection("DSN=erp");
     UserSettings().saveConnection(host::embeddedDatabase("/a.sqlite"));
