@@ -44,6 +44,13 @@ void readAgainWhenLost(contract::Connection& connection, const contract::Stateme
 /// Throws RuntimeError (database) that says which table or column of the schema an open database lacks.
 void checkTables(contract::Connection& connection, const contract::Schema& schema);
 
+/// Why nothing can be changed in an open database, in the user's language; empty where it can.
+std::string whyNotWritable(contract::Connection& connection);
+
+/// What to tell who connects in a way that others on the network may read; empty for a file, for a server on this
+/// machine, for an encrypted connection, and where the driver alone knows.
+std::string transportWarning(std::string_view connectionString);
+
 /// The workflow states that belong to a database, over a connection of their own: a file beside an embedded one, the
 /// host's tables on a server. connection: to the database, open. later: see StateStore.
 std::unique_ptr<StateStore> openStates(std::string_view connectionString, contract::Connection& connection,

@@ -4,6 +4,7 @@
 #include "host/StateStore.h"
 #include "platform/odbc/BulkWriter.h"
 #include "platform/odbc/DatabaseTables.h"
+#include "platform/shared/SystemReason.h"
 #include "platform/sqlite/DatabaseFile.h"
 #include "plugin/contract/RuntimeError.h"
 
@@ -34,7 +35,8 @@ public:
         fs::rename(path_, path, error);
         if (error)
             throw contract::RuntimeError(contract::RuntimeError::database,
-                                         "Il file \"" + path.string() + "\" non si può scrivere: " + error.message());
+                                         "Il file \"" + path.string() +
+                                             "\" non si può scrivere: " + platform::systemReason(error.value()));
         path_ = path;
     }
     void keep() { kept_ = true; }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/ErrorLog.h"
+#include "host/Notices.h"
 #include "host/ServiceJournal.h"
 #include "host/StateStore.h"
 #include "host/TraceLog.h"
@@ -29,6 +30,7 @@ struct HostContext {
     ServiceJournal journal;
     UserDialogs dialogs;
     ErrorLog errorLog;
+    Notices notices;
 
     std::string connectionString;
     std::int64_t company = 0;
@@ -41,6 +43,9 @@ struct HostContext {
     std::unique_ptr<StateStore> states;
     QPointer<QWidget> window;
     std::function<void(const QString&)> statusText;
+
+    /// Writes an error to the log; where it can not be written the user is told, once.
+    void logError(const ErrorLog::Entry& entry);
 };
 
 } // namespace host

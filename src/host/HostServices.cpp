@@ -24,7 +24,7 @@ int HostLogClass::ShowError(std::string_view application, std::string_view capti
                             int style) {
     const contract::RuntimeError error = error_.value_or(contract::RuntimeError(0, ""));
     const int answer = context_->dialogs.showError(caption, procedure, error, records_, style);
-    context_->errorLog.record({application, caption, procedure, error, records_, answer});
+    context_->logError({application, caption, procedure, error, records_, answer});
     // A later error that came from no database must not show this one's records.
     records_.clear();
     error_.reset();

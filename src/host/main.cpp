@@ -218,11 +218,18 @@ int work(const CommandLine& line, int& argc, char** argv) {
         openForAPerson(session, line, remembered);
     window.attach(session);
     window.show();
-    if (scripted)
-        return host::runScript(session, &window, *reader);
-    if (const QString refusal = session.openForm(); !refusal.isEmpty())
-        report(refusal.toStdString());
-    return QApplication::exec();
+    int status = 0;
+    if (scripted) {
+        status = host::runScript(session, &window, *reader);
+    } else {
+        if (const QString refusal = session.openForm(); !refusal.isEmpty())
+            report(refusal.toStdString());
+        status = QApplication::exec();
+    }
+    for (const auto& notice : session.notices().all())
+        if (notice.atEnd)
+            report(notice.sentence.toStdString());
+    return status;
 }
 
 int run(int& argc, char** argv) {

@@ -208,7 +208,7 @@ std::string ConnectionString::driverText(std::uintptr_t seconds, DriverKind kind
     ConnectionString given = *this;
     given.remove(statementTimeout);
     const bool freeTds = kind == DriverKind::freeTds;
-    if (seconds > 0 && freeTds && !value(ownTimeout))
+    if (seconds > 0 && freeTds && value("Driver") && !value(ownTimeout)) // a data source may have its own
         given.set(ownTimeout, std::to_string(seconds));
     std::string text;
     for (const auto& entry : given.entries_) {
