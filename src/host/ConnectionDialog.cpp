@@ -169,7 +169,7 @@ QWidget* ConnectionDialog::makeServerFields() {
 }
 
 void ConnectionDialog::makeEncryption(QFormLayout& form) {
-    encrypted_ = new QCheckBox(QStringLiteral("Collegamento &cifrato"), form.parentWidget());
+    encrypted_ = new QCheckBox(QStringLiteral("Collegamento cifra&to"), form.parentWidget());
     encrypted_->setObjectName(QStringLiteral("cifrato"));
     encrypted_->setChecked(true);
     encryptionHint_ = new QLabel(form.parentWidget());
