@@ -2,8 +2,10 @@
 
 #include "host/DatabaseAccess.h"
 #include "host/DialogButtons.h"
+#include "host/Prompts.h"
 #include "host/Text.h"
 #include "platform/odbc/ConnectionString.h"
+#include "platform/odbc/DataSource.h"
 #include "platform/odbc/Drivers.h"
 
 #include <QAbstractButton>
@@ -23,12 +25,45 @@ namespace host {
 namespace {
 
 using platform::odbc::ConnectionString;
+using platform::odbc::DriverKind;
+using platform::odbc::Protection;
+using platform::odbc::protectionOf;
+using platform::odbc::Target;
+using platform::odbc::targetOf;
 
 constexpr int longestWait = 999'999; ///< of a statement, in seconds: eleven days
 constexpr int highestPort = 65535;
 
 /// Keywords that have a field of their own.
 constexpr const char* ownKeywords[] = {"Driver", "Server", "Port", "Database", "Trusted_Connection", "UID"};
+
+/// How a driver is asked for encryption.
+struct EncryptionWord {
+    const char* keyword;
+    const char* value;
+    const char* opposite;
+};
+
+const EncryptionWord* encryptionOf(DriverKind driver) {
+    static constexpr EncryptionWord freeTds{"Encryption", "require", "off"};
+    static constexpr EncryptionWord microsoft{"Encrypt", "yes", "no"};
+    switch (driver) {
+    case DriverKind::freeTds:
+        return &freeTds;
+    case DriverKind::microsoft:
+        return &microsoft;
+    default:
+        return nullptr;
+    }
+}
+
+/// Whether the connection is encrypted, wherever it goes.
+bool asksForEncryption(Target target) {
+    for (const char* keyword : {"Server", "Servername", "Address", "Addr"})
+        target.string.remove(keyword);
+    target.string.set("Server", "altrove");
+    return protectionOf(target) == Protection::encrypted;
+}
 
 } // namespace
 
@@ -58,15 +93,18 @@ ConnectionDialog::ConnectionDialog(const std::string& connectionString, Trial tr
     accept_ = dialogButton(QStringLiteral("&Conferma"), buttons, true);
     buttons->addButton(accept_, QDialogButtonBox::AcceptRole);
     buttons->addButton(dialogButton(QStringLiteral("&Annulla"), buttons), QDialogButtonBox::RejectRole);
+    accept_->setObjectName(QStringLiteral("conferma"));
     accept_->setDefault(true);
     column->addWidget(buttons);
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::accepted, this, &ConnectionDialog::confirm);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(try_, &QPushButton::clicked, this, &ConnectionDialog::tryIt);
 
     show(connectionString);
     connect(embedded_, &QRadioButton::toggled, this, &ConnectionDialog::update);
     connect(integrated_, &QCheckBox::toggled, this, &ConnectionDialog::update);
+    connect(encrypted_, &QCheckBox::toggled, this, &ConnectionDialog::update);
+    connect(driver_, &QComboBox::currentTextChanged, this, &ConnectionDialog::update);
     for (auto* field : {file_, address_, others_})
         connect(field, &QLineEdit::textChanged, this, &ConnectionDialog::update);
     forgetResultOnChange();
@@ -123,9 +161,26 @@ QWidget* ConnectionDialog::makeServerFields() {
     timeout_->setSuffix(QStringLiteral(" s"));
     timeout_->setSpecialValueText(QStringLiteral("senza limite"));
     form->addRow(QStringLiteral("Attesa &massima per istruzione"), timeout_);
+    makeEncryption(*form);
     others_ = field(QStringLiteral("A&ltre opzioni"), "altre");
+    others_->setToolTip(QStringLiteral("Password e altri segreti scritti qui non vengono salvati"));
     others_->setPlaceholderText(QStringLiteral("es. TDS_Version=7.4"));
     return box;
+}
+
+void ConnectionDialog::makeEncryption(QFormLayout& form) {
+    encrypted_ = new QCheckBox(QStringLiteral("Collegamento cifra&to"), form.parentWidget());
+    encrypted_->setObjectName(QStringLiteral("cifrato"));
+    encrypted_->setChecked(true);
+    encryptionHint_ = new QLabel(form.parentWidget());
+    encryptionHint_->setObjectName(QStringLiteral("cifratura"));
+    encryptionHint_->setTextFormat(Qt::PlainText);
+    encryptionHint_->setWordWrap(true);
+    // The fields keep their places whatever it says.
+    encryptionHint_->setMinimumHeight(3 * encryptionHint_->fontMetrics().lineSpacing());
+    encryptionHint_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    form.addRow(QString(), encrypted_);
+    form.addRow(QString(), encryptionHint_);
 }
 
 void ConnectionDialog::show(const std::string& connectionString) {
@@ -150,13 +205,25 @@ void ConnectionDialog::show(const std::string& connectionString) {
     for (const char* keyword : ownKeywords)
         string.remove(keyword);
     string.remove(ConnectionString::statementTimeout);
-    string.removePasswords();
+    string.removeSecrets();
+    const auto target = targetOf(ConnectionString(connectionString));
+    const bool encrypted = protectionOf(target) == Protection::encrypted || asksForEncryption(target);
+    // What the box writes by itself need not stand a second time.
+    if (const auto* word = encryptionOf(target.driver); word != nullptr && string.value(word->keyword) == word->value)
+        string.remove(word->keyword);
+    encrypted_->setChecked(encrypted);
     others_->setText(toQt(string.text()));
 }
 
 std::string ConnectionDialog::connectionString() const {
     if (embedded_->isChecked())
         return embeddedDatabase(file_->text().trimmed().toStdString());
+    // Said where the driver would not do by itself, or by the other options, what the box says.
+    return textWithout(encrypted_->isChecked() == asksForEncryption(targetOf(ConnectionString(textWithout(true)))));
+}
+
+/// encryption: without what the box for it writes.
+std::string ConnectionDialog::textWithout(bool encryption) const {
     ConnectionString string;
     const auto put = [&](const char* keyword, const QString& text) {
         if (!text.isEmpty())
@@ -174,6 +241,9 @@ std::string ConnectionDialog::connectionString() const {
     }
     if (timeout_->value() > 0)
         string.set(ConnectionString::statementTimeout, std::to_string(timeout_->value()));
+    const auto* word = encryptionOf(targetOf(string).driver);
+    if (!encryption && word != nullptr)
+        string.set(word->keyword, encrypted_->isChecked() ? word->value : word->opposite);
     const std::string others = ConnectionString(others_->text().toStdString()).text();
     return others.empty() ? string.text() : string.text() + ";" + others;
 }
@@ -185,7 +255,8 @@ void ConnectionDialog::forgetResultOnChange() {
         connect(field, &QLineEdit::textChanged, result_, &QLabel::clear);
     connect(timeout_, &QSpinBox::textChanged, result_, &QLabel::clear);
     for (QAbstractButton* choice :
-         {static_cast<QAbstractButton*>(embedded_), static_cast<QAbstractButton*>(integrated_)})
+         {static_cast<QAbstractButton*>(embedded_), static_cast<QAbstractButton*>(integrated_),
+          static_cast<QAbstractButton*>(encrypted_)})
         connect(choice, &QAbstractButton::toggled, result_, &QLabel::clear);
 }
 
@@ -202,13 +273,57 @@ void ConnectionDialog::tryIt() {
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     const QString reason = trial_(connectionString());
     QGuiApplication::restoreOverrideCursor();
+    failed_ = reason.isEmpty() ? std::string() : connectionString();
     result_->setText(reason.isEmpty() ? QStringLiteral("La connessione riesce e le tabelle ci sono.") : reason);
     // The answer may take several lines.
     layout()->activate();
     resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
 }
 
+void ConnectionDialog::confirm() {
+    const ConnectionString string(connectionString());
+    if (const auto reason = embedded_->isChecked() ? std::string() : string.refusal(targetOf(string).driver);
+        !reason.empty()) {
+        result_->setText(asSentence(toQt(reason)));
+        return;
+    }
+    if (failed_.empty() || failed_ != connectionString() ||
+        ask(windowTitle(), QStringLiteral("La prova non è riuscita. Confermare lo stesso questa connessione?"), this))
+        accept();
+}
+
+void ConnectionDialog::showEncryption() {
+    const Target target = targetOf(ConnectionString(connectionString()));
+    const bool known = server_->isChecked() && encryptionOf(target.driver) != nullptr;
+    encrypted_->setEnabled(known);
+    QString hint;
+    if (server_->isChecked() && !known) {
+        hint = QStringLiteral("Di questo driver non si sa come cifri: si veda la sua documentazione e si scriva in "
+                              "«Altre opzioni» ciò che vuole.");
+    } else if (known) {
+        switch (protectionOf(target)) {
+        case Protection::encrypted:
+            hint = target.driver == DriverKind::freeTds
+                       ? QStringLiteral("Senza cifratura il collegamento non si apre. Il certificato del server è "
+                                        "controllato se freetds.conf indica un «ca file».")
+                       : QStringLiteral("Senza cifratura il collegamento non si apre. Il certificato del server "
+                                        "dev'essere di un'autorità che questo computer conosce.");
+            break;
+        case Protection::plain:
+            hint = QStringLiteral("⚠ Il collegamento non è cifrato: chi sta sulla rete può leggere i dati.");
+            break;
+        case Protection::local:
+            hint = QStringLiteral("Il server è su questo computer: i dati non passano dalla rete.");
+            break;
+        case Protection::unknown:
+            break;
+        }
+    }
+    encryptionHint_->setText(hint);
+}
+
 void ConnectionDialog::update() {
+    showEncryption();
     fileFields_->setEnabled(embedded_->isChecked());
     serverFields_->setEnabled(server_->isChecked());
     user_->setEnabled(!integrated_->isChecked());

@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
+#include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -15,6 +16,8 @@
 namespace host {
 
 /// Asks for the database to work on: an embedded file, or a server reached through ODBC.
+/// A server that is reached over a network is asked for encryption, unless the user chooses otherwise and reads what
+/// that means; what has just been tried in vain is confirmed by a second thought only.
 class ConnectionDialog : public QDialog {
     Q_OBJECT
 public:
@@ -30,6 +33,10 @@ public:
 private:
     QWidget* makeFileFields();
     QWidget* makeServerFields();
+    void makeEncryption(QFormLayout& form);
+    std::string textWithout(bool encryption) const;
+    void showEncryption();
+    void confirm();
     void show(const std::string& connectionString);
     void forgetResultOnChange();
     void browse();
@@ -50,10 +57,13 @@ private:
     QLineEdit* user_ = nullptr;
     QLineEdit* password_ = nullptr;
     QSpinBox* timeout_ = nullptr;
+    QCheckBox* encrypted_ = nullptr;
+    QLabel* encryptionHint_ = nullptr;
     QLineEdit* others_ = nullptr;
     QLabel* result_ = nullptr;
     QPushButton* try_ = nullptr;
     QPushButton* accept_ = nullptr;
+    std::string failed_; ///< what was tried last, and did not serve
 };
 
 } // namespace host

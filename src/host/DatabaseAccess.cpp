@@ -2,6 +2,7 @@
 
 #include "host/StateTables.h"
 #include "platform/odbc/Connection.h"
+#include "platform/odbc/DataSource.h"
 #include "platform/odbc/DatabaseTables.h"
 #include "platform/sqlite/Connection.h"
 #include "platform/sqlite/DatabaseFile.h"
@@ -10,6 +11,9 @@
 #include <algorithm>
 #include <filesystem>
 #include <utility>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace host {
 
@@ -34,12 +38,12 @@ std::string embeddedPath(std::string_view connectionString) {
 std::string databaseLabel(std::string_view connectionString) {
     if (isEmbedded(connectionString))
         return std::filesystem::path(embeddedPath(connectionString)).filename().string();
-    return platform::odbc::ConnectionString(connectionString).name();
+    return platform::odbc::labelOf(platform::odbc::ConnectionString(connectionString));
 }
 
-std::string withoutPassword(std::string_view connectionString) {
+std::string withoutSecrets(std::string_view connectionString) {
     platform::odbc::ConnectionString string(connectionString);
-    string.removePasswords();
+    string.removeSecrets();
     return string.text();
 }
 
@@ -92,6 +96,40 @@ void checkTables(contract::Connection& connection, const contract::Schema& schem
         platform::sqlite::checkDatabase(*embedded, schema);
     else if (auto* server = dynamic_cast<platform::odbc::Connection*>(&connection))
         platform::odbc::checkDatabase(*server, schema);
+}
+
+std::string whyNotWritable(contract::Connection& connection) {
+    if (const auto* embedded = dynamic_cast<platform::sqlite::Connection*>(&connection)) {
+        if (embedded->isReadOnly())
+            return "il file è di sola lettura";
+        // The journal of a transaction is made beside the file.
+        std::error_code error;
+        const auto folder = std::filesystem::absolute(embedded->file(), error).parent_path();
+        return ::faccessat(AT_FDCWD, folder.c_str(), W_OK, AT_EACCESS) != 0 ? "nella cartella non si può scrivere" : "";
+    }
+    const auto* server = dynamic_cast<platform::odbc::Connection*>(&connection);
+    if (server == nullptr || server->engine() != platform::odbc::Engine::server)
+        return {};
+    constexpr contract::Fragment question("SELECT DATABASEPROPERTYEX(DB_NAME(),'Updateability') AS Stato");
+    try {
+        contract::Snapshot rows;
+        readAgainWhenLost(connection, contract::Statement(question), rows);
+        if (rows.rowCount() == 1 && rows.column(0).text(0) == "READ_ONLY")
+            return "sul server è di sola lettura";
+    } catch (const contract::RuntimeError&) {
+        // A server that does not tell is asked by the first change.
+    }
+    return {};
+}
+
+std::string transportWarning(std::string_view connectionString) {
+    if (isEmbedded(connectionString))
+        return {};
+    const auto target = platform::odbc::targetOf(platform::odbc::ConnectionString(connectionString));
+    if (platform::odbc::protectionOf(target) != platform::odbc::Protection::plain)
+        return {};
+    return "Il collegamento con " + databaseLabel(connectionString) +
+           " non è cifrato: chi sta sulla rete può leggere i dati. Si cifra da «Strumenti › Connessione…».";
 }
 
 std::unique_ptr<StateStore> openStates(std::string_view connectionString, contract::Connection& connection,

@@ -24,8 +24,8 @@ std::string embeddedPath(std::string_view connectionString);
 /// What a user calls the database: a file's name, or server and database. No password.
 std::string databaseLabel(std::string_view connectionString);
 
-/// An ODBC connection string without the passwords in it.
-std::string withoutPassword(std::string_view connectionString);
+/// An ODBC connection string without the passwords and other secrets in it.
+std::string withoutSecrets(std::string_view connectionString);
 /// Whether an ODBC connection string names a user but no password.
 bool wantsPassword(std::string_view connectionString);
 /// What to add to the reason for which a connection string did not serve where nobody could be asked for the password;
@@ -43,6 +43,13 @@ void readAgainWhenLost(contract::Connection& connection, const contract::Stateme
 
 /// Throws RuntimeError (database) that says which table or column of the schema an open database lacks.
 void checkTables(contract::Connection& connection, const contract::Schema& schema);
+
+/// Why nothing can be changed in an open database, in the user's language; empty where it can.
+std::string whyNotWritable(contract::Connection& connection);
+
+/// What to tell who connects in a way that others on the network may read; empty for a file, for a server on this
+/// machine, for an encrypted connection, and where the driver alone knows.
+std::string transportWarning(std::string_view connectionString);
 
 /// The workflow states that belong to a database; embedded, their tables are there where they could be made.
 /// connection: to the database, open. later, underWay: see StateStore. Throws RuntimeError where what is there of the

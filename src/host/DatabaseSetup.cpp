@@ -7,6 +7,7 @@
 #include "host/UserFolders.h"
 #include "platform/odbc/Connection.h"
 #include "platform/odbc/DatabaseTables.h"
+#include "platform/shared/SystemReason.h"
 #include "platform/sqlite/Connection.h"
 #include "platform/sqlite/DatabaseFile.h"
 #include "plugin/contract/RuntimeError.h"
@@ -82,7 +83,8 @@ std::string prepareDefaultDatabase(const contract::Schema& schema) {
         return path.string();
     fs::create_directories(path.parent_path(), error);
     if (error)
-        fail("la cartella \"" + path.parent_path().string() + "\" non si può creare: " + error.message());
+        fail("la cartella \"" + path.parent_path().string() +
+             "\" non si può creare: " + platform::systemReason(error.value()));
     const std::string making = path.string() + ".nuovo" + std::to_string(::getpid());
     const auto discard = [&] {
         std::error_code ignored;
@@ -98,7 +100,7 @@ std::string prepareDefaultDatabase(const contract::Schema& schema) {
     fs::rename(making, path, error);
     if (error) {
         discard();
-        fail("il database \"" + path.string() + "\" non si può creare: " + error.message());
+        fail("il database \"" + path.string() + "\" non si può creare: " + platform::systemReason(error.value()));
     }
     return path.string();
 }

@@ -45,7 +45,7 @@ QString categoryName(contract::ErrorCategory category) {
 
 bool ErrorLog::record(const Entry& entry) const {
     if (path_.isEmpty())
-        return false;
+        return true;
     QJsonArray records;
     for (const auto& record : entry.records)
         records.append(QJsonObject{{QStringLiteral("state"), toQt(record.sqlState)},
@@ -67,6 +67,23 @@ bool ErrorLog::record(const Entry& entry) const {
     // One write a line: lines of two programs on one log do not mix.
     return file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered) &&
            file.write(QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n') > 0;
+}
+
+bool ErrorLog::writable() const {
+    if (path_.isEmpty())
+        return true;
+    QFileInfo file(path_);
+    if (file.exists())
+        return !file.isDir() && file.isWritable();
+    // Folders that miss are made with the first entry.
+    QFileInfo folder(file.absolutePath());
+    while (!folder.exists() && !folder.isRoot())
+        folder.setFile(folder.absolutePath());
+    return folder.isDir() && folder.isWritable();
+}
+
+QString ErrorLog::complaint() const {
+    return QStringLiteral("Il registro degli errori \"%1\" non si può scrivere: gli errori non vi restano.").arg(path_);
 }
 
 } // namespace host

@@ -29,6 +29,10 @@ public:
     /// Appends an entry; false when the file can not be written. Whoever shows an error has shown it by then, so a log
     /// that fails stops nothing.
     bool record(const Entry& entry) const;
+    /// Whether an entry could be written, as far as names and rights tell; nothing is made. True without a file.
+    bool writable() const;
+    /// What to tell the user of a log that can not be written.
+    QString complaint() const;
 
 private:
     QString path_;

@@ -8,7 +8,7 @@ namespace host {
 int reportError(HostContext& context, std::string_view caption, const contract::RuntimeError& error,
                 const contract::ErrorList& records) {
     const int answer = context.dialogs.showError(caption, caption, error, records, contract::message::errorDisplay);
-    context.errorLog.record({"distinte", caption, caption, error, records, answer});
+    context.logError({"distinte", caption, caption, error, records, answer});
     if (answer == contract::message::answerRetry)
         CommandWaits::commandBegins();
     return answer;

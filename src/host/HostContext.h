@@ -2,6 +2,7 @@
 
 #include "host/ErrorLog.h"
 #include "host/FormConnections.h"
+#include "host/Notices.h"
 #include "host/ServiceJournal.h"
 #include "host/StateStore.h"
 #include "host/TraceLog.h"
@@ -30,6 +31,7 @@ struct HostContext {
     ServiceJournal journal;
     UserDialogs dialogs;
     ErrorLog errorLog;
+    Notices notices;
 
     std::string connectionString;
     std::int64_t company = 0;
@@ -43,6 +45,9 @@ struct HostContext {
     std::unique_ptr<StateStore> states;
     QPointer<QWidget> window;
     std::function<void(const QString&)> statusText;
+
+    /// Writes an error to the log; where it can not be written the user is told, once.
+    void logError(const ErrorLog::Entry& entry);
 };
 
 /// A connection for the component, not open: traced, and known to the context. The states that wait are committed

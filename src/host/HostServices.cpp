@@ -25,7 +25,7 @@ int HostLogClass::ShowError(std::string_view application, std::string_view capti
                             int style) {
     const contract::RuntimeError error = error_.value_or(contract::RuntimeError(0, ""));
     const int answer = context_->dialogs.showError(caption, procedure, error, records_, style);
-    context_->errorLog.record({application, caption, procedure, error, records_, answer});
+    context_->logError({application, caption, procedure, error, records_, answer});
     // Who has it tried again waits again.
     if (answer == contract::message::answerRetry)
         CommandWaits::commandBegins();

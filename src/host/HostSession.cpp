@@ -35,6 +35,9 @@ HostSession::HostSession(SessionSettings settings, ComponentLibrary& component, 
     context_->trace.setRecording(settings_.scripted);
     context_->errorLog.setFile(settings_.logFile);
     context_->statusText = [this](const QString& text) { emit statusText(text); };
+    context_->trace.cut = [this](const QString& reason) { context_->notices.add({notice::traceCut, reason, true}); };
+    if (!context_->errorLog.writable())
+        context_->notices.add({notice::logCut, context_->errorLog.complaint(), true});
     if (!settings_.traceFile.isEmpty()) {
         try {
             context_->trace.openFile(settings_.traceFile);
@@ -49,6 +52,8 @@ HostSession::~HostSession() {
     platform::qt::DataEntryHooks::instance() = {};
     context_->statusText = {};
     context_->trace.afterFinished = {};
+    context_->trace.cut = {};
+    context_->notices.changed = {};
     context_->states.reset();
     context_->connection.reset();
 }
@@ -85,8 +90,23 @@ void HostSession::openDatabase() {
     } catch (const contract::RuntimeError& error) {
         throw StartFailure(ExitStatus::database, error.description());
     }
+    noteDatabase();
     global_ = std::make_shared<HostGlobal>(context_, std::make_shared<platform::qt::QtControlFactory>(area_, window_));
     connectDataEntry(context_, global_);
+}
+
+// What the user of a database must know from the start.
+void HostSession::noteDatabase() {
+    auto& notices = context_->notices;
+    notices.remove(notice::readOnly);
+    notices.remove(notice::plain);
+    if (const auto reason = whyNotWritable(*context_->connection); !reason.empty())
+        notices.add(
+            {notice::readOnly,
+             QStringLiteral("Il database %1 si può guardare ma non modificare: %2.").arg(databaseName(), toQt(reason)),
+             false});
+    if (const auto warning = transportWarning(context_->connectionString); !warning.empty())
+        notices.add({notice::plain, toQt(warning), false});
 }
 
 QString HostSession::setHostProperty(const QString& name, const QJsonValue& value) {
@@ -184,6 +204,9 @@ ServiceJournal& HostSession::journal() {
 }
 TraceLog& HostSession::trace() {
     return context_->trace;
+}
+Notices& HostSession::notices() {
+    return context_->notices;
 }
 
 } // namespace host

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Notices.h"
 #include "host/ServiceJournal.h"
 #include "host/TraceLog.h"
 #include "host/UserDialogs.h"
@@ -113,6 +114,7 @@ public:
     UserDialogs& dialogs();
     ServiceJournal& journal();
     TraceLog& trace();
+    Notices& notices();
 
 signals:
     void statusText(const QString& text);
@@ -122,6 +124,7 @@ signals:
     void menuEntryChosen(const QString& name);
 
 private:
+    void noteDatabase();
     void giveContext();
     void releaseClass();
     void watchForm();

@@ -32,7 +32,6 @@ using platform::qt::ThemeKind;
 
 namespace {
 
-constexpr const char* title = "Manutenzione distinte";
 constexpr QSize frameRoom{16, 48};
 constexpr QSize startSize(1280, 800);
 
@@ -43,7 +42,7 @@ QString contextText(const HostSession& session) {
 } // namespace
 
 MainWindow::MainWindow(UserSettings* settings) : settings_(settings), area_(new QMdiArea(this)) {
-    setWindowTitle(QString::fromUtf8(title));
+    setWindowTitle(title_);
     setWindowIcon(applicationIcon());
     area_->setFrameShape(QFrame::NoFrame);
     area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
@@ -64,10 +63,7 @@ MainWindow::MainWindow(UserSettings* settings) : settings_(settings), area_(new 
             setWindowState(Qt::WindowMaximized);
     }
     // A maximised document puts its own name behind the window's.
-    connect(this, &QWidget::windowTitleChanged, this, [this](const QString& text) {
-        if (text != QLatin1String(title))
-            setWindowTitle(QString::fromUtf8(title));
-    });
+    connect(this, &QWidget::windowTitleChanged, this, &MainWindow::keepTitle);
 }
 
 void MainWindow::makeMenus() {
@@ -219,6 +215,8 @@ void MainWindow::attach(HostSession& session) {
                 busy_->tell(text);
         },
         this);
+    session_->notices().changed = [this] { showNotices(); };
+    showNotices();
     // A script answers line by line; there is nobody to wait, and nobody's input to drop.
     if (settings_ != nullptr) {
         busy_ = new BusyIndicator(
@@ -232,6 +230,25 @@ void MainWindow::attach(HostSession& session) {
     }
     showContext();
     showFormState();
+}
+
+void MainWindow::keepTitle() {
+    if (windowTitle() != title_)
+        setWindowTitle(title_);
+}
+
+void MainWindow::showNotices() {
+    QStringList brief;
+    QStringList sentences;
+    title_ = programName;
+    for (const auto& each : session_->notices().all()) {
+        brief.append(each.brief);
+        sentences.append(each.sentence);
+        if (each.brief == notice::readOnly)
+            title_ += QStringLiteral(" – sola lettura");
+    }
+    statusLine_->setNotice(brief.join(QStringLiteral(" · ")), sentences.join(QLatin1Char('\n')));
+    keepTitle();
 }
 
 void MainWindow::showContext() {

@@ -37,6 +37,8 @@ private:
     void makeStatusBar();
     void makeViewMenu();
     void toggleForm();
+    void keepTitle();
+    void showNotices();
     void showContext();
     void showFormState();
     void saveSplitters();
@@ -46,7 +48,10 @@ private:
     void showErrors();
     void showAbout();
 
+    static inline const QString programName = QStringLiteral("Manutenzione distinte");
+
     UserSettings* settings_;
+    QString title_ = programName;
     HostSession* session_ = nullptr;
     BusyIndicator* busy_ = nullptr;
     QMdiArea* area_;

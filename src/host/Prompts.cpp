@@ -19,6 +19,22 @@ void tell(QMessageBox::Icon icon, const QString& title, const QString& text, QWi
     box.exec();
 }
 
+bool ask(const QString& title, const QString& question, QWidget* parent) {
+    QMessageBox box(parent);
+    box.setIcon(QMessageBox::Question);
+    box.setWindowTitle(title);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(question);
+    auto* yes = dialogButton(QStringLiteral("&Sì"), &box);
+    auto* no = dialogButton(QStringLiteral("&No"), &box, true);
+    box.addButton(yes, QMessageBox::YesRole);
+    box.addButton(no, QMessageBox::NoRole);
+    box.setDefaultButton(no);
+    box.setEscapeButton(no);
+    box.exec();
+    return box.clickedButton() == yes;
+}
+
 QString asSentence(const QString& reason) {
     QString text = reason.trimmed();
     if (text.isEmpty())

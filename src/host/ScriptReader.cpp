@@ -1,6 +1,7 @@
 #include "host/ScriptReader.h"
 
 #include "host/ScriptRequest.h"
+#include "platform/shared/SystemReason.h"
 
 #include <QFile>
 
@@ -32,7 +33,7 @@ QString systemReason(int code) {
     case EISDIR:
         return QStringLiteral("è una cartella");
     default:
-        return QString::fromLocal8Bit(std::strerror(code));
+        return QString::fromStdString(platform::systemReason(code));
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "host/CommandWaits.h"
 #include "host/StartFailure.h"
+#include "platform/shared/SystemReason.h"
 #include "plugin/contract/RuntimeError.h"
 
 #include <QCoreApplication>
@@ -291,7 +292,7 @@ int runScript(HostSession& session, QWidget* hostWindow, ScriptReader& reader) {
     runner.run(reader);
     if (unwritten != 0 && unwritten != EPIPE) {
         std::fprintf(stderr, "distinte: script \"%s\" interrotto, risposta non scritta: %s\n",
-                     reader.name().toUtf8().constData(), std::strerror(unwritten));
+                     reader.name().toUtf8().constData(), platform::systemReason(unwritten).c_str());
         return static_cast<int>(ExitStatus::refused);
     }
     const QString refusals = runner.refusals();

@@ -17,9 +17,13 @@ public:
     StartFailure(ExitStatus status, const std::string& message)
         : std::runtime_error(platform::odbc::withoutPasswords(message, {})), status_(status) {}
     ExitStatus status() const { return status_; }
+    /// The user has read it in a window.
+    bool shown() const { return shown_; }
+    void setShown() { shown_ = true; }
 
 private:
     ExitStatus status_;
+    bool shown_ = false;
 };
 
 } // namespace host

@@ -46,10 +46,27 @@ void StatusLine::setContext(const QString& text) {
     arrange();
 }
 
+void StatusLine::setNotice(const QString& text, const QString& toolTip) {
+    if (notice_ == nullptr) {
+        notice_ = newLabel(this);
+        notice_->setObjectName(QStringLiteral("avviso"));
+        QFont font = notice_->font();
+        font.setBold(true);
+        notice_->setFont(font);
+        static_cast<QHBoxLayout*>(layout())->insertWidget(1, notice_);
+    }
+    notice_->setText(text.isEmpty() ? QString() : QStringLiteral("⚠ ") + text);
+    notice_->setAccessibleName(toolTip);
+    notice_->setToolTip(toolTip);
+    notice_->setVisible(!text.isEmpty());
+    arrange();
+}
+
 void StatusLine::arrange() {
-    const bool both = widthOf(*shown_, text_) + widthOf(*context_, context_->text()) <= width();
+    const int notice = notice_ == nullptr || notice_->text().isEmpty() ? 0 : widthOf(*notice_, notice_->text());
+    const bool both = widthOf(*shown_, text_) + notice + widthOf(*context_, context_->text()) <= width();
     context_->setVisible(both);
-    const int room = std::max(0, width() - 2 * margin);
+    const int room = std::max(0, width() - notice - 2 * margin);
     const QString elided = both ? text_ : shown_->fontMetrics().elidedText(text_, Qt::ElideRight, room);
     shown_->setText(elided);
     shown_->setToolTip(elided == text_ ? QString() : text_);

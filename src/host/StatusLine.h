@@ -5,9 +5,9 @@
 
 namespace host {
 
-/// What the status bar shows: a text on the left and the user's surroundings on the right. The text is the more
-/// important one: where there is no room for both the surroundings go, and what still has no room ends in dots and is
-/// shown whole by the tool tip.
+/// What the status bar shows: a text on the left and the user's surroundings on the right, a notice between them. The
+/// text is the more important one: where there is no room for both the surroundings go, and what still has no room ends
+/// in dots and is shown whole by the tool tip.
 class StatusLine : public QWidget {
 public:
     explicit StatusLine(QWidget* parent = nullptr);
@@ -15,6 +15,8 @@ public:
     void setText(const QString& text);
     const QString& text() const { return text_; }
     void setContext(const QString& text);
+    /// What the user must not forget, between the two: a few words, and the whole in the tool tip. Empty: nothing.
+    void setNotice(const QString& text, const QString& toolTip);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -26,6 +28,7 @@ private:
     QString text_;
     QLabel* shown_;
     QLabel* context_;
+    QLabel* notice_ = nullptr; ///< made with the first notice
 };
 
 } // namespace host

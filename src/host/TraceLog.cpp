@@ -1,9 +1,14 @@
 #include "host/TraceLog.h"
 
+#include "host/Text.h"
+#include "platform/shared/SystemReason.h"
 #include "plugin/contract/RuntimeError.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
+
+#include <cerrno>
+#include <utility>
 
 namespace host {
 
@@ -20,10 +25,12 @@ QByteArray jsonString(const QString& text) {
 
 void TraceLog::openFile(const QString& path) {
     file_.setFileName(path);
-    if (!file_.open(QIODevice::WriteOnly | QIODevice::Append))
+    errno = 0;
+    // Who watches the file, or finds it after a crash, sees the statement that is under way.
+    if (!file_.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered))
         throw contract::RuntimeError(contract::RuntimeError::invalidCall,
                                      "Il file di traccia \"" + path.toStdString() +
-                                         "\" non si può scrivere: " + file_.errorString().toStdString());
+                                         "\" non si può scrivere: " + platform::systemReason(errno));
 }
 
 void TraceLog::add(const contract::Statement& statement) {
@@ -42,10 +49,20 @@ void TraceLog::keep(std::string_view text) {
     if (recording_)
         texts_.add(copy);
     if (file_.isOpen()) {
-        file_.write(jsonString(QString::fromUtf8(copy)) + '\n');
-        // Who watches the file, or finds it after a crash, sees the statement that is under way.
-        file_.flush();
+        const QByteArray line = jsonString(QString::fromUtf8(copy)) + '\n';
+        errno = 0;
+        if (file_.write(line) != line.size())
+            endFile(errno);
     }
+}
+
+void TraceLog::endFile(int reason) {
+    const QString path = file_.fileName();
+    file_.close();
+    if (cut)
+        cut(QStringLiteral(
+                "Il file di traccia \"%1\" non si può più scrivere: %2. Le istruzioni che seguono non vi sono.")
+                .arg(path, toQt(platform::systemReason(reason))));
 }
 
 void TraceLog::finished() {

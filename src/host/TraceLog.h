@@ -22,7 +22,8 @@ public:
     TraceLog(const TraceLog&) = delete;
     TraceLog& operator=(const TraceLog&) = delete;
 
-    /// Appends from now on to a file, one JSON string a line. Throws RuntimeError when it can not be written.
+    /// Appends from now on to a file, one JSON string a line. Throws RuntimeError when it can not be written. Where a
+    /// line can not be written later, the file ends there: what follows would hide the gap.
     void openFile(const QString& path);
     /// Keeps the texts for take(); off at first.
     void setRecording(bool recording) { recording_ = recording; }
@@ -42,10 +43,13 @@ public:
 
     /// Called after every statement; for the display of long work.
     std::function<void()> afterFinished;
+    /// Called once when the file could not be written to its end, with the reason in the user's language.
+    std::function<void(const QString& reason)> cut;
 
 private:
     bool wanted() const { return recording_ || file_.isOpen(); }
     void keep(std::string_view text);
+    void endFile(int reason);
 
     QFile file_;
     bool recording_ = false;

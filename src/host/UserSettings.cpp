@@ -89,7 +89,7 @@ void UserSettings::saveConnection(std::string_view connectionString) {
         settings_.setValue(databaseKey, toQt(embeddedPath(connectionString)));
         return;
     }
-    settings_.setValue(odbcKey, toQt(withoutPassword(connectionString)));
+    settings_.setValue(odbcKey, toQt(withoutSecrets(connectionString)));
 }
 
 } // namespace host

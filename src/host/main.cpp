@@ -1,16 +1,14 @@
 #include "host/AppIcon.h"
 #include "host/CommandLine.h"
 #include "host/ComponentLibrary.h"
-#include "host/ConnectionDialog.h"
 #include "host/DatabaseAccess.h"
 #include "host/DatabaseSetup.h"
 #include "host/HostSession.h"
 #include "host/MainWindow.h"
-#include "host/Prompts.h"
 #include "host/ScriptReader.h"
 #include "host/ScriptRunner.h"
 #include "host/StartFailure.h"
-#include "host/Text.h"
+#include "host/StartWindow.h"
 #include "host/ToolkitTexts.h"
 #include "host/UserFolders.h"
 #include "host/UserSettings.h"
@@ -19,7 +17,6 @@
 
 #include <QApplication>
 #include <QLibraryInfo>
-#include <QLineEdit>
 #include <QLocale>
 #include <QTranslator>
 
@@ -134,95 +131,97 @@ void useItalian(QApplication& application) {
         QApplication::installTranslator(translator);
 }
 
-/// Asks for the password where a user is named without one.
-void askPassword(host::HostSession& session) {
-    const std::string& database = session.connectionString();
-    if (!host::wantsPassword(database))
-        return;
-    auto* password = new QLineEdit;
-    password->setEchoMode(QLineEdit::Password);
-    // A name may hold the mark of a mnemonic.
-    const QString label = host::toQt(host::databaseLabel(database)).replace(QLatin1Char('&'), QLatin1String("&&"));
-    host::FieldDialog dialog(QStringLiteral("Manutenzione distinte"), QStringLiteral("Password per %1:").arg(label),
-                             password, nullptr);
-    if (dialog.exec() != QDialog::Accepted)
-        throw StartFailure(ExitStatus::database,
-                           "connessione a \"" + host::databaseLabel(database) + "\" annullata: password non data");
-    session.setDatabase(host::withPassword(database, password->text().toStdString()));
-}
-
-/// A database that was saved, or is the default, may be exchanged for another one when it does not open; one that the
-/// command line or the environment names may not.
-void openForAPerson(host::HostSession& session, const CommandLine& line, host::UserSettings& remembered) {
-    const bool named = line.database || line.odbc || isSet("DISTINTE_ODBC");
-    for (;;) {
-        try {
-            askPassword(session);
-            session.openDatabase();
-            return;
-        } catch (const StartFailure& failure) {
-            if (named || failure.status() != ExitStatus::database)
-                throw;
-            host::tell(QMessageBox::Critical, QStringLiteral("Manutenzione distinte"),
-                       host::asSentence(QString::fromUtf8(failure.what())), nullptr);
-            host::ConnectionDialog dialog(
-                session.connectionString(), [&](const std::string& text) { return session.tryDatabase(text); },
-                nullptr);
-            if (dialog.exec() != QDialog::Accepted)
-                throw;
-            remembered.saveConnection(dialog.connectionString());
-            session.setDatabase(dialog.connectionString());
-        }
-    }
-}
-
-int work(const CommandLine& line, int& argc, char** argv) {
-    const bool scripted = line.action == CommandLine::Action::script;
-    std::unique_ptr<host::ScriptReader> reader;
-    if (scripted) {
-        QString reason;
-        reader = host::ScriptReader::open(QString::fromLocal8Bit(line.script), reason);
-        if (!reader)
-            throw StartFailure(ExitStatus::usage, reason.toStdString());
-    }
-    chooseDisplay(line);
-    auto component = loadComponent();
-
+host::SessionSettings sessionSettings(const CommandLine& line, const contract::Schema& schema) {
     host::SessionSettings settings;
-    settings.connectionString = databaseOf(line, component.schema());
+    settings.connectionString = databaseOf(line, schema);
     settings.company = line.company;
     settings.user = line.user;
     settings.group = line.group;
     settings.traceFile = QString::fromLocal8Bit(line.trace.value_or(""));
     settings.logFile = QString::fromLocal8Bit(line.log.value_or(host::defaultErrorLog().string()));
-    settings.scripted = scripted;
+    settings.scripted = line.action == CommandLine::Action::script;
+    return settings;
+}
 
-    host::quietToolkit();
-    QApplication application(argc, argv);
+void dress(QApplication& application) {
     QGuiApplication::setDesktopFileName(QStringLiteral("distinte"));
     QApplication::setApplicationName(QStringLiteral("distinte"));
     QApplication::setApplicationDisplayName(QString());
     QApplication::setWindowIcon(host::applicationIcon());
     useItalian(application);
-    // What one person has set must not change what a script sees.
-    host::UserSettings remembered;
-    if (!scripted)
-        remembered.restoreAppearance();
-    platform::qt::Appearance::instance().apply();
+}
 
-    host::MainWindow window(scripted ? nullptr : &remembered);
+/// What was asked for and not done, once more where it is found later.
+void reportAtEnd(host::HostSession& session) {
+    for (const auto& notice : session.notices().all())
+        if (notice.atEnd)
+            report(notice.sentence.toStdString());
+}
+
+int workForAScript(const CommandLine& line, int& argc, char** argv) {
+    QString reason;
+    const auto reader = host::ScriptReader::open(QString::fromLocal8Bit(line.script), reason);
+    if (!reader)
+        throw StartFailure(ExitStatus::usage, reason.toStdString());
+    chooseDisplay(line);
+    auto component = loadComponent();
+    const auto settings = sessionSettings(line, component.schema());
+    host::quietToolkit();
+    QApplication application(argc, argv);
+    dress(application);
+    // What one person has set must not change what a script sees.
+    platform::qt::Appearance::instance().apply();
+    host::MainWindow window(nullptr);
     host::HostSession session(settings, component, window.area(), &window);
-    if (scripted)
-        unattended(settings.connectionString, [&] { session.openDatabase(); });
-    else
-        openForAPerson(session, line, remembered);
+    unattended(settings.connectionString, [&] { session.openDatabase(); });
     window.attach(session);
     window.show();
-    if (scripted)
-        return host::runScript(session, &window, *reader);
+    const int status = host::runScript(session, &window, *reader);
+    reportAtEnd(session);
+    return status;
+}
+
+int workForAPerson(const CommandLine& line, host::UserSettings& remembered) {
+    auto component = loadComponent();
+    const auto settings = sessionSettings(line, component.schema());
+    host::MainWindow window(&remembered);
+    host::HostSession session(settings, component, window.area(), &window);
+    if (host::hasScreen())
+        host::openForAPerson(session, remembered, line.database || line.odbc || isSet("DISTINTE_ODBC"));
+    else
+        unattended(settings.connectionString, [&] { session.openDatabase(); });
+    window.attach(session);
+    window.show();
     if (const QString refusal = session.openForm(); !refusal.isEmpty())
         report(refusal.toStdString());
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    reportAtEnd(session);
+    return status;
+}
+
+int workInAWindow(const CommandLine& line, int& argc, char** argv) {
+    chooseDisplay(line);
+    host::quietToolkit();
+    QApplication application(argc, argv);
+    dress(application);
+    host::UserSettings remembered;
+    remembered.restoreAppearance();
+    platform::qt::Appearance::instance().apply();
+    const bool seen = host::hasScreen();
+    const auto show = [&](const std::string& reason) {
+        if (seen)
+            host::StartWindow(QString::fromUtf8(reason), {}, host::StartWindow::Offer::nothing).exec();
+    };
+    try {
+        return workForAPerson(line, remembered);
+    } catch (const StartFailure& failure) {
+        if (!failure.shown())
+            show(failure.what());
+        throw;
+    } catch (const std::exception& error) {
+        show(error.what());
+        throw;
+    }
 }
 
 int run(int& argc, char** argv) {
@@ -239,10 +238,11 @@ int run(int& argc, char** argv) {
     case CommandLine::Action::createDemo:
         return create(line);
     case CommandLine::Action::script:
+        return workForAScript(line, argc, argv);
     case CommandLine::Action::window:
         break;
     }
-    return work(line, argc, argv);
+    return workInAWindow(line, argc, argv);
 }
 
 } // namespace

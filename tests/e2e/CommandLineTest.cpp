@@ -178,6 +178,17 @@ TEST_F(CommandLine, TracesIntoAFile) {
     EXPECT_EQ(traced, lines);
 }
 
+TEST_F(CommandLine, ATraceOrALogThatCanNotBeWrittenIsToldAtTheEnd) {
+    place_.makeForest();
+    const QStringList files{"--trace", "/dev/full", "--log", place_.path(QString())};
+    const auto outcome = place_.runScript(R"({"do":"open"})", files);
+    EXPECT_EQ(0, outcome.status);
+    const std::string err = outcome.err.toStdString();
+    EXPECT_EQ(2, outcome.err.count(QStringLiteral("distinte: "))) << err;
+    EXPECT_TRUE(contains(err, "Il file di traccia \"/dev/full\" non si può più scrivere: non c'è più spazio")) << err;
+    EXPECT_TRUE(contains(err, "Il registro degli errori \"" + place_.path(QString()).toStdString())) << err;
+}
+
 TEST_F(CommandLine, RecordsErrorsInItsLog) {
     place_.makeForest();
     const QString file = place_.path(QStringLiteral("errors.log"));

@@ -73,7 +73,7 @@ protected:
         for (const auto& right : rightsOfTheGuide())
             give(right);
         platform::odbc::ConnectionString string(place_.server());
-        string.removePasswords();
+        string.removeSecrets();
         string.set("UID", user_);
         string.set("PWD", password);
         place_.connectBy(string.text());

@@ -48,7 +48,7 @@ void checkPassword(std::string_view before) {
     must(!shows(string.masked()));
     must(!shows(string.name()));
     must(!shows(platform::odbc::withoutPasswords(text, string.passwords())));
-    string.removePasswords();
+    string.removeSecrets();
     must(!shows(string.text()));
 }
 

@@ -11,6 +11,9 @@
 #include "plugin/contract/RuntimeError.h"
 #include "property/WrappedConnection.h"
 
+#include <QMessageBox>
+#include <QTimer>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -46,6 +49,12 @@ TEST_F(SavedConnection, KeepsNoPasswordBehindABraceThatNothingCloses) {
     UserSettings().saveConnection("UID=sa;Driver={FreeTDS;Server=erp;PWD=segreto");
     EXPECT_EQ("UID=sa", UserSettings().savedConnection());
     EXPECT_EQ(std::string::npos, saved().find("segreto")) << saved();
+}
+
+TEST_F(SavedConnection, KeepsNoOtherSecretEither) {
+    UserSettings().saveConnection("Server=erp;KeystoreSecret=segreto;AccessToken={seg;reto};ClientKey=segreto");
+    EXPECT_EQ("Server=erp", UserSettings().savedConnection());
+    EXPECT_EQ(std::string::npos, saved().find("reto")) << saved();
 }
 
 TEST_F(SavedConnection, TheLastOneSavedCounts) {
@@ -167,6 +176,111 @@ TEST_F(Dialog, NoPasswordAndNoUserWithIntegratedAuthentication) {
     EXPECT_EQ("Driver=FreeTDS;Server=erp;Trusted_Connection=yes", dialog.connectionString());
     EXPECT_FALSE(field<QLineEdit>(dialog, "utente").isEnabled());
     EXPECT_EQ(QLineEdit::Password, field<QLineEdit>(dialog, "password").echoMode());
+}
+
+TEST_F(Dialog, AsksForEncryptionInTheDriversOwnWords) {
+    ConnectionDialog dialog("", served, nullptr);
+    dialog.findChildren<QRadioButton*>().at(1)->click();
+    field<QComboBox>(dialog, "driver").setEditText(QStringLiteral("FreeTDS"));
+    field<QLineEdit>(dialog, "server").setText(QStringLiteral("erp"));
+    EXPECT_EQ("Driver=FreeTDS;Server=erp;Encryption=require", dialog.connectionString());
+    field<QComboBox>(dialog, "driver").setEditText(QStringLiteral("ODBC Driver 17 for SQL Server"));
+    EXPECT_EQ("Driver={ODBC Driver 17 for SQL Server};Server=erp;Encrypt=yes", dialog.connectionString());
+    field<QComboBox>(dialog, "driver").setEditText(QStringLiteral("ODBC Driver 18 for SQL Server"));
+    EXPECT_EQ("Driver={ODBC Driver 18 for SQL Server};Server=erp", dialog.connectionString());
+    auto& box = field<QCheckBox>(dialog, "cifrato");
+    box.click();
+    EXPECT_EQ("Driver={ODBC Driver 18 for SQL Server};Server=erp;Encrypt=no", dialog.connectionString());
+    field<QComboBox>(dialog, "driver").setEditText(QStringLiteral("FreeTDS"));
+    EXPECT_EQ("Driver=FreeTDS;Server=erp", dialog.connectionString());
+    // What the other options say of it gives way to the box.
+    field<QLineEdit>(dialog, "altre").setText(QStringLiteral("Encryption=require"));
+    EXPECT_EQ("Driver=FreeTDS;Server=erp;Encryption=off;Encryption=require", dialog.connectionString());
+    field<QComboBox>(dialog, "driver").setEditText(QStringLiteral("SQLite3"));
+    EXPECT_FALSE(box.isEnabled());
+}
+
+TEST_F(Dialog, SaysWhatIsNotEncryptedAndKeepsIt) {
+    const std::string plain = "Driver=FreeTDS;Server=erp;TDS_Version=7.4";
+    ConnectionDialog dialog(plain, served, nullptr);
+    const auto& hint = field<QLabel>(dialog, "cifratura");
+    EXPECT_TRUE(hint.text().contains(QStringLiteral("non è cifrato"))) << hint.text().toStdString();
+    EXPECT_EQ(plain, dialog.connectionString());
+    field<QCheckBox>(dialog, "cifrato").click();
+    EXPECT_FALSE(hint.text().contains(QStringLiteral("non è cifrato")));
+    EXPECT_TRUE(hint.text().contains(QStringLiteral("ca file")));
+    field<QCheckBox>(dialog, "cifrato").click();
+    field<QLineEdit>(dialog, "server").setText(QStringLiteral("localhost"));
+    EXPECT_TRUE(hint.text().contains(QStringLiteral("su questo computer"))) << hint.text().toStdString();
+    for (const std::string text : {"Driver=FreeTDS;Server=erp;Encryption=require",
+                                   "Driver={ODBC Driver 18 for SQL Server};Server=erp;Encrypt=no",
+                                   "Driver={ODBC Driver 18 for SQL Server};Server=erp;Encrypt=strict"})
+        EXPECT_EQ(text, ConnectionDialog(text, served, nullptr).connectionString());
+    ConnectionDialog here("Driver=FreeTDS;Server=localhost;Encryption=require", served, nullptr);
+    EXPECT_TRUE(field<QCheckBox>(here, "cifrato").isChecked());
+}
+
+/// Presses the button of that caption in the next message box; the text that the box showed.
+struct Answerer {
+    explicit Answerer(QString caption) {
+        QObject::connect(&timer, &QTimer::timeout, [this, caption = std::move(caption)] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (box == nullptr)
+                return;
+            text = box->text();
+            byDefault = box->defaultButton() != nullptr ? box->defaultButton()->text() : QString();
+            for (auto* button : box->buttons())
+                if (button->text() == caption)
+                    button->click();
+        });
+        timer.start(5);
+    }
+    QTimer timer;
+    QString text, byDefault;
+};
+
+TEST_F(Dialog, WhatDidNotServeIsConfirmedByASecondThoughtOnly) {
+    QString answer = QStringLiteral("non risponde");
+    ConnectionDialog dialog(
+        "Driver=FreeTDS;Server=erp", [&](const std::string&) { return answer; }, nullptr);
+    dialog.open();
+    auto* accept = &field<QPushButton>(dialog, "conferma");
+    field<QPushButton>(dialog, "prova").click();
+    {
+        Answerer no(QStringLiteral("&No"));
+        accept->click();
+        EXPECT_TRUE(no.text.contains(QStringLiteral("La prova non è riuscita")));
+        EXPECT_EQ(QStringLiteral("&No"), no.byDefault);
+    }
+    EXPECT_TRUE(dialog.isVisible());
+    {
+        Answerer yes(QStringLiteral("&Sì"));
+        accept->click();
+    }
+    EXPECT_EQ(QDialog::Accepted, dialog.result());
+    // What was changed since has not been tried, and what served needs no question.
+    dialog.open();
+    field<QPushButton>(dialog, "prova").click();
+    field<QLineEdit>(dialog, "server").setText(QStringLiteral("altro"));
+    accept->click();
+    EXPECT_FALSE(dialog.isVisible());
+    dialog.open();
+    answer.clear();
+    field<QPushButton>(dialog, "prova").click();
+    accept->click();
+    EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST_F(Dialog, AValueThatWouldBreakOutIsNotConfirmed) {
+    ConnectionDialog dialog("Driver=FreeTDS;Server=erp;UID=sa", served, nullptr);
+    dialog.open();
+    field<QLineEdit>(dialog, "password").setText(QStringLiteral("x};Server=altrove"));
+    field<QPushButton>(dialog, "conferma").click();
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_TRUE(field<QLabel>(dialog, "esito").text().contains(QStringLiteral("«};»")));
+    field<QLineEdit>(dialog, "password").setText(QStringLiteral("x}Server=altrove"));
+    field<QPushButton>(dialog, "conferma").click();
+    EXPECT_FALSE(dialog.isVisible());
 }
 
 TEST_F(Dialog, TriesWhatTheFieldsSay) {

@@ -5,6 +5,7 @@
 #include "host/MainWindow.h"
 #include "host/StartFailure.h"
 #include "platform/qt/Appearance.h"
+#include "platform/qt/Scriptable.h"
 
 #include <QAction>
 #include <QMessageBox>
@@ -13,6 +14,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+
+#include <unistd.h>
 
 namespace {
 
@@ -68,6 +71,64 @@ TEST_F(Session, TakesTheLowestCompanyUnlessOneIsNamed) {
     session.reset();
     settings.company = 77;
     EXPECT_EQ(77, start().company());
+}
+
+QStringList briefOf(HostSession& session) {
+    QStringList all;
+    for (const auto& each : session.notices().all())
+        all.append(each.brief);
+    return all;
+}
+
+TEST_F(Session, ADatabaseThatCanNotBeWrittenIsSaidToBeSoFromTheStart) {
+    EXPECT_EQ(QStringList(), briefOf(start()));
+    EXPECT_EQ(QStringLiteral("Manutenzione distinte"), window.windowTitle());
+    session.reset();
+    // An administrator writes where nobody else may.
+    constexpr uid_t nobody = 65534;
+    const bool administrator = ::geteuid() == 0;
+    constexpr auto readable = std::filesystem::perms(0555);
+    std::filesystem::permissions(file, std::filesystem::perms(0666));
+    std::filesystem::permissions(folder.path(), readable);
+    if (administrator) {
+        ASSERT_EQ(0, ::seteuid(nobody));
+    }
+    EXPECT_EQ(QStringList{QStringLiteral("Sola lettura")}, briefOf(start())); // no room for the journal beside it
+    EXPECT_TRUE(
+        session->notices().all().front().sentence.contains(QStringLiteral("nella cartella non si può scrivere")));
+    session.reset();
+    if (administrator) {
+        ASSERT_EQ(0, ::seteuid(0));
+    }
+    std::filesystem::permissions(file, readable);
+    std::filesystem::permissions(folder.path(), std::filesystem::perms(0777));
+    if (administrator) {
+        ASSERT_EQ(0, ::seteuid(nobody));
+    }
+    EXPECT_EQ(QStringList{QStringLiteral("Sola lettura")}, briefOf(start()));
+    EXPECT_EQ(QStringLiteral("Manutenzione distinte – sola lettura"), window.windowTitle());
+    const auto* notice = window.findChild<QLabel*>(QStringLiteral("avviso"));
+    ASSERT_NE(nullptr, notice);
+    EXPECT_EQ(QStringLiteral("⚠ Sola lettura"), notice->text());
+    EXPECT_TRUE(notice->toolTip().contains(QStringLiteral("si può guardare ma non modificare")));
+    EXPECT_TRUE(notice->toolTip().contains(QStringLiteral("il file è di sola lettura")));
+    session.reset();
+    if (administrator) {
+        ASSERT_EQ(0, ::seteuid(0));
+    }
+}
+
+TEST_F(Session, ALogThatCanNotBeWrittenIsSaidOnce) {
+    settings.logFile = QString::fromStdString(folder.path().string()); // a folder
+    EXPECT_EQ(QStringList{QStringLiteral("Errori non registrati")}, briefOf(start()));
+    EXPECT_TRUE(session->notices().all().front().atEnd);
+    settings.logFile = QStringLiteral("/dev/full");
+    session.reset();
+    EXPECT_EQ(QStringList(), briefOf(start()));
+    EXPECT_EQ(QString(), session->openForm());
+    session->formWindow()->control("MenuCercaDest")->chooseItem(QStringLiteral("Codice")); // fails
+    session->formWindow()->control("MenuCercaDest")->chooseItem(QStringLiteral("Codice"));
+    EXPECT_EQ(QStringList{QStringLiteral("Errori non registrati")}, briefOf(*session));
 }
 
 TEST_F(Session, RefusesWhatIsNoDatabaseOfItsOwn) {

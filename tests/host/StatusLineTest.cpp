@@ -61,6 +61,26 @@ TEST_F(StatusLineTest, WhatHasNoRoomEndsInDotsAndIsTold) {
     EXPECT_TRUE(toolTip().isEmpty());
 }
 
+TEST_F(StatusLineTest, ANoticeStaysWhereTheSurroundingsGo) {
+    line().setNotice(QStringLiteral("Sola lettura"), QStringLiteral("Si può guardare."));
+    const auto* notice = line().findChild<QLabel*>(QStringLiteral("avviso"));
+    ASSERT_NE(nullptr, notice);
+    const int needed = line().fontMetrics().horizontalAdvance(text) + 200;
+    QStringList texts = shownAt(needed);
+    EXPECT_TRUE(texts.contains(text));
+    EXPECT_TRUE(texts.contains(QStringLiteral("⚠ Sola lettura")));
+    EXPECT_EQ(3, texts.size());
+    EXPECT_TRUE(texts.contains(QString()));
+    EXPECT_EQ(QStringLiteral("Si può guardare."), notice->toolTip());
+    texts = shownAt(260);
+    EXPECT_TRUE(texts[0].endsWith(QChar(0x2026)));
+    EXPECT_TRUE(notice->isVisible());
+    EXPECT_LE(notice->geometry().right(), 260);
+    line().setNotice({}, {});
+    EXPECT_FALSE(notice->isVisible());
+    EXPECT_FALSE(shownAt(3000)[1].isEmpty() && shownAt(3000)[2].isEmpty());
+}
+
 TEST_F(StatusLineTest, ALargerFontIsMeasuredAnew) {
     const int needed = line().fontMetrics().horizontalAdvance(text) + 40;
     ASSERT_EQ(text, shownAt(needed)[0]);

@@ -141,11 +141,24 @@ TEST_F(Tracing, AppendsOneJsonStringALineToAFile) {
     EXPECT_EQ("\"prima\"\n\"BeginTrans\"\n\"SELECT \\\"a\\\"\\n+ 'Società'\"\n", host_test::contentOf(file));
 }
 
+TEST_F(Tracing, AFileThatFillsUpEndsThereAndThatIsSaidOnce) {
+    QStringList reasons;
+    trace.cut = [&](const QString& reason) { reasons.append(reason); };
+    trace.openFile(QStringLiteral("/dev/full"));
+    EXPECT_TRUE(reasons.isEmpty());
+    connection.BeginTrans();
+    connection.CommitTrans();
+    EXPECT_EQ(QStringList{QStringLiteral("Il file di traccia \"/dev/full\" non si può più scrivere: non c'è più spazio "
+                                         "sul disco. Le istruzioni che seguono non vi sono.")},
+              reasons);
+}
+
 TEST_F(Tracing, SaysWhichFileCanNotBeWritten) {
     try {
         trace.openFile(QStringLiteral("/non/esiste/traccia"));
         FAIL();
     } catch (const contract::RuntimeError& error) {
+        EXPECT_NE(std::string::npos, error.description().find("il percorso non esiste")) << error.description();
         EXPECT_NE(std::string::npos, error.description().find("/non/esiste/traccia"));
     }
 }

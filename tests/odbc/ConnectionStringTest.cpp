@@ -49,7 +49,7 @@ TEST(OdbcConnectionString, APasswordWithinAnotherValueGoesWithIt) {
         ConnectionString string(text);
         EXPECT_EQ(std::string::npos, string.masked().find("segreto")) << string.masked();
         EXPECT_EQ(std::string::npos, string.name().find("segreto")) << string.name();
-        string.removePasswords();
+        string.removeSecrets();
         EXPECT_EQ(std::string::npos, string.text().find("segreto")) << string.text();
         EXPECT_EQ("sa", string.value("UID"));
     }
@@ -91,6 +91,61 @@ TEST(OdbcConnectionString, FreeTdsTakesBracesAsTheyAreUpToASemicolon) {
     ConnectionString other("Driver={ODBC Driver 18 for SQL Server};Server=erp");
     other.set("PWD", "a}b");
     EXPECT_EQ("Driver={ODBC Driver 18 for SQL Server};Server=erp;PWD={a}}b};", other.driverText(0));
+}
+
+TEST(OdbcConnectionString, ASecretIsMoreThanAPassword) {
+    for (const std::string secret :
+         {"KeystoreSecret=segreto", "keystoresecret={seg;reto}", "AccessToken=segreto",
+          "ClientKey={file:/k.pem,password:segreto}", "ClientCertificate={file:/c.pfx,password:segreto}",
+          "TrustStorePassword=segreto", "AEKeyStoreClientSecret=segreto", "OldPwd=segreto"}) {
+        ConnectionString string("Server=erp;" + secret + ";Database=Conti");
+        EXPECT_EQ(std::string::npos, string.masked().find("reto")) << string.masked();
+        EXPECT_FALSE(string.secrets().empty()) << secret;
+        EXPECT_EQ(std::string::npos, withoutPasswords("detto: " + secret, {}).find("reto")) << secret;
+        string.removeSecrets();
+        EXPECT_EQ("Server=erp;Database=Conti", string.text()) << secret;
+        // None of them is the login's password.
+        EXPECT_TRUE(ConnectionString(secret).passwords().empty()) << secret;
+    }
+    ConnectionString open("Server=erp;ClientCertificate=file:/c.pem;ServerCertificate=/s.pem;KeystorePrincipalId=a");
+    const std::string text = open.text();
+    open.removeSecrets();
+    EXPECT_EQ(text, open.text());
+}
+
+TEST(OdbcConnectionString, FreeTdsNeverSeesAValueThatEndsBeforeItsEnd) {
+    ConnectionString string("Driver=FreeTDS;Server=erp");
+    string.set("PWD", "x};Server=altrove");
+    EXPECT_NE(std::string::npos, string.refusal(string.driver()).find("PWD"));
+    EXPECT_EQ(std::string::npos, string.refusal(string.driver()).find("altrove"));
+    // A data source's driver may be this one.
+    string.remove("Driver");
+    EXPECT_NE("", string.refusal(string.driver()));
+    string.set("Driver", "ODBC Driver 18 for SQL Server");
+    EXPECT_EQ("", string.refusal(string.driver()));
+    for (const char* password : {"a}b", "a}b;{c}", "a;b", "};x}", "}"}) {
+        ConnectionString other("Driver=FreeTDS;Server=erp");
+        other.set("PWD", password);
+        EXPECT_EQ(std::string(password) == "};x}", !other.refusal(other.driver()).empty()) << password;
+    }
+}
+
+TEST(OdbcConnectionString, TheDriverTakesWhatTheNameShows) {
+    // Some drivers take the last of two, some the first; what is no keyword would hide the one behind it.
+    const ConnectionString twice("Driver=FreeTDS;erp;Server=erp;Database=Conti;=x;server=altrove;database=Altri");
+    EXPECT_EQ("erp/Conti", twice.name());
+    EXPECT_EQ("Driver=FreeTDS;Server=erp;Database=Conti;", twice.driverText(0));
+    // Braces that do not end where the value ends are written anew.
+    EXPECT_EQ("Driver=FreeTDS;App={a};Server=erp;",
+              ConnectionString("Driver=FreeTDS;App={a}x;Server=erp").driverText(0));
+    EXPECT_EQ("Driver={ODBC Driver 18 for SQL Server};App={a}}};Server=erp;",
+              ConnectionString("Driver={ODBC Driver 18 for SQL Server};App={a}}};Server=erp").driverText(0));
+    // An address leads Microsoft's driver elsewhere; FreeTDS's does not know the word.
+    const std::string both = "Server=erp;Address=10.0.0.9;Port=1500;Database=Conti";
+    EXPECT_EQ("10.0.0.9/Conti", ConnectionString("Driver={ODBC Driver 18 for SQL Server};" + both).name());
+    EXPECT_EQ("erp:1500/Conti", ConnectionString("Driver=FreeTDS;" + both).name());
+    EXPECT_EQ("sorgente/Conti", ConnectionString("DSN=sorgente;Database=Conti").name());
+    EXPECT_EQ("sorgente (erp/Conti)", ConnectionString("DSN=sorgente;Server=erp;Database=Conti").name());
 }
 
 TEST(OdbcConnectionString, KeepsWhatIsNoKeyword) {

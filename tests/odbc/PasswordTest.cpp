@@ -44,7 +44,7 @@ TEST_P(OdbcPassword, OpensTheServer) {
     EXPECT_TRUE(tried("CREATE USER " + login + " FOR LOGIN " + login));
 
     ConnectionString string(*text);
-    string.removePasswords();
+    string.removeSecrets();
     string.set("UID", login);
     string.set("PWD", GetParam());
     Connection user(string.text());

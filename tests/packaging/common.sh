@@ -29,12 +29,15 @@ installed_files=(
     usr/bin/distinte
     usr/lib/distinte/components/QZUO_COPIADISTINTA.so
     usr/share/applications/distinte.desktop
+    usr/share/doc/distinte/CONTRIBUTING.md
     usr/share/doc/distinte/README.md
     usr/share/doc/distinte/changelog.gz
     usr/share/doc/distinte/copyright
     usr/share/doc/distinte/docs/host-contract.md
     usr/share/doc/distinte/docs/manuale.md
+    usr/share/doc/distinte/docs/operations.md
     usr/share/doc/distinte/docs/performance.md
+    usr/share/doc/distinte/docs/reliability.md
     usr/share/icons/hicolor/128x128/apps/distinte.png
     usr/share/icons/hicolor/16x16/apps/distinte.png
     usr/share/icons/hicolor/24x24/apps/distinte.png

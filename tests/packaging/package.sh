@@ -16,6 +16,7 @@ field() {
 [ "$(field Package)" = distinte ] || fail "Package: $(field Package)"
 [ "$(field Version)" = "$version" ] || fail "Version: $(field Version)"
 [ "$(field Architecture)" = "$architecture" ] || fail "Architecture: $(field Architecture)"
+[[ $(field Suggests) =~ tdsodbc ]] || fail "no ODBC driver is suggested: $(field Suggests)"
 [ -n "$(field Maintainer)" ] || fail "no maintainer"
 # A line that tells what it is, then paragraphs, each line behind one blank.
 [ "$(field Description | wc -l)" -ge 5 ] || fail "no long description"

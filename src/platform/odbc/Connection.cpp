@@ -1,6 +1,7 @@
 #include "platform/odbc/Connection.h"
 
 #include "platform/dialect/SqliteValues.h"
+#include "platform/odbc/DataSource.h"
 #include "platform/odbc/Literals.h"
 #include "platform/odbc/Text.h"
 #include "platform/shared/Waiting.h"
@@ -85,8 +86,8 @@ void Connection::Open() {
         platform::odbc::fail(errors_, ErrorCategory::other, "la stringa di connessione è troppo lunga", opening,
                              "ODBC");
     platform::odbc::ConnectionString string(connectionString_);
-    name_ = string.name();
-    passwords_ = string.passwords();
+    name_ = labelOf(string);
+    passwords_ = string.secrets();
     timeout_ = 0;
     if (const auto seconds = string.value(ConnectionString::statementTimeout)) {
         const auto* end = seconds->data() + seconds->size();
@@ -96,6 +97,8 @@ void Connection::Open() {
                                  "StatementTimeout della stringa di connessione non è un numero di secondi", opening,
                                  name_);
     }
+    if (const std::string reason = string.refusal(targetOf(string).driver); !reason.empty())
+        platform::odbc::fail(errors_, ErrorCategory::other, reason, opening, name_);
     connect(opening);
     open_ = true;
 }
@@ -120,7 +123,7 @@ void Connection::establish(std::string_view operation) {
                              name_);
     SQLSetConnectAttr(database_.get(), SQL_ATTR_LOGIN_TIMEOUT, attribute(loginTimeout), SQL_IS_UINTEGER);
     const platform::odbc::ConnectionString string(connectionString_);
-    std::string text = string.driverText(timeout_);
+    std::string text = string.driverText(timeout_, targetOf(string).driver);
     SQLRETURN result = SQL_ERROR;
     SQLSMALLINT length = 0;
     engine_ = namesSqlite(string) ? Engine::sqlite : Engine::server;

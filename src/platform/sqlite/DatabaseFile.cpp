@@ -2,6 +2,7 @@
 
 #include "platform/dialect/Ddl.h"
 #include "platform/dialect/Token.h"
+#include "platform/shared/SystemReason.h"
 #include "platform/sqlite/Errors.h"
 #include "plugin/contract/RuntimeError.h"
 
@@ -34,7 +35,7 @@ public:
     explicit NewFile(std::string path) : path_(std::move(path)) {
         const int file = ::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
         if (file < 0 && errno != EEXIST)
-            refuse(path_, "non si può creare: " + std::system_category().message(errno));
+            refuse(path_, "non si può creare: " + platform::systemReason(errno));
         made_ = file >= 0;
         if (made_)
             ::close(file);
