@@ -1,5 +1,6 @@
 #include "platform/qt/TreeView.h"
 
+#include "platform/qt/PlainText.h"
 #include "platform/qt/TreeDelegate.h"
 #include "platform/qt/TreeHeader.h"
 
@@ -312,7 +313,7 @@ void TreeView::showScrollTip() {
         return;
     const QString tip = model_.drawnText(position, column);
     const int left = verticalScrollBar()->mapToGlobal(QPoint(0, 0)).x() - fontMetrics().horizontalAdvance(tip) - 40;
-    QToolTip::showText(QPoint(left, QCursor::pos().y() - 20), tip, verticalScrollBar());
+    QToolTip::showText(QPoint(left, QCursor::pos().y() - 20), letters(tip), verticalScrollBar());
 }
 
 } // namespace platform::qt
