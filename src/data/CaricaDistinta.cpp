@@ -2,6 +2,7 @@
 
 #include "data/IstruzioniDistinta.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 
@@ -32,15 +33,27 @@ std::optional<std::int64_t> nodoInFuoco(const Lato& lato) {
     return nodo ? std::optional(lato.albero->key(nodo)) : std::nullopt;
 }
 
-/// The depth counter is deliberately not reset first: it holds the largest depth seen since the form opened.
-void contaProfondita(Lato& lato) {
+/// The depth counter is deliberately not reset first: it holds the largest depth seen since the form opened. Levels of
+/// what is loaded now.
+int contaProfondita(Lato& lato) {
+    int livelli = 0;
     auto nodo = lato.albero->firstNode();
     for (std::size_t visite = lato.dati->RecordCount(); visite > 0 && nodo; --visite) {
         const int livello = lato.albero->level(nodo);
         if (livello > lato.LivelloMax)
-            lato.LivelloMax = static_cast<std::int16_t>(livello);
+            lato.LivelloMax = livello;
+        livelli = std::max(livelli, livello + 1);
         nodo = lato.albero->next(nodo);
     }
+    return livelli;
+}
+
+/// A tree that is deeper than it is opened says so.
+void avvisaProfondita(const StatoForm& stato, int livelli) {
+    if (livelli <= contract::TreeList::levelsOpened || stato.ospite == nullptr || !stato.ospite->StatusBar())
+        return;
+    stato.ospite->StatusBar()->setText("La distinta ha " + std::to_string(livelli) + " livelli: sono aperti i primi " +
+                                       std::to_string(contract::TreeList::levelsOpened) + ".");
 }
 
 } // namespace
@@ -74,11 +87,13 @@ void CaricaDistinta(StatoForm& stato, Lato& lato, std::string_view idTipo) {
         }
         passo([&] { lato.dati = lato.frame->load(lato.istruzione, righe); });
         passo([&] { lato.albero->bind(lato.dati, campoChiave, campoPadre, fuoco); });
-        passo([&] { contaProfondita(lato); });
+        int livelli = 0;
+        passo([&] { livelli = contaProfondita(lato); });
         passo([&] {
             lato.LivelloCorrente = lato.LivelloMax;
             scriviDidascaliaLivello(lato, true);
         });
+        passo([&] { avvisaProfondita(stato, livelli); });
     });
 }
 

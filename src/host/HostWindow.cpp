@@ -1,5 +1,7 @@
 #include "host/HostWindow.h"
 
+#include "platform/qt/PlainText.h"
+
 #include <QScreen>
 
 namespace host {
@@ -18,7 +20,7 @@ contract::Rect twips(const QRect& pixels) {
 
 HostWindow::HostWindow(const QString& name, const QString& title, QWidget* parent) : QDialog(parent), name_(name) {
     setObjectName(name);
-    setWindowTitle(title);
+    setWindowTitle(platform::qt::titleText(title));
     setModal(true);
 }
 

@@ -47,7 +47,7 @@ void Selezione::OnMouseDown(Lato& lato, contract::MouseButton tasto, contract::T
             return;
         if (tasto == contract::MouseButton::left) {
             passo([&] {
-                lato.livelloCliccato = static_cast<std::int16_t>(lato.albero->level(punto.node));
+                lato.livelloCliccato = lato.albero->level(punto.node);
                 AggiornaDidascaliaLivello(lato);
             });
             return;

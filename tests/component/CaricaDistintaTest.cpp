@@ -198,4 +198,16 @@ TEST_F(CaricaDistintaTest, TakesARowWithoutItsParentForARoot) {
     EXPECT_EQ(origine.LivelloMax, 1);
 }
 
+TEST_F(CaricaDistintaTest, CountsMoreLevelsThanAShortIntegerAndSaysThatNotAllAreOpen) {
+    scena.tabelle.nodi.clear();
+    constexpr std::int64_t livelli = 40000;
+    for (std::int64_t id = 1; id <= livelli; ++id)
+        scena.tabelle.nodi.push_back({id, 20, id > 1 ? std::optional(id - 1) : std::nullopt, 100});
+    qz::CaricaDistinta(scena.stato, origine, "20");
+    EXPECT_EQ(origine.LivelloMax, livelli - 1);
+    EXPECT_EQ(origine.LivelloCorrente, livelli - 1);
+    EXPECT_EQ(didascalia(origine), "Comprimi liv.40000");
+    EXPECT_EQ(scena.host->statusText, "La distinta ha 40000 livelli: sono aperti i primi 200.");
+}
+
 } // namespace

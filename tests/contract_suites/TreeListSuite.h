@@ -5,5 +5,6 @@
 //   INSTANTIATE_TEST_SUITE_P(Headless, TreeListSuite, testing::Values(&makeHeadlessTree), parameterName("Tree"));
 
 #include "contract_suites/ParameterName.h"
+#include "contract_suites/TreeListDepthSuite.h"
 #include "contract_suites/TreeListFocusSuite.h"
 #include "contract_suites/TreeListStructureSuite.h"

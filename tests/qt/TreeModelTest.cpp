@@ -64,7 +64,7 @@ TEST_F(TreeModelTest, KeepsQtsRulesOverRandomForests) {
     }
 }
 
-TEST_F(TreeModelTest, EveryPositionIsItsIndexAndHasTheParentOfTheRows) {
+TEST_F(TreeModelTest, EveryPositionIsItsIndexInAListWithoutParents) {
     std::mt19937 random(7);
     TreeModel model;
     addColumns(model);
@@ -74,17 +74,53 @@ TEST_F(TreeModelTest, EveryPositionIsItsIndexAndHasTheParentOfTheRows) {
         const auto index = model.at(at, 1);
         EXPECT_EQ(TreeModel::position(index), at);
         EXPECT_EQ(index.sibling(index.row(), 0), model.at(at));
-        EXPECT_EQ(TreeModel::position(index.parent()), model.nodes().parent(at));
+        EXPECT_EQ(index.row(), at);
+        EXPECT_FALSE(index.parent().isValid());
         EXPECT_EQ(index.data().toString().toStdString(), "n" + std::to_string(model.key(at)));
     }
 }
 
-TEST_F(TreeModelTest, NodesWithoutChildrenNeverHaveAny) {
+TEST_F(TreeModelTest, RowsOfOpenNodesAreOnOfferAndTheOthersAreNot) {
+    std::mt19937 random(11);
+    for (int round = 0; round < 20; ++round) {
+        TreeModel model;
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+        addColumns(model);
+        model.bind(treeRecords(randomForest(random, 60)), "ID", "PARENT");
+        for (std::int32_t at = 0; at < model.count(); ++at)
+            if (random() % 3 == 0)
+                model.setOpen(at, false);
+        const QPersistentModelIndex first = model.at(0, 1);
+        const QPersistentModelIndex last = model.at(model.count() - 1, 1);
+        model.layOut();
+        std::vector<std::int32_t> expected;
+        for (std::int32_t at = 0; at < model.count(); ++at) {
+            bool shown = true;
+            for (auto above = model.nodes().parent(at); above >= 0; above = model.nodes().parent(above))
+                shown = shown && model.isOpen(above);
+            EXPECT_EQ(model.isShown(at), shown);
+            EXPECT_EQ(model.at(at).isValid(), shown);
+            if (shown)
+                expected.push_back(at);
+        }
+        ASSERT_EQ(static_cast<std::size_t>(model.rowCount()), expected.size());
+        for (int row = 0; row < model.rowCount(); ++row)
+            EXPECT_EQ(TreeModel::position(model.index(row, 1)), expected[static_cast<std::size_t>(row)]);
+        EXPECT_EQ(model.lastShown(), expected.back());
+        EXPECT_EQ(first.row(), 0);
+        EXPECT_EQ(last.isValid(), model.isShown(model.count() - 1)) << "a cell that went is nobody's";
+    }
+}
+
+TEST_F(TreeModelTest, ANodeWithoutChildrenNeverOpensAndItsPlaceIsSpoken) {
     TreeModel model;
     addColumns(model);
     model.bind(treeRecords({{1, std::nullopt, "uno"}, {2, 1, "due"}}), "ID", "PARENT");
-    EXPECT_FALSE(model.flags(model.at(0)).testFlag(Qt::ItemNeverHasChildren));
-    EXPECT_TRUE(model.flags(model.at(1)).testFlag(Qt::ItemNeverHasChildren));
+    model.setOpen(1, true);
+    EXPECT_FALSE(model.isOpen(1));
+    const auto place = [&](std::int32_t at) { return model.at(at).data(Qt::AccessibleDescriptionRole).toString(); };
+    EXPECT_EQ(place(0), QStringLiteral("livello 1, aperto"));
+    EXPECT_EQ(place(1), QStringLiteral("livello 2"));
 }
 
 TEST_F(TreeModelTest, OnlyDateCellsThatAreEditableAndNotLockedTakeAText) {

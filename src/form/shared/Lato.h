@@ -62,9 +62,9 @@ struct Lato {
     std::shared_ptr<contract::Recordset> dati = std::make_shared<contract::Recordset>();
 
     // Levels, 0 for the top-level nodes
-    std::int16_t LivelloMax = 0;
-    std::int16_t LivelloCorrente = 0;
-    std::int16_t livelloCliccato = 0;
+    std::int32_t LivelloMax = 0;
+    std::int32_t LivelloCorrente = 0;
+    std::int32_t livelloCliccato = 0;
 
     /// Whether nothing is loaded.
     bool vuoto() const { return !dati || dati->Empty(); }

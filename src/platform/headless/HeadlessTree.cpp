@@ -42,6 +42,8 @@ void HeadlessTree::bind(std::shared_ptr<contract::Recordset> records, std::strin
     records_ = std::move(records);
     index_ = std::move(index);
     expanded_.assign(index_.size(), true);
+    for (std::int32_t at = 0; at < static_cast<std::int32_t>(index_.size()); ++at)
+        expanded_[static_cast<std::size_t>(at)] = index_.level(at) + 1 < levelsOpened;
     checks_.clear();
     states_.clear();
     topRow_ = 0;

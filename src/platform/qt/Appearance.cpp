@@ -1,6 +1,7 @@
 #include "platform/qt/Appearance.h"
 
 #include "platform/qt/PlainStyle.h"
+#include "platform/qt/PlainText.h"
 #include "platform/shared/ResizeScaler.h"
 
 #include <QApplication>
@@ -109,6 +110,7 @@ void Appearance::apply() {
         return true;
     }();
     static_cast<void>(prepared);
+    keepTextsPlain();
     QApplication::setPalette(paletteOf(colors()));
     QApplication::setFont(font());
     qApp->setStyleSheet(styleSheetOf(colors()));

@@ -1,6 +1,7 @@
 #include "platform/qt/DetailGridControl.h"
 
 #include "platform/qt/CaptionedControl.h"
+#include "platform/qt/PlainText.h"
 
 #include <QClipboard>
 #include <QFontDatabase>
@@ -55,7 +56,7 @@ public:
         if (event->type() != QEvent::ToolTip || !index.isValid() ||
             grid_.fontMetrics().horizontalAdvance(text) <= option.rect.width() - 2 * margin)
             return QStyledItemDelegate::helpEvent(event, view, option, index);
-        QToolTip::showText(event->globalPos(), text, view);
+        QToolTip::showText(event->globalPos(), letters(text), view);
         return true;
     }
 

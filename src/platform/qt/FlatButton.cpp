@@ -2,6 +2,7 @@
 
 #include "platform/qt/Appearance.h"
 #include "platform/qt/CaptionedControl.h"
+#include "platform/qt/PlainText.h"
 
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -87,7 +88,7 @@ QString FlatButton::hint() const {
 bool FlatButton::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip) {
         if (const QString text = hint(); !text.isEmpty()) {
-            QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text, this);
+            QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), letters(text), this);
             return true;
         }
     }

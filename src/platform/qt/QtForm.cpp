@@ -4,6 +4,7 @@
 #include "platform/qt/Buttons.h"
 #include "platform/qt/InputEvents.h"
 #include "platform/qt/LayoutControls.h"
+#include "platform/qt/PlainText.h"
 
 #include <QCoreApplication>
 
@@ -54,7 +55,7 @@ void QtForm::retire() {
 void QtForm::setCaption(std::string_view caption) {
     caption_ = caption;
     if (window_) {
-        window_->setWindowTitle(spoken(formCaption()));
+        window_->setWindowTitle(titleText(spoken(formCaption())));
         window_->setAccessibleName(spoken(formCaption()));
     }
 }

@@ -1,5 +1,7 @@
 #include "platform/qt/Surfaces.h"
 
+#include "platform/qt/PlainText.h"
+
 #include <QAccessibleWidget>
 #include <QHelpEvent>
 #include <QPainter>
@@ -120,7 +122,7 @@ bool ElidedLabel::fits() const {
 
 bool ElidedLabel::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && !fits()) {
-        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text(), this);
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), letters(text()), this);
         return true;
     }
     return QLabel::event(event);
@@ -161,6 +163,9 @@ void LabelControl::showCaption(const QString& caption) {
 void LabelControl::nameField() {
     const QString name = spoken(text(caption()));
     QWidget* field = field_;
+    // Without a field to lead to, an ampersand is a letter like any other.
+    if (field == nullptr && widget_ && !caption().empty())
+        widget_->setAccessibleName(text(caption()));
     if (field == nullptr || name.isEmpty())
         return;
     const QString present = field->accessibleName();

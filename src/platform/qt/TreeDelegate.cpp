@@ -1,6 +1,7 @@
 #include "platform/qt/TreeDelegate.h"
 
 #include "platform/qt/CalendarEdit.h"
+#include "platform/qt/PlainText.h"
 #include "platform/qt/TreeGlyphs.h"
 #include "platform/qt/TreeView.h"
 
@@ -132,7 +133,7 @@ bool TreeDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const Q
     if (tree_.nodes().column(index.column()).kind == TreeColumnKind::check ||
         tree_.fontMetrics().horizontalAdvance(text) <= room)
         return QStyledItemDelegate::helpEvent(event, view, option, index);
-    QToolTip::showText(event->globalPos(), text, view);
+    QToolTip::showText(event->globalPos(), letters(text), view);
     return true;
 }
 

@@ -84,28 +84,23 @@ void TreeListControl::setEmptyText(std::string_view value) {
 void TreeListControl::bind(std::shared_ptr<contract::Recordset> records, std::string_view keyField,
                            std::string_view parentField, std::optional<std::int64_t> focusKey) {
     focus_.forget();
-    changed_.clear();
+    changed_ = false;
     rebinding_ = true;
     try {
         model_->bind(std::move(records), keyField, parentField);
     } catch (...) {
-        open_.clear();
         rebinding_ = false;
         throw;
     }
     const auto count = model_->count();
-    open_.assign(static_cast<std::size_t>(count), false);
     int deepest = 0;
-    for (std::int32_t at = 0; at < count; ++at) {
-        open_[static_cast<std::size_t>(at)] = !model_->isLeaf(at);
+    for (std::int32_t at = 0; at < count; ++at)
         deepest = std::max(deepest, model_->nodes().level(at));
-    }
     view_->setDepth(deepest);
-    const bool blocked = view_->blockSignals(true); // one signal a node would only tell what is known
-    view_->expandAll();
-    view_->blockSignals(blocked);
     if (count > 0) {
         const Node wanted = focusKey ? byKey(*focusKey) : Node{};
+        openAncestors(wanted ? wanted.position : 0);
+        applyExpansions();
         view_->focusPosition(wanted ? wanted.position : 0);
     }
     rebinding_ = false;
@@ -116,10 +111,9 @@ void TreeListControl::bind(std::shared_ptr<contract::Recordset> records, std::st
 
 void TreeListControl::clearNodes() {
     focus_.forget();
-    changed_.clear();
+    changed_ = false;
     rebinding_ = true;
     model_->clearNodes();
-    open_.clear();
     rebinding_ = false;
     moveRecordsToFocus();
     view_->viewport()->update();
@@ -130,10 +124,9 @@ void TreeListControl::unbind() {
     if (model_->count() > 0)
         clearNodes(); // the focus goes, and is seen to go
     focus_.forget();
-    changed_.clear();
+    changed_ = false;
     rebinding_ = true;
     model_->unbind();
-    open_.clear();
     rebinding_ = false;
     view_->viewport()->update();
 }
@@ -269,15 +262,15 @@ std::string TreeListControl::fieldOf(std::string_view column) const {
 // Expansion
 
 bool TreeListControl::expanded(Node node) const {
-    return open_[static_cast<std::size_t>(checkedPosition(node))];
+    return model_->isOpen(checkedPosition(node));
 }
 
 void TreeListControl::setExpanded(Node node, bool expanded) {
     const auto position = checkedPosition(node);
-    if (model_->isLeaf(position) || open_[static_cast<std::size_t>(position)] == expanded)
+    if (model_->isLeaf(position) || model_->isOpen(position) == expanded)
         return;
-    open_[static_cast<std::size_t>(position)] = expanded;
-    changed_.push_back(position);
+    model_->setOpen(position, expanded);
+    changed_ = true;
     if (updates_ == 0)
         applyExpansions();
 }
@@ -292,47 +285,38 @@ void TreeListControl::endUpdate() {
 }
 
 void TreeListControl::applyExpansions() {
-    if (changed_.empty())
+    if (!changed_)
         return;
+    changed_ = false;
     // The row on which the user's eye rests stays at its height: the focused one if it is on screen, else the top one.
     const auto shownAt = [this](std::int32_t position) {
         return view_->cellRect(position, std::max(view_->treeColumn(), 0)).top();
     };
     const auto visible = view_->visiblePositions();
-    auto anchor = nearestShown(focused().position);
-    if (std::find(visible.begin(), visible.end(), focused().position) == visible.end())
+    const auto before = focused().position;
+    const auto after = nearestShown(before);
+    auto anchor = after;
+    if (std::find(visible.begin(), visible.end(), before) == visible.end())
         anchor = visible.empty() ? -1 : nearestShown(visible.front());
     const int rowHeight = std::max(1, Appearance::instance().rowHeight());
     const int height = anchor < 0 ? 0 : shownAt(anchor) / rowHeight;
-    applying_ = true;
-    const auto apply = [this] {
-        for (const auto position : changed_)
-            view_->setExpanded(model_->at(position), open_[static_cast<std::size_t>(position)]);
-    };
-    if (changed_.size() == 1)
-        apply();
-    else
-        view_->relayout(apply);
-    changed_.clear();
-    applying_ = false;
+    // A node that is about to be hidden hands the focus to the one that is still shown. It is told when all is done.
+    focus_.hold();
+    if (after != before)
+        view_->focusPosition(after);
+    view_->layOutNodes();
     if (anchor >= 0)
-        view_->scrollRowTo(nearestShown(anchor), height);
-    focusShown();
-}
-
-void TreeListControl::focusShown() {
-    const Node node = focused();
-    if (!node)
-        return;
-    if (const auto shown = nearestShown(node.position); shown != node.position)
-        focusRow(shown);
+        view_->scrollRowTo(anchor, height);
+    if (after != before)
+        view_->scrollTo(view_->currentIndex());
+    focus_.release(false);
 }
 
 std::int32_t TreeListControl::nearestShown(std::int32_t position) const {
     auto shown = position;
     for (auto above = position < 0 ? -1 : model_->nodes().parent(position); above >= 0;
          above = model_->nodes().parent(above))
-        if (!open_[static_cast<std::size_t>(above)])
+        if (!model_->isOpen(above))
             shown = above;
     return shown;
 }

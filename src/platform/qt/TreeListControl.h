@@ -97,7 +97,6 @@ private:
     void cellEdited(std::int32_t position) override;
     void toggleExpanded(std::int32_t position) override;
     void expandByKey(std::int32_t position, int key) override;
-    void nodeExpanded(std::int32_t position, bool expanded) override;
 
     /// Throws RuntimeError 3265.
     int columnNamed(std::string_view name) const;
@@ -108,7 +107,6 @@ private:
     std::int32_t nearestShown(std::int32_t position) const;
     void openAncestors(std::int32_t position);
     void applyExpansions();
-    void focusShown();
     void moveRecordsToFocus();
     contract::HitCode hitCode(QPoint point, std::int32_t position, int column) const;
 
@@ -118,11 +116,9 @@ private:
     TreeView* view_;   // belongs to its parent widget; with it ends the use of the control
     TreeModel* model_; // belongs to the view
     TreeFocusEvents focus_;
-    std::vector<bool> open_; // by position
-    std::vector<std::int32_t> changed_;
+    bool changed_ = false; // what is open, since it was laid out last
     int updates_ = 0;
     bool rebinding_ = false;
-    bool applying_ = false;
 };
 
 } // namespace platform::qt

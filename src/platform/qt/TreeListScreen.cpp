@@ -152,13 +152,4 @@ void TreeListControl::expandByKey(std::int32_t position, int key) {
     endUpdate();
 }
 
-void TreeListControl::nodeExpanded(std::int32_t position, bool isOpen) {
-    if (applying_ || rebinding_ || !model_->hasPosition(position))
-        return;
-    // An assistive tool, say.
-    open_[static_cast<std::size_t>(position)] = isOpen;
-    if (!isOpen)
-        focusShown();
-}
-
 } // namespace platform::qt

@@ -49,7 +49,7 @@ QJsonObject TreeListControl::read() const {
             {"id", static_cast<qint64>(model_->key(position))},
             {"parent", above < 0 ? QJsonValue(QJsonValue::Null) : QJsonValue(static_cast<qint64>(model_->key(above)))},
             {"level", model_->nodes().level(position)},
-            {"expanded", static_cast<bool>(open_[static_cast<std::size_t>(position)])},
+            {"expanded", model_->isOpen(position)},
             {"cells", cells}});
     }
     const auto focus = focused();

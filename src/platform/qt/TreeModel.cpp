@@ -67,12 +67,14 @@ void TreeModel::bind(std::shared_ptr<contract::Recordset> records, std::string_v
             if (const auto field = records_->rows().find(columns_[at].field))
                 fields_[at] = static_cast<int>(*field);
     marks_.assign(records_->RecordCount(), false);
+    openAll();
     endResetModel();
 }
 
 void TreeModel::clearNodes() {
     beginResetModel();
     nodes_.clear();
+    openAll();
     endResetModel();
 }
 
@@ -84,6 +86,7 @@ void TreeModel::unbind() {
 
 void TreeModel::forgetBinding() {
     nodes_.clear();
+    openAll();
     records_.reset();
     marks_.clear();
     std::fill(fields_.begin(), fields_.end(), -1);
@@ -91,14 +94,68 @@ void TreeModel::forgetBinding() {
         texts.clear();
 }
 
+/// As deep as bind() opens.
+void TreeModel::openAll() {
+    open_.assign(nodes_.size(), false);
+    bool deeper = false;
+    for (std::int32_t at = 0; at < count(); ++at) {
+        const bool near = nodes_.level(at) + 1 < contract::TreeList::levelsOpened;
+        open_[static_cast<std::size_t>(at)] = near && !isLeaf(at);
+        deeper = deeper || (!near && !isLeaf(at));
+    }
+    shown_.clear();
+    allShown_ = true;
+    if (deeper)
+        findShown();
+}
+
+void TreeModel::findShown() {
+    shown_.clear();
+    for (std::int32_t at = 0; at < count(); at = isLeaf(at) || isOpen(at) ? at + 1 : nodes_.subtreeEnd(at))
+        shown_.push_back(at);
+    allShown_ = static_cast<std::int32_t>(shown_.size()) == count();
+    if (allShown_)
+        shown_.clear();
+    shown_.shrink_to_fit();
+}
+
+void TreeModel::setOpen(std::int32_t position, bool open) {
+    open_[static_cast<std::size_t>(position)] = open && !isLeaf(position);
+}
+
+void TreeModel::layOut() {
+    emit layoutAboutToBeChanged({}, VerticalSortHint);
+    const QModelIndexList before = persistentIndexList();
+    findShown();
+    QModelIndexList after;
+    for (const auto& index : before)
+        after.append(at(position(index), index.column()));
+    changePersistentIndexList(before, after);
+    emit layoutChanged({}, VerticalSortHint);
+}
+
+std::int32_t TreeModel::shownRow(std::int32_t position) const {
+    if (allShown_)
+        return hasPosition(position) ? position : -1;
+    const auto found = std::lower_bound(shown_.begin(), shown_.end(), position);
+    return found != shown_.end() && *found == position ? static_cast<std::int32_t>(found - shown_.begin()) : -1;
+}
+
+bool TreeModel::isShown(std::int32_t position) const {
+    return shownRow(position) >= 0;
+}
+
+std::int32_t TreeModel::lastShown() const {
+    return allShown_ ? count() - 1 : shown_.back();
+}
+
 std::int64_t TreeModel::key(std::int32_t position) const {
     return records_->rows().column(keyField_).integer(row(position)).value_or(0);
 }
 
 QModelIndex TreeModel::at(std::int32_t position, int column) const {
-    if (!hasPosition(position))
-        return {};
-    return createIndex(nodes_.placeAmongSiblings(position), column, static_cast<quintptr>(position));
+    const auto row = shownRow(position);
+    return row < 0 ? QModelIndex() : createIndex(row, column, static_cast<quintptr>(position));
 }
 
 Value TreeModel::value(std::int32_t position, int column) const {
@@ -171,34 +228,34 @@ void TreeModel::forgetTexts(int column) {
 }
 
 QModelIndex TreeModel::index(int row, int column, const QModelIndex& parent) const {
-    if (row < 0 || column < 0 || column >= columnCount() || (parent.isValid() && parent.column() != 0))
+    if (row < 0 || column < 0 || column >= columnCount() || parent.isValid() || row >= shownCount())
         return {};
-    const auto siblings = nodes_.children(position(parent));
-    if (static_cast<std::size_t>(row) >= siblings.size())
-        return {};
-    return createIndex(row, column, static_cast<quintptr>(siblings[static_cast<std::size_t>(row)]));
+    const auto position = allShown_ ? row : shown_[static_cast<std::size_t>(row)];
+    return createIndex(row, column, static_cast<quintptr>(position));
 }
 
-QModelIndex TreeModel::parent(const QModelIndex& child) const {
-    if (!child.isValid())
-        return {};
-    return at(nodes_.parent(position(child)));
+QModelIndex TreeModel::parent(const QModelIndex&) const {
+    return {};
 }
 
 int TreeModel::rowCount(const QModelIndex& parent) const {
-    if (parent.isValid() && parent.column() != 0)
-        return 0;
-    return static_cast<int>(nodes_.children(position(parent)).size());
+    return parent.isValid() ? 0 : shownCount();
 }
 
 int TreeModel::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() && parent.column() != 0 ? 0 : static_cast<int>(columns_.size());
+    return parent.isValid() ? 0 : static_cast<int>(columns_.size());
 }
 
 bool TreeModel::hasChildren(const QModelIndex& parent) const {
-    if (!parent.isValid())
-        return count() > 0;
-    return parent.column() == 0 && !isLeaf(position(parent));
+    return !parent.isValid() && count() > 0;
+}
+
+/// What an assistive tool is told of a node's place, which no row of a list shows.
+QString TreeModel::spokenPlace(std::int32_t position) const {
+    QString place = QStringLiteral("livello %1").arg(nodes_.level(position) + 1);
+    if (!isLeaf(position))
+        place += isOpen(position) ? QStringLiteral(", aperto") : QStringLiteral(", chiuso");
+    return place;
 }
 
 QVariant TreeModel::data(const QModelIndex& index, int role) const {
@@ -214,6 +271,8 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const {
         return check ? QVariant(checked(position(index)) ? Qt::Checked : Qt::Unchecked) : QVariant();
     case Qt::TextAlignmentRole:
         return headerData(index.column(), Qt::Horizontal, role);
+    case Qt::AccessibleDescriptionRole:
+        return spokenPlace(position(index));
     default:
         return {};
     }
@@ -240,8 +299,8 @@ bool TreeModel::mark(std::int32_t position, int column, bool checked) {
     if (this->column(column).kind != TreeColumnKind::check || locked_[static_cast<std::size_t>(column)])
         return false;
     marks_[row(position)] = checked;
-    const QModelIndex changed = at(position, column);
-    emit dataChanged(changed, changed);
+    if (const QModelIndex changed = at(position, column); changed.isValid())
+        emit dataChanged(changed, changed);
     return true;
 }
 
@@ -267,9 +326,7 @@ QVariant TreeModel::headerData(int section, Qt::Orientation orientation, int rol
 Qt::ItemFlags TreeModel::flags(const QModelIndex& index) const {
     if (!index.isValid())
         return Qt::NoItemFlags;
-    Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
-    if (isLeaf(position(index)))
-        flags |= Qt::ItemNeverHasChildren;
+    Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
     if (editable(index.column()))
         flags |= Qt::ItemIsEditable;
     if (column(index.column()).kind == TreeColumnKind::check && !locked(static_cast<std::size_t>(index.column())))

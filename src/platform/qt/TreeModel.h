@@ -17,6 +17,10 @@ namespace platform::qt {
 
 /// A record set as Qt's item views see it: an index over its rows, no object a node. The internal id of an index is the
 /// node's position in display order.
+///
+/// To the views it is a list: the rows on offer are the nodes whose ancestors are all open, one below the other, and no
+/// row has a parent. Which nodes are open is known here, and the depth is drawn by the view. So nothing goes down level
+/// by level, and a chain of a million nodes costs what a million nodes beside each other do.
 class TreeModel : public QAbstractItemModel {
     Q_OBJECT
 public:
@@ -46,10 +50,19 @@ public:
     std::int32_t count() const { return static_cast<std::int32_t>(nodes_.size()); }
     bool hasPosition(std::int32_t position) const { return position >= 0 && position < count(); }
     bool isLeaf(std::int32_t position) const { return nodes_.subtreeEnd(position) == position + 1; }
+    bool isOpen(std::int32_t position) const { return open_[static_cast<std::size_t>(position)]; }
+    /// What hangs below an open node is on offer from the next layOut() on. A node without children never opens.
+    void setOpen(std::int32_t position, bool open);
+    /// Offers the rows of the nodes that are shown now; linear in the nodes.
+    void layOut();
+    /// Whether the node was on offer at the last layOut().
+    bool isShown(std::int32_t position) const;
+    /// The last node on offer; -1 without nodes.
+    std::int32_t lastShown() const;
     /// 0 for a row without a key.
     std::int64_t key(std::int32_t position) const;
 
-    /// The model index of a node; the invalid one for a position that does not exist.
+    /// The model index of a node; the invalid one for a position that does not exist or is not on offer.
     QModelIndex at(std::int32_t position, int column = 0) const;
     /// -1 for the invalid index.
     static std::int32_t position(const QModelIndex& index) {
@@ -74,6 +87,7 @@ public:
     // QAbstractItemModel
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
+    /// Always the invalid one.
     QModelIndex parent(const QModelIndex& child) const override;
     using QObject::parent;
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -88,6 +102,12 @@ public:
 private:
     std::size_t row(std::int32_t position) const { return static_cast<std::size_t>(nodes_.row(position)); }
     void forgetBinding();
+    void openAll();
+    void findShown();
+    QString spokenPlace(std::int32_t position) const;
+    /// Row on offer of a position; -1 for none.
+    std::int32_t shownRow(std::int32_t position) const;
+    std::int32_t shownCount() const { return allShown_ ? count() : static_cast<std::int32_t>(shown_.size()); }
     bool mark(std::int32_t position, int column, bool checked);
 
     std::vector<contract::TreeColumn> columns_;
@@ -97,7 +117,10 @@ private:
     std::shared_ptr<contract::Recordset> records_;
     std::size_t keyField_ = 0;
     shared::TreeIndex nodes_;
-    std::vector<bool> marks_; // by row
+    std::vector<bool> marks_;         // by row
+    std::vector<bool> open_;          // by position
+    bool allShown_ = true;            // every node is on offer
+    std::vector<std::int32_t> shown_; // positions on offer in display order, where not all are
 };
 
 } // namespace platform::qt

@@ -1,5 +1,6 @@
 #include "platform/qt/TreeView.h"
 
+#include "platform/qt/PlainText.h"
 #include "platform/qt/TreeDelegate.h"
 #include "platform/qt/TreeHeader.h"
 
@@ -52,14 +53,6 @@ TreeView::TreeView(QWidget* parent)
             return;
         userWidths_[static_cast<std::size_t>(column)] = width / zoomFactor();
         layoutColumns();
-    });
-    connect(this, &QTreeView::expanded, this, [this](const QModelIndex& index) {
-        if (listener_ != nullptr)
-            listener_->nodeExpanded(TreeModel::position(index), true);
-    });
-    connect(this, &QTreeView::collapsed, this, [this](const QModelIndex& index) {
-        if (listener_ != nullptr)
-            listener_->nodeExpanded(TreeModel::position(index), false);
     });
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this] {
         if (verticalScrollBar()->isSliderDown())
@@ -215,8 +208,13 @@ QRect TreeView::cellRect(std::int32_t position, int column) const {
     return {columnViewportPosition(column), row.top(), columnWidth(column), row.height()};
 }
 
+int TreeView::levelsDrawn() const {
+    const int code = fontMetrics().horizontalAdvance(QStringLiteral("0000000"));
+    return std::max(0, (columnWidth(firstVisible_) - code - 2 * margin) / std::max(1, indentation()) - 1);
+}
+
 int TreeView::indent(std::int32_t position) const {
-    return (model_.nodes().level(position) + 1) * indentation();
+    return (std::min(model_.nodes().level(position), levelsDrawn()) + 1) * indentation();
 }
 
 QRect TreeView::contentRect(std::int32_t position, int column) const {
@@ -255,10 +253,12 @@ QRect TreeView::linkRect(std::int32_t position, int column) const {
 int TreeView::rowsBottom() const {
     if (model_.count() == 0)
         return 0;
-    auto last = model_.nodes().children(-1).back();
-    while (!model_.isLeaf(last) && isOpen(last))
-        last = model_.nodes().children(last).back();
-    return visualRect(model_.at(last, firstVisible_)).bottom() + 1;
+    return visualRect(model_.at(model_.lastShown(), firstVisible_)).bottom() + 1;
+}
+
+void TreeView::layOutNodes() {
+    model_.layOut();
+    doItemsLayout();
 }
 
 void TreeView::scrollRowTo(std::int32_t position, int rows) {
@@ -313,7 +313,7 @@ void TreeView::showScrollTip() {
         return;
     const QString tip = model_.drawnText(position, column);
     const int left = verticalScrollBar()->mapToGlobal(QPoint(0, 0)).x() - fontMetrics().horizontalAdvance(tip) - 40;
-    QToolTip::showText(QPoint(left, QCursor::pos().y() - 20), tip, verticalScrollBar());
+    QToolTip::showText(QPoint(left, QCursor::pos().y() - 20), letters(tip), verticalScrollBar());
 }
 
 } // namespace platform::qt

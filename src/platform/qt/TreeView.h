@@ -35,8 +35,6 @@ public:
     virtual void toggleExpanded(std::int32_t position) = 0;
     /// Plus opens, minus closes, an asterisk opens all that hangs below.
     virtual void expandByKey(std::int32_t position, int key) = 0;
-    /// The view opened or closed a node by itself.
-    virtual void nodeExpanded(std::int32_t position, bool expanded) = 0;
 };
 
 /// The widget of a tree list: Qt's tree view, with the drawing, the mouse and the keys of this program's lists.
@@ -82,18 +80,11 @@ public:
     /// Lower edge of the last row; 0 without rows.
     int rowsBottom() const;
 
-    bool isOpen(std::int32_t position) const { return isExpanded(model_.at(position)); }
+    bool isOpen(std::int32_t position) const { return model_.isOpen(position); }
     /// Scrolls so that the row stands that many rows below the upper edge, as far as the tree reaches.
     void scrollRowTo(std::int32_t position, int rows);
-    /// Lays out many changes of isOpen() once.
-    template <class Change> void relayout(Change change) {
-        scheduleDelayedItemsLayout();
-        const bool blocked = blockSignals(true);
-        change();
-        blockSignals(blocked);
-        executeDelayedItemsLayout();
-        updateGeometries();
-    }
+    /// Shows what is open now.
+    void layOutNodes();
 
     /// Asks for the texts of unbound columns that the rows on screen lack.
     void fetchVisibleTexts();
@@ -155,6 +146,8 @@ private:
     std::int32_t findText(int column) const;
     bool typeIntoCell(QKeyEvent* event);
     void showScrollTip();
+    /// Levels whose branches the first column has room for beside a code; deeper ones stand at its last.
+    int levelsDrawn() const;
     int indent(std::int32_t position) const;
     int preferredWidth(int column) const;
     /// What a column can do without while its text and its caption still stand in full, in pixels.

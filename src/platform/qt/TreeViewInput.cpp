@@ -154,7 +154,11 @@ bool TreeView::pressedKey(QKeyEvent* event) {
         pressMenuKey(Qt::NoModifier);
         return true;
     }
-    if (!plain || focused < 0 || listener_ == nullptr)
+    if (focused < 0 || listener_ == nullptr)
+        return false;
+    // Some keyboards type them with Shift.
+    const bool sign = event->key() == Qt::Key_Plus || event->key() == Qt::Key_Minus || event->key() == Qt::Key_Asterisk;
+    if (!plain && !(sign && (event->modifiers() & ~Qt::KeypadModifier) == Qt::ShiftModifier))
         return false;
     switch (event->key()) {
     case Qt::Key_F2:

@@ -57,16 +57,25 @@ void TreeView::drawBranches(QPainter* painter, const QRect& rect, const QModelIn
     QColor guide = focused ? palette_.selectionText : palette_.line;
     if (focused)
         guide.setAlpha(90);
-    for (int at = 0; at < level; ++at)
-        painter->fillRect(QRect(rect.left() + at * indentation() + indentation() / 2, rect.top(), 1, rect.height()),
-                          guide);
-    if (model_.isLeaf(position))
-        return;
     QColor ink = palette_.textMuted;
     if (!isEnabled())
         ink = palette_.textDisabled;
     else if (focused)
         ink = palette_.selectionText;
+    if (const int drawn = levelsDrawn(); level <= drawn) {
+        for (int at = 0; at < level; ++at)
+            painter->fillRect(QRect(rect.left() + at * indentation() + indentation() / 2, rect.top(), 1, rect.height()),
+                              guide);
+    } else {
+        // Too deep for lines: the number of the level instead.
+        const QRect room(rect.left() + 2, rect.top(), drawn * indentation() - 2, rect.height());
+        painter->setFont(font());
+        painter->setPen(ink);
+        painter->drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                          fontMetrics().elidedText(QString::number(level + 1), Qt::ElideRight, room.width()));
+    }
+    if (model_.isLeaf(position))
+        return;
     // As large where the branches stand close.
     const QRectF button(buttonRect(position));
     const qreal side = std::max<qreal>(button.width(), rect.height() * 0.6);

@@ -79,6 +79,9 @@ struct TreeHit {
 /// on cycles gives a tree without nodes, whose record set stands at its end.
 class TreeList : public Control {
 public:
+    /// Levels that bind() shows: what is deeper could not be told apart by its branches.
+    static constexpr int levelsOpened = 200;
+
     // Set-up
 
     virtual void setBandCaption(std::string_view caption) = 0;
@@ -96,8 +99,8 @@ public:
 
     // Data
 
-    /// Binds, fully expanded, with the focus on the node of focusKey if it exists, else on the first one, and raises
-    /// the focus events. Column widths that the user changed stay.
+    /// Binds, expanded down to levelsOpened, with the focus on the node of focusKey if it exists, else on the first
+    /// one, and raises the focus events. Column widths that the user changed stay.
     virtual void bind(std::shared_ptr<Recordset> records, std::string_view keyField, std::string_view parentField,
                       std::optional<std::int64_t> focusKey = std::nullopt) = 0;
     /// Removes the nodes and raises the focus events; the binding stays.
