@@ -91,6 +91,8 @@ private:
     void inputBegins() override;
     void inputEnds(bool byKey) override;
     void flushFocus() override;
+    void pressBegins(QPoint point) override;
+    void pressEnds() override { aim_.reset(); }
     void pressed(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPoint point) override;
     void linkClicked(std::int32_t position, int column) override;
     void checkToggled(std::int32_t position, bool checked) override;
@@ -99,6 +101,12 @@ private:
     void expandByKey(std::int32_t position, int key) override;
     void nodeExpanded(std::int32_t position, bool expanded) override;
 
+    /// The rows that were aimed at are gone.
+    void forgetAim() {
+        if (aim_)
+            aim_->hit = {};
+    }
+    contract::TreeHit hitAt(contract::Twips x, contract::Twips y) const;
     /// Throws RuntimeError 3265.
     int columnNamed(std::string_view name) const;
     /// Throws RuntimeError 5 for a node that the tree does not have.
@@ -123,6 +131,13 @@ private:
     int updates_ = 0;
     bool rebinding_ = false;
     bool applying_ = false;
+    /// What stood at a point when the mouse went down there.
+    struct Aim {
+        contract::Twips x;
+        contract::Twips y;
+        contract::TreeHit hit;
+    };
+    std::optional<Aim> aim_;
 };
 
 } // namespace platform::qt
