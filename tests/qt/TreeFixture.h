@@ -111,9 +111,9 @@ protected:
         QTest::mousePress(view().viewport(), button, Qt::NoModifier, middle(id, name));
     }
     void click(QPoint point) { QTest::mouseClick(view().viewport(), Qt::LeftButton, Qt::NoModifier, point); }
-    void pointAt(QPoint point) {
+    void pointAt(QPoint point, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         QMouseEvent move(QEvent::MouseMove, QPointF(point), QPointF(view().viewport()->mapToGlobal(point)),
-                         Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+                         Qt::NoButton, Qt::NoButton, modifiers);
         QCoreApplication::sendEvent(view().viewport(), &move);
     }
     void keys(std::initializer_list<Qt::Key> pressed) {

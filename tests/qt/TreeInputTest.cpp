@@ -74,21 +74,39 @@ TEST_F(TreeInput, ClosingTheParentOfTheFocusedNodeWithTheMouseFocusesIt) {
     EXPECT_EQ(tree_->records()->Row(), 0U);
 }
 
-TEST_F(TreeInput, AClickOnALinkFocusesTheRowAndActsOnTheRelease) {
+TEST_F(TreeInput, AFirstClickOnALinkOnlyFocusesTheRowAndASecondOpensItOnTheRelease) {
     bindSmall();
     const QPoint link = view().linkRect(node(4).position, column("NAME")).center();
-    QTest::mousePress(view().viewport(), Qt::LeftButton, Qt::NoModifier, link);
+    click(link);
     EXPECT_EQ(told(), (Log{"change 4", "column 4 NAME", "left"}));
+    QTest::mousePress(view().viewport(), Qt::LeftButton, Qt::NoModifier, link);
+    EXPECT_EQ(told(), (Log{"left"}));
     QTest::mouseRelease(view().viewport(), Qt::LeftButton, Qt::NoModifier, link);
     EXPECT_EQ(told(), (Log{"link 4 NAME"}));
 }
 
-TEST_F(TreeInput, ALinkThatIsLeftBeforeTheReleaseDoesNotAct) {
+TEST_F(TreeInput, WithCtrlTheFirstClickOnALinkOpensIt) {
     bindSmall();
+    const QPoint link = view().linkRect(node(4).position, column("NAME")).center();
+    QTest::mouseClick(view().viewport(), Qt::LeftButton, Qt::ControlModifier, link);
+    EXPECT_EQ(told(), (Log{"change 4", "column 4 NAME", "left 2", "link 4 NAME"}));
+}
+
+TEST_F(TreeInput, ADoubleClickOnALinkOfAnotherRowOpensNothing) {
+    bindSmall();
+    const QPoint link = view().linkRect(node(4).position, column("NAME")).center();
+    click(link);
+    QTest::mouseDClick(view().viewport(), Qt::LeftButton, Qt::NoModifier, link);
+    QTest::mouseRelease(view().viewport(), Qt::LeftButton, Qt::NoModifier, link);
+    EXPECT_EQ(told(), (Log{"change 4", "column 4 NAME", "left"}));
+}
+
+TEST_F(TreeInput, ALinkThatIsLeftBeforeTheReleaseDoesNotAct) {
+    bindSmall(4);
     const QPoint link = view().linkRect(node(4).position, column("NAME")).center();
     QTest::mousePress(view().viewport(), Qt::LeftButton, Qt::NoModifier, link);
     QTest::mouseRelease(view().viewport(), Qt::LeftButton, Qt::NoModifier, middle(4, "START"));
-    EXPECT_EQ(told(), (Log{"change 4", "column 4 NAME", "left"}));
+    EXPECT_EQ(told(), (Log{"column 4 NAME", "left"}));
 }
 
 TEST_F(TreeInput, BesideTheTextOfALinkAClickOnlyFocuses) {
@@ -98,8 +116,19 @@ TEST_F(TreeInput, BesideTheTextOfALinkAClickOnlyFocuses) {
     EXPECT_EQ(told(), (Log{"change 4", "column 4 NAME", "left"}));
 }
 
-TEST_F(TreeInput, TheMouseShowsWhatIsALink) {
-    bindSmall();
+TEST_F(TreeInput, TheMouseShowsALinkOnlyWhereAClickOpensIt) {
+    bindSmall(4);
+    const QPoint other = view().linkRect(node(3).position, column("NAME")).center();
+    pointAt(other);
+    EXPECT_FALSE(view().linkPointed(node(3).position, column("NAME")));
+    EXPECT_EQ(view().viewport()->cursor().shape(), Qt::ArrowCursor);
+    QTest::keyPress(&view(), Qt::Key_Control, Qt::ControlModifier);
+    EXPECT_TRUE(view().linkPointed(node(3).position, column("NAME")));
+    EXPECT_EQ(view().viewport()->cursor().shape(), Qt::PointingHandCursor);
+    QTest::keyRelease(&view(), Qt::Key_Control);
+    EXPECT_EQ(view().viewport()->cursor().shape(), Qt::ArrowCursor);
+    pointAt(other, Qt::ControlModifier);
+    EXPECT_TRUE(view().linkPointed(node(3).position, column("NAME")));
     const QPoint link = view().linkRect(node(4).position, column("NAME")).center();
     pointAt(link);
     EXPECT_TRUE(view().linkPointed(node(4).position, column("NAME")));
@@ -107,6 +136,9 @@ TEST_F(TreeInput, TheMouseShowsWhatIsALink) {
     pointAt(middle(4, "START"));
     EXPECT_FALSE(view().linkPointed(node(4).position, column("NAME")));
     EXPECT_EQ(view().viewport()->cursor().shape(), Qt::ArrowCursor);
+    pointAt(link);
+    keys({Qt::Key_Up});
+    EXPECT_EQ(view().viewport()->cursor().shape(), Qt::ArrowCursor) << "the row has lost the focus";
 }
 
 TEST_F(TreeInput, AClickOnTheBoxTogglesItOnce) {

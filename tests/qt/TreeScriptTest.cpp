@@ -112,10 +112,10 @@ TEST_F(TreeScript, AMousePressBelowTheLastNodeHitsNone) {
     EXPECT_EQ(pressed_.code, contract::HitCode::below);
 }
 
-TEST_F(TreeScript, AHyperlinkIsAWholeClick) {
+TEST_F(TreeScript, AHyperlinkIsAWholeClickWithCtrl) {
     bindLong(300);
     EXPECT_EQ(tree_->hyperlink(250, QStringLiteral("NAME")), QString());
-    EXPECT_EQ(told(), (Log{"change 250", "column 250 NAME", "left", "link 250 NAME", "rest 250"}));
+    EXPECT_EQ(told(), (Log{"change 250", "column 250 NAME", "left 2", "link 250 NAME", "rest 250"}));
     EXPECT_NE(tree_->hyperlink(250, QStringLiteral("START")), QString()) << "no link column";
     EXPECT_TRUE(told().empty());
 }

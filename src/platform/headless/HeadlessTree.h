@@ -110,7 +110,7 @@ public:
 
     /// Presses a mouse button over a cell; without a node, below the last one.
     bool pressMouse(contract::MouseButton button, contract::Node node, std::string_view column, int shift = 0);
-    /// Presses and releases the left button over a link.
+    /// Presses and releases the left button over a link, with Ctrl held.
     bool clickLink(contract::Node node, std::string_view column);
     /// Gives the cell of the check column a state by the keyboard; nothing happens when it has it.
     bool check(contract::Node node, bool checked);

@@ -166,7 +166,8 @@ bool HeadlessTree::pressMouse(contract::MouseButton button, Node node, std::stri
 }
 
 bool HeadlessTree::clickLink(Node node, std::string_view column) {
-    if (!node || !pressMouse(contract::MouseButton::left, node, column) || !columnOf(column).link)
+    constexpr int control = 2;
+    if (!node || !pressMouse(contract::MouseButton::left, node, column, control) || !columnOf(column).link)
         return false;
     contract::fire(OnHyperLink, node, std::string(column));
     return true;

@@ -84,6 +84,7 @@ void TreeListControl::setEmptyText(std::string_view value) {
 void TreeListControl::bind(std::shared_ptr<contract::Recordset> records, std::string_view keyField,
                            std::string_view parentField, std::optional<std::int64_t> focusKey) {
     focus_.forget();
+    forgetAim();
     changed_ = false;
     rebinding_ = true;
     try {
@@ -111,6 +112,7 @@ void TreeListControl::bind(std::shared_ptr<contract::Recordset> records, std::st
 
 void TreeListControl::clearNodes() {
     focus_.forget();
+    forgetAim();
     changed_ = false;
     rebinding_ = true;
     model_->clearNodes();
@@ -124,6 +126,7 @@ void TreeListControl::unbind() {
     if (model_->count() > 0)
         clearNodes(); // the focus goes, and is seen to go
     focus_.forget();
+    forgetAim();
     changed_ = false;
     rebinding_ = true;
     model_->unbind();

@@ -91,6 +91,8 @@ private:
     void inputBegins() override;
     void inputEnds(bool byKey) override;
     void flushFocus() override;
+    void pressBegins(QPoint point) override;
+    void pressEnds() override { aim_.reset(); }
     void pressed(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPoint point) override;
     void linkClicked(std::int32_t position, int column) override;
     void checkToggled(std::int32_t position, bool checked) override;
@@ -98,6 +100,12 @@ private:
     void toggleExpanded(std::int32_t position) override;
     void expandByKey(std::int32_t position, int key) override;
 
+    /// The rows that were aimed at are gone.
+    void forgetAim() {
+        if (aim_)
+            aim_->hit = {};
+    }
+    contract::TreeHit hitAt(contract::Twips x, contract::Twips y) const;
     /// Throws RuntimeError 3265.
     int columnNamed(std::string_view name) const;
     /// Throws RuntimeError 5 for a node that the tree does not have.
@@ -119,6 +127,13 @@ private:
     bool changed_ = false; // what is open, since it was laid out last
     int updates_ = 0;
     bool rebinding_ = false;
+    /// What stood at a point when the mouse went down there.
+    struct Aim {
+        contract::Twips x;
+        contract::Twips y;
+        contract::TreeHit hit;
+    };
+    std::optional<Aim> aim_;
 };
 
 } // namespace platform::qt

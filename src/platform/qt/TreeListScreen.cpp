@@ -51,6 +51,10 @@ HitCode TreeListControl::hitCode(QPoint point, std::int32_t position, int column
 }
 
 TreeHit TreeListControl::hitTest(Twips x, Twips y) const {
+    return aim_ && aim_->x == x && aim_->y == y ? aim_->hit : hitAt(x, y);
+}
+
+TreeHit TreeListControl::hitAt(Twips x, Twips y) const {
     TreeHit hit;
     const QPoint point(Appearance::pixels(x), Appearance::pixels(y));
     const auto name = [&](int column) {
@@ -118,6 +122,13 @@ void TreeListControl::inputEnds(bool byKey) {
 
 void TreeListControl::flushFocus() {
     focus_.flush();
+}
+
+void TreeListControl::pressBegins(QPoint point) {
+    const QPoint inTree = view_->viewport()->mapTo(view_, point);
+    const Twips x = Appearance::twips(inTree.x());
+    const Twips y = Appearance::twips(inTree.y());
+    aim_ = Aim{x, y, hitAt(x, y)};
 }
 
 void TreeListControl::pressed(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPoint point) {

@@ -151,7 +151,7 @@ QString TreeListControl::hyperlink(qint64 id, const QString& column) {
     if (link.isEmpty())
         return QStringLiteral("la cella \"%1\" del nodo %2 non ha un collegamento").arg(column).arg(id);
     input::enter(view_);
-    input::click(view_->viewport(), link.center());
+    input::click(view_->viewport(), link.center(), Qt::LeftButton, Qt::ControlModifier);
     settle();
     return {};
 }

@@ -295,6 +295,7 @@ void TreeView::resizeEvent(QResizeEvent* event) {
 
 void TreeView::reset() {
     hovered_ = pressed_ = {};
+    ++contents_;
     editing_ = edited_ = -1;
     QTreeView::reset();
 }
@@ -303,6 +304,7 @@ void TreeView::currentChanged(const QModelIndex& current, const QModelIndex& pre
     QTreeView::currentChanged(current, previous);
     if (listener_ != nullptr)
         listener_->currentMoved(current, previous);
+    showPointer();
     viewport()->update();
 }
 

@@ -27,6 +27,10 @@ public:
     virtual void inputEnds(bool byKey) = 0;
     /// Tells what moved before.
     virtual void flushFocus() = 0;
+    /// A press is beginning at that point of the viewport, and nothing has moved yet: until pressEnds() what stands
+    /// there now is what the press is told for.
+    virtual void pressBegins(QPoint point) = 0;
+    virtual void pressEnds() = 0;
     /// Point in the viewport.
     virtual void pressed(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPoint point) = 0;
     virtual void linkClicked(std::int32_t position, int column) = 0;
@@ -98,8 +102,9 @@ public:
     void focusPosition(std::int32_t position);
 
     bool rowFocused(std::int32_t position) const { return TreeModel::position(currentIndex()) == position; }
+    /// Whether the mouse stands on that cell's link, and a click would open it.
     bool linkPointed(std::int32_t position, int column) const {
-        return hovered_.position == position && hovered_.column == column && hovered_.part == Part::link;
+        return hovered_.position == position && hovered_.column == column && linkOpens(hovered_, hoverModifiers_);
     }
 
     /// The cursor is the focused cell: a menu that the keyboard asks for opens there.
@@ -120,6 +125,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -138,7 +144,15 @@ private:
     };
 
     Place placeAt(QPoint point) const;
-    void hover(const Place& place);
+    /// A link opens on purpose: on the row that has the focus already, or with Ctrl.
+    bool linkOpens(const Place& place, Qt::KeyboardModifiers modifiers) const {
+        return place.part == Part::link && (rowFocused(place.position) || modifiers.testFlag(Qt::ControlModifier));
+    }
+    void hover(const Place& place, Qt::KeyboardModifiers modifiers);
+    void showPointer();
+    void hoverKey(const QKeyEvent& event, bool down);
+    void focusPressed(const Place& place, Qt::MouseButton button);
+    void press(Place place, const QMouseEvent& event);
     void toggleCheck(std::int32_t position);
     void moveColumn(int step);
     bool pressedKey(QKeyEvent* event);
@@ -172,7 +186,10 @@ private:
     std::vector<double> userWidths_; // pixels at 8 points; 0: as the form wants it
     bool fitting_ = false;
     Place hovered_;
+    Qt::KeyboardModifiers hoverModifiers_;
     Place pressed_;
+    QPoint pressedAt_;
+    unsigned contents_ = 0; // counts what the tree was filled with
     QString searched_;
     qint64 searchedAt_ = 0;
     std::int32_t editing_ = -1;

@@ -61,47 +61,87 @@ void TreeView::focusPosition(std::int32_t position) {
 
 bool TreeView::viewportEvent(QEvent* event) {
     if (event->type() == QEvent::Leave)
-        hover({});
+        hover({}, Qt::NoModifier);
     return QTreeView::viewportEvent(event);
 }
 
-void TreeView::hover(const Place& place) {
-    if (place == hovered_)
+void TreeView::hover(const Place& place, Qt::KeyboardModifiers modifiers) {
+    if (place == hovered_ && modifiers == hoverModifiers_)
         return;
     const auto before = std::exchange(hovered_, place);
-    viewport()->setCursor(place.part == Part::link ? Qt::PointingHandCursor : Qt::ArrowCursor);
+    hoverModifiers_ = modifiers;
+    showPointer();
     for (const auto& changed : {before, place})
         if (changed.part == Part::link)
             viewport()->update(cellRect(changed.position, changed.column));
 }
 
+void TreeView::showPointer() {
+    viewport()->setCursor(linkOpens(hovered_, hoverModifiers_) ? Qt::PointingHandCursor : Qt::ArrowCursor);
+}
+
+/// Ctrl shows the link under a mouse that rests.
+void TreeView::hoverKey(const QKeyEvent& event, bool down) {
+    if (event.key() != Qt::Key_Control || hovered_.position < 0)
+        return;
+    const Place place = hovered_;
+    hover(place, Qt::KeyboardModifiers(hoverModifiers_).setFlag(Qt::ControlModifier, down));
+}
+
 void TreeView::mousePressEvent(QMouseEvent* event) {
-    const QPoint point = event->position().toPoint();
     const auto button = event->button();
     pressed_ = {};
     if (listener_ == nullptr || (button != Qt::LeftButton && button != Qt::RightButton))
         return;
-    guarded([&] { listener_->flushFocus(); });
-    const Place place = placeAt(point);
-    if (place.position >= 0) {
-        const InputScope scope(listener_, false);
-        if (button == Qt::RightButton || place.column < 0)
-            focusPosition(place.position);
-        else if (place.part == Part::button)
-            guarded([&] { listener_->toggleExpanded(place.position); });
-        else
-            setCurrentIndex(model_.at(place.position, place.column));
-    }
-    // The row may have moved under the mouse when the focus came into view; what was pressed stays what it was.
-    if (button == Qt::LeftButton)
-        pressed_ = place;
-    guarded([&] { listener_->pressed(button, event->modifiers(), point); });
     event->accept();
+    const QPointer<TreeView> alive(this);
+    guarded([&] { listener_->pressBegins(event->position().toPoint()); });
+    press(placeAt(event->position().toPoint()), *event);
+    if (alive && listener_ != nullptr)
+        listener_->pressEnds();
+}
+
+/// Acts on the cell that was aimed at, wherever that is when the focus has moved and its listeners are done.
+void TreeView::press(Place place, const QMouseEvent& event) {
+    const auto contents = contents_;
+    const QPointer<TreeView> alive(this);
+    guarded([&] { listener_->flushFocus(); });
+    if (!alive || listener_ == nullptr)
+        return;
+    if (place.part == Part::link && !linkOpens(place, event.modifiers()))
+        place.part = Part::row;
+    if (place.position >= 0 && contents == contents_)
+        focusPressed(place, event.button());
+    if (!alive || listener_ == nullptr)
+        return;
+    if (event.button() == Qt::LeftButton && contents == contents_) {
+        pressed_ = place;
+        pressedAt_ = event.position().toPoint();
+    }
+    guarded([&] { listener_->pressed(event.button(), event.modifiers(), event.position().toPoint()); });
+}
+
+void TreeView::focusPressed(const Place& place, Qt::MouseButton button) {
+    const InputScope scope(listener_, false);
+    // A row that is seen in part stays where the mouse is, for the release and for a second click.
+    setAutoScroll(false);
+    if (button == Qt::RightButton || place.column < 0)
+        focusPosition(place.position);
+    else if (place.part == Part::button)
+        guarded([&] { listener_->toggleExpanded(place.position); });
+    else
+        setCurrentIndex(model_.at(place.position, place.column));
+    setAutoScroll(true);
 }
 
 void TreeView::mouseReleaseEvent(QMouseEvent* event) {
     const Place pressed = std::exchange(pressed_, {});
-    if (listener_ == nullptr || event->button() != Qt::LeftButton || placeAt(event->position().toPoint()) != pressed)
+    if (listener_ == nullptr || event->button() != Qt::LeftButton)
+        return;
+    // A mouse that has not moved still means what it pressed, even if the tree was scrolled under it.
+    const QPoint point = event->position().toPoint();
+    const bool still = (point - pressedAt_).manhattanLength() < QApplication::startDragDistance();
+    if (!still && placeAt(point) != pressed)
         return;
     if (pressed.part == Part::check)
         toggleCheck(pressed.position);
@@ -119,7 +159,7 @@ void TreeView::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void TreeView::mouseMoveEvent(QMouseEvent* event) {
-    hover(event->buttons() == Qt::NoButton ? placeAt(event->position().toPoint()) : hovered_);
+    hover(event->buttons() == Qt::NoButton ? placeAt(event->position().toPoint()) : hovered_, event->modifiers());
 }
 
 void TreeView::contextMenuEvent(QContextMenuEvent* event) {
@@ -139,12 +179,18 @@ void TreeView::toggleCheck(std::int32_t position) {
 }
 
 void TreeView::keyPressEvent(QKeyEvent* event) {
+    hoverKey(*event, true);
     if (pressedKey(event)) {
         event->accept();
         return;
     }
     const InputScope scope(listener_, true);
     QTreeView::keyPressEvent(event);
+}
+
+void TreeView::keyReleaseEvent(QKeyEvent* event) {
+    hoverKey(*event, false);
+    QTreeView::keyReleaseEvent(event);
 }
 
 bool TreeView::pressedKey(QKeyEvent* event) {
@@ -219,7 +265,11 @@ void TreeView::pressMenuKey(Qt::KeyboardModifiers modifiers) {
     const QRect cell = cellRect(TreeModel::position(currentIndex()), currentIndex().column()) & viewport()->rect();
     if (cell.isEmpty())
         return;
+    const QPointer<TreeView> alive(this);
+    guarded([&] { listener_->pressBegins(cell.center()); });
     guarded([&] { listener_->pressed(Qt::RightButton, modifiers, cell.center()); });
+    if (alive && listener_ != nullptr)
+        listener_->pressEnds();
 }
 
 QVariant TreeView::inputMethodQuery(Qt::InputMethodQuery query) const {
