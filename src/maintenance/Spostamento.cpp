@@ -91,9 +91,12 @@ void Spostamento::EseguiSpostamento(bool validita) {
         transazione.commit();
     }
 
-    RicaricaAlberi(stato_);
-    ripristinaRiga(orig, rigaOrig);
-    ripristinaRiga(dest, rigaDest);
+    // The move is over: an error from here on must not run it again.
+    stato_.procedura("EseguiSpostamento", [&](auto& passo) {
+        passo([&] { RicaricaAlberi(stato_); });
+        passo([&] { ripristinaRiga(orig, rigaOrig); });
+        passo([&] { ripristinaRiga(dest, rigaDest); });
+    });
 }
 
 /// What stands on the screen can be old. Read under the transaction, the two rows keep two users from building together
