@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace qz {
 
@@ -13,19 +14,40 @@ namespace {
 constexpr std::string_view campoChiave = "QZ02_ID";
 constexpr std::string_view campoPadre = "QZ02_IDPARENT_QZ02";
 
-void leggiDivisione(StatoForm& stato, Lato& lato, std::string_view idTipo) {
+/// What could not be read, and was passed over, is empty: never what the distinta before had.
+void leggiDivisione(StatoForm& stato, FormBase::Passo& passo, Lato& lato, std::string_view idTipo) {
     contract::Recordset tipo;
-    tipo.Open(istruzioneDivisione(lato.descrizione, idTipo), stato.database());
-    if (tipo.Bof() || tipo.Eof()) {
-        lato.Divisione.clear();
-        if (lato.descrizione.leggeGuid)
-            lato.GuidDistinta.clear();
-    } else {
-        lato.Divisione = FormBase::ValoreODefault(tipo["QZ01_IDDIV_CO1A"], "").text();
-        if (lato.descrizione.leggeGuid)
-            lato.GuidDistinta = FormBase::ValoreODefault(tipo["QZ01_GUID"], "").text();
+    passo([&] { tipo.Open(istruzioneDivisione(lato.descrizione, idTipo), stato.database()); });
+    const bool manca = tipo.Bof() || tipo.Eof();
+    std::string divisione;
+    if (!manca)
+        passo([&] { divisione = FormBase::ValoreODefault(tipo["QZ01_IDDIV_CO1A"], "").text(); });
+    lato.Divisione = divisione;
+    if (lato.descrizione.leggeGuid) {
+        std::string guid;
+        if (!manca)
+            passo([&] { guid = FormBase::ValoreODefault(tipo["QZ01_GUID"], "").text(); });
+        lato.GuidDistinta = guid;
     }
     tipo.Close();
+}
+
+/// The tree and the side's record set change together, since what the focus raises while the tree is bound reads it.
+void lega(Lato& lato, const std::shared_ptr<contract::Recordset>& righe, std::optional<std::int64_t> fuoco) {
+    const auto prima = std::exchange(lato.dati, righe);
+    try {
+        lato.albero->bind(righe, campoChiave, campoPadre, fuoco);
+    } catch (...) {
+        lato.dati = prima;
+        throw;
+    }
+}
+
+/// The side's record set becomes this empty one: a command must not act on a row that is no longer shown.
+void svuotaAlbero(FormBase::Passo& passo, Lato& lato, const std::shared_ptr<contract::Recordset>& vuoto) {
+    lato.dati = vuoto;
+    passo([&] { lato.albero->clearNodes(); });
+    passo([&] { lato.albero->unbind(); });
 }
 
 std::optional<std::int64_t> nodoInFuoco(const Lato& lato) {
@@ -68,31 +90,29 @@ void CaricaDistinta(StatoForm& stato, Lato& lato, std::string_view idTipo) {
     stato.procedura(lato.descrizione.nomeCarica, [&](auto& passo) {
         std::optional<std::int64_t> fuoco;
         auto righe = std::make_shared<contract::Recordset>();
-        passo([&] { leggiDivisione(stato, lato, id); });
-        passo([&] {
-            if (lato.IdDistinta == id)
-                fuoco = nodoInFuoco(lato);
-            lato.IdDistinta = id;
-            lato.istruzione = istruzioneNodi(lato.descrizione, stato.ditta(), lato.TipoCF, id);
-        });
+        leggiDivisione(stato, passo, lato, id);
+        if (lato.IdDistinta == id)
+            passo([&] { fuoco = nodoInFuoco(lato); });
+        lato.IdDistinta = id;
+        lato.istruzione = {};
+        passo([&] { lato.istruzione = istruzioneNodi(lato.descrizione, stato.ditta(), lato.TipoCF, id); });
         passo([&] { righe->Open(lato.istruzione, stato.database()); });
         if (righe->Empty()) {
-            // The empty record set becomes the side's: a command must not act on a row that is no longer shown.
-            lato.dati = righe;
-            passo([&] {
-                lato.albero->clearNodes();
-                lato.albero->unbind();
-            });
+            svuotaAlbero(passo, lato, righe);
             return;
         }
-        passo([&] { lato.dati = lato.frame->load(lato.istruzione, righe); });
-        passo([&] { lato.albero->bind(lato.dati, campoChiave, campoPadre, fuoco); });
+        passo([&] { lato.oggettoDati = lato.frame->load(lato.istruzione, righe); });
+        bool legato = false;
+        passo([&] {
+            lega(lato, righe, fuoco);
+            legato = true;
+        });
+        if (!legato) // passed over: the nodes of the distinta before must not stand under this one's name
+            svuotaAlbero(passo, lato, std::make_shared<contract::Recordset>());
         int livelli = 0;
         passo([&] { livelli = contaProfondita(lato); });
-        passo([&] {
-            lato.LivelloCorrente = lato.LivelloMax;
-            scriviDidascaliaLivello(lato, true);
-        });
+        lato.LivelloCorrente = lato.LivelloMax;
+        passo([&] { scriviDidascaliaLivello(lato, true); });
         passo([&] { avvisaProfondita(stato, livelli); });
     });
 }

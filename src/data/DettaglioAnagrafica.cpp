@@ -4,7 +4,6 @@
 #include "data/IstruzioniDettaglio.h"
 #include "form/shared/BloccoRidisegno.h"
 
-#include <optional>
 #include <string>
 
 namespace qz {
@@ -37,31 +36,31 @@ void CaricaDatiAnagrafici(StatoForm& stato, const contract::Value& codice, contr
     // The report's name is shared with the load of the form.
     stato.procedura("Form_Load", [&](auto& passo) {
         contract::Recordset dati;
-        passo([&] { dati.Open(componi(stato, codice, divisione), stato.database()); });
+        contract::Statement istruzione;
+        passo([&] { istruzione = componi(stato, codice, divisione); });
+        passo([&] { dati.Open(istruzione, stato.database()); });
         passo([&] { griglia.setColumnWidth(0, stato.ridimensionamento->scaled(larghezzaNomi)); });
         if (dati.Empty()) {
             passo([&] { griglia.setRowCount(0); });
             return;
         }
-        passo([&] {
-            griglia.setRowCount(dati.FieldCount());
-            const auto altezza = stato.ridimensionamento->scaled(altezzaRiga);
-            for (std::size_t riga = 0; riga < dati.FieldCount(); ++riga) {
-                const auto campo = dati.Fields(riga);
-                griglia.setRowHeight(riga, altezza);
-                griglia.setCell(riga, 0, campo.Name());
-                griglia.setCell(riga, 1, testoDelCampo(stato, campo));
-            }
-        });
+        passo([&] { griglia.setRowCount(dati.FieldCount()); });
+        for (std::size_t riga = 0; riga < dati.FieldCount(); ++riga) {
+            const auto campo = dati.Fields(riga);
+            passo([&] { griglia.setRowHeight(riga, stato.ridimensionamento->scaled(altezzaRiga)); });
+            passo([&] { griglia.setCell(riga, 0, campo.Name()); });
+            passo([&] { griglia.setCell(riga, 1, testoDelCampo(stato, campo)); });
+        }
         passo([&] { dati.Close(); });
     });
 }
 
 void SvuotaFlex(StatoForm& stato, contract::DetailGrid& griglia) {
     stato.procedura("SvuotaFlex", [&](auto& passo) {
-        std::optional<BloccoRidisegno> blocco;
-        passo([&] { blocco.emplace(*stato.form); });
+        BloccoRidisegno blocco(*stato.form);
+        passo([&] { blocco.blocca(); });
         passo([&] { griglia.clear(); });
+        passo([&] { blocco.sblocca(); });
     });
 }
 

@@ -69,30 +69,29 @@ void CaricaParametri(StatoForm& stato) {
         });
         if (!letta)
             return;
-        passo([&] {
-            LinkParameters nuovi = stato.parametri;
-            if (riga.Empty()) {
-                nuovi.StatoLegame = 0;
-                nuovi.TipoCaricaDATA = 0;
-                nuovi.DataFissaINIZIO = contract::Date::parse(inizioSenzaRiga);
-                nuovi.DataFissaFINE = contract::Date::parse(fineSenzaRiga);
-                nuovi.flg_Anagrafica = true;
-                nuovi.flg_CondVendita = true;
-                nuovi.flg_Classificazioni = true;
-                nuovi.flg_Provvigioni = true;
-            } else {
-                // The state of new links is selected and not read: it keeps the value it had.
-                nuovi.TipoCaricaDATA = interoBreve(riga["TipoCaricaDATA"]);
-                nuovi.DataFissaINIZIO = dataDi(riga["DataFissaINIZIO"]);
-                nuovi.DataFissaFINE = dataDi(riga["DataFissaFINE"]);
-                nuovi.flg_Anagrafica = valoreFlag(riga["flg_Anagrafica"]);
-                nuovi.flg_CondVendita = valoreFlag(riga["flg_CondVendita"]);
-                nuovi.flg_Classificazioni = valoreFlag(riga["flg_Classificazioni"]);
-                nuovi.flg_Provvigioni = valoreFlag(riga["flg_Provvigioni"]);
-            }
-            stato.parametri = nuovi;
-        });
-        passo([&] { riga.Close(); });
+        // Kept at the end, so that a procedure left on the way leaves the parameters as they were.
+        LinkParameters nuovi = stato.parametri;
+        if (riga.Empty()) {
+            nuovi.StatoLegame = 0;
+            nuovi.TipoCaricaDATA = 0;
+            nuovi.DataFissaINIZIO = contract::Date::parse(inizioSenzaRiga);
+            nuovi.DataFissaFINE = contract::Date::parse(fineSenzaRiga);
+            nuovi.flg_Anagrafica = true;
+            nuovi.flg_CondVendita = true;
+            nuovi.flg_Classificazioni = true;
+            nuovi.flg_Provvigioni = true;
+        } else {
+            // The state of new links is selected and not read: it keeps the value it had.
+            passo([&] { nuovi.TipoCaricaDATA = interoBreve(riga["TipoCaricaDATA"]); });
+            passo([&] { nuovi.DataFissaINIZIO = dataDi(riga["DataFissaINIZIO"]); });
+            passo([&] { nuovi.DataFissaFINE = dataDi(riga["DataFissaFINE"]); });
+            passo([&] { nuovi.flg_Anagrafica = valoreFlag(riga["flg_Anagrafica"]); });
+            passo([&] { nuovi.flg_CondVendita = valoreFlag(riga["flg_CondVendita"]); });
+            passo([&] { nuovi.flg_Classificazioni = valoreFlag(riga["flg_Classificazioni"]); });
+            passo([&] { nuovi.flg_Provvigioni = valoreFlag(riga["flg_Provvigioni"]); });
+        }
+        stato.parametri = nuovi;
+        riga.Close();
     });
 }
 

@@ -35,80 +35,84 @@ contract::TypeEntry scelta(const Lato& lato) {
 }
 
 /// Clears a list with the form locked against redrawing.
-void svuota(StatoForm& stato, contract::TypeList& lista) {
+void svuota(StatoForm& stato, FormBase::Passo& passo, contract::TypeList& lista) {
     if (lista.count() == 0)
         return;
-    const BloccoRidisegno blocco(*stato.form);
-    lista.clear();
+    BloccoRidisegno blocco(*stato.form);
+    passo([&] { blocco.blocca(); });
+    passo([&] { lista.clear(); });
+    passo([&] { blocco.sblocca(); });
 }
 
-void aggiungi(StatoForm& stato, const contract::TypeEntry& voce) {
-    stato.origine.tipi->add(voce);
-    stato.destinazione.tipi->add(voce);
+void aggiungi(StatoForm& stato, FormBase::Passo& passo, const contract::TypeEntry& voce) {
+    passo([&] { stato.origine.tipi->add(voce); });
+    passo([&] { stato.destinazione.tipi->add(voce); });
 }
 
-void aggiungiTipi(StatoForm& stato, int tipoCF, std::string_view chiaveGruppo, char lettera) {
+contract::TypeEntry voceDelTipo(const contract::Recordset& tipi, std::string_view chiaveGruppo, char lettera) {
+    return {.key = lettera + tipi["QZ01_ID"].text(),
+            .text = tipi["QZ01_CODICE"].text() + "-" + tipi["QZ01_DESCR"].text(),
+            .parent = std::string(chiaveGruppo),
+            .image = "schema",
+            .selectedImage = "open"};
+}
+
+void aggiungiTipi(StatoForm& stato, FormBase::Passo& passo, int tipoCF, std::string_view chiaveGruppo, char lettera) {
     contract::Recordset tipi;
-    tipi.Open(istruzioneTipi(stato.ditta(), tipoCF), stato.database());
-    for (; !tipi.Eof(); tipi.MoveNext())
-        aggiungi(stato, {.key = lettera + tipi["QZ01_ID"].text(),
-                         .text = tipi["QZ01_CODICE"].text() + "-" + tipi["QZ01_DESCR"].text(),
-                         .parent = std::string(chiaveGruppo),
-                         .image = "schema",
-                         .selectedImage = "open"});
+    passo([&] { tipi.Open(istruzioneTipi(stato.ditta(), tipoCF), stato.database()); });
+    for (; !tipi.Eof(); tipi.MoveNext()) {
+        passo([&] { stato.origine.tipi->add(voceDelTipo(tipi, chiaveGruppo, lettera)); });
+        passo([&] { stato.destinazione.tipi->add(voceDelTipo(tipi, chiaveGruppo, lettera)); });
+    }
     tipi.Close();
 }
 
-void scriviDidascalia(Lato& lato, std::string_view prefisso, const contract::TypeEntry& voce) {
-    lato.didascaliaDistinta->setCaption(std::string(prefisso) + TestoDaValore(voce.text));
+void scriviDidascalia(FormBase::Passo& passo, Lato& lato, std::string_view prefisso, const contract::TypeEntry& voce) {
+    passo([&] { lato.didascaliaDistinta->setCaption(std::string(prefisso) + TestoDaValore(voce.text)); });
 }
 
 /// Deliberately not symmetrical: a supplier type chosen on the origin side captions the destination.
-void didascalieDaOrigine(StatoForm& stato) {
-    const auto voce = scelta(stato.origine);
-    if (voce.key.starts_with('C'))
-        scriviDidascalia(stato.origine, prefissoClienti, voce);
-    else if (voce.key.starts_with('F'))
-        scriviDidascalia(stato.destinazione, prefissoFornitori, scelta(stato.destinazione));
+void didascalieDaOrigine(StatoForm& stato, FormBase::Passo& passo, const contract::TypeEntry& voce) {
+    if (voce.key.starts_with('C')) {
+        scriviDidascalia(passo, stato.origine, prefissoClienti, voce);
+    } else if (voce.key.starts_with('F')) {
+        contract::TypeEntry altra;
+        passo([&] { altra = scelta(stato.destinazione); });
+        if (!altra.key.empty())
+            scriviDidascalia(passo, stato.destinazione, prefissoFornitori, altra);
+    }
 }
 
-void didascaliaDaDestinazione(StatoForm& stato) {
-    const auto voce = scelta(stato.destinazione);
+void didascaliaDaDestinazione(StatoForm& stato, FormBase::Passo& passo, const contract::TypeEntry& voce) {
     if (voce.key.starts_with('C'))
-        scriviDidascalia(stato.destinazione, prefissoClienti, voce);
+        scriviDidascalia(passo, stato.destinazione, prefissoClienti, voce);
     else if (voce.key.starts_with('F'))
-        scriviDidascalia(stato.destinazione, prefissoFornitori, voce);
+        scriviDidascalia(passo, stato.destinazione, prefissoFornitori, voce);
 }
 
 } // namespace
 
 void InizializzaDistinte(StatoForm& stato) {
     stato.procedura("Inizializza Distinte", [&](auto& passo) {
-        passo([&] { svuota(stato, *stato.origine.tipi); });
-        passo([&] { svuota(stato, *stato.destinazione.tipi); });
-        passo([&] { aggiungi(stato, {"P0", "Clienti", "", "close", "close"}); });
-        passo([&] { aggiungiTipi(stato, 0, "P0", 'C'); });
-        passo([&] { aggiungi(stato, {"P1", "Fornitori", "", "close", "close"}); });
-        passo([&] { aggiungiTipi(stato, 1, "P1", 'F'); });
-        passo([&] {
-            stato.origine.tipi->refresh();
-            stato.destinazione.tipi->refresh();
-        });
-        passo([&] {
-            stato.origine.tipi->select(posizioneIniziale);
-            stato.destinazione.tipi->select(posizioneIniziale);
-        });
+        svuota(stato, passo, *stato.origine.tipi);
+        svuota(stato, passo, *stato.destinazione.tipi);
+        aggiungi(stato, passo, {"P0", "Clienti", "", "close", "close"});
+        aggiungiTipi(stato, passo, 0, "P0", 'C');
+        aggiungi(stato, passo, {"P1", "Fornitori", "", "close", "close"});
+        aggiungiTipi(stato, passo, 1, "P1", 'F');
+        passo([&] { stato.origine.tipi->refresh(); });
+        passo([&] { stato.destinazione.tipi->refresh(); });
+        passo([&] { stato.origine.tipi->select(posizioneIniziale); });
+        passo([&] { stato.destinazione.tipi->select(posizioneIniziale); });
         contract::TypeEntry voce;
         passo([&] { voce = scelta(stato.origine); });
         if (voce.key.empty() || gruppo(voce))
             return;
-        passo([&] {
-            stato.origine.TipoCF = tipoDelGruppo(voce.parent);
-            stato.destinazione.TipoCF = stato.origine.TipoCF;
-        });
+        stato.origine.TipoCF = tipoDelGruppo(voce.parent);
+        stato.destinazione.TipoCF = stato.origine.TipoCF;
         passo([&] { CaricaDistinta(stato, stato.origine, voce.key.substr(1)); });
         passo([&] { CaricaDistinta(stato, stato.destinazione, scelta(stato.destinazione).key.substr(1)); });
-        passo([&] { didascalieDaOrigine(stato); });
+        didascalieDaOrigine(stato, passo, voce);
         stato.selezioneNascosta = false;
     });
 }
@@ -119,18 +123,13 @@ void TipoScelto(StatoForm& stato, Lato& lato) {
         passo([&] { voce = scelta(lato); });
         if (voce.key.empty())
             return;
-        if (gruppo(voce)) {
-            passo([&] { lato.TipoCF = tipoDelGruppo(voce.key); });
-        } else {
-            passo([&] { lato.TipoCF = tipoDelGruppo(voce.parent); });
+        lato.TipoCF = tipoDelGruppo(gruppo(voce) ? voce.key : voce.parent);
+        if (!gruppo(voce))
             passo([&] { CaricaDistinta(stato, lato, voce.key.substr(1)); });
-        }
-        passo([&] {
-            if (lato.descrizione.destinazione)
-                didascaliaDaDestinazione(stato);
-            else
-                didascalieDaOrigine(stato);
-        });
+        if (lato.descrizione.destinazione)
+            didascaliaDaDestinazione(stato, passo, voce);
+        else
+            didascalieDaOrigine(stato, passo, voce);
     });
 }
 

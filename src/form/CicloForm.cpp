@@ -3,6 +3,11 @@
 #include "data/Parametri.h"
 #include "data/TipiDistinta.h"
 
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
 namespace qz {
 
 namespace {
@@ -11,9 +16,15 @@ constexpr contract::Twips posizionePredefinita = 100;
 constexpr contract::Twips larghezzaForm = 14685;
 constexpr contract::Twips altezzaForm = 9058;
 
+/// Throws RuntimeError 13 for a value that is no whole number, 6 for one beyond the twips.
 contract::Twips coordinata(const contract::Value& valore) {
-    const auto numero = FormBase::ValoreODefault(valore, std::int32_t{0}).integer().value_or(0);
-    return numero == 0 ? posizionePredefinita : static_cast<contract::Twips>(numero);
+    const auto numero = FormBase::ValoreODefault(valore, std::int32_t{0}).integer();
+    if (!numero)
+        throw contract::RuntimeError(contract::RuntimeError::typeMismatch,
+                                     "Tipo non corrispondente: \"" + valore.text() + "\" non è una posizione.");
+    if (!std::in_range<contract::Twips>(*numero))
+        throw contract::RuntimeError(contract::RuntimeError::overflow, "Overflow: " + valore.text() + ".");
+    return *numero == 0 ? posizionePredefinita : static_cast<contract::Twips>(*numero);
 }
 
 /// Names of the theme's colours for the twelve colour properties of a tree, in the tree's order.
@@ -22,45 +33,59 @@ constexpr std::string_view coloriAlbero[contract::treeColorCount] = {
     "GridHeaderFontColor",    "GridHideSelectionColor", "GridFontColor",   "GridHighLightColor",
     "GridHighLightFontColor", "GridFontColor",          "GridHeaderColor", "GridHeaderFontColor"};
 
-void coloraAlbero(const contract::Theme& tema, contract::TreeList& albero) {
+// A colour is read and given in one step: one that can not be read is not given.
+
+void coloraAlbero(FormBase::Passo& passo, const contract::Theme& tema, contract::TreeList& albero) {
     for (std::size_t i = 0; i < contract::treeColorCount; ++i)
-        albero.setColor(static_cast<contract::TreeColor>(i), tema.color(coloriAlbero[i]));
+        passo([&] { albero.setColor(static_cast<contract::TreeColor>(i), tema.color(coloriAlbero[i])); });
     // One by one: the order in which a call's arguments are read is the compiler's.
-    const auto sfondoTestata = tema.color("GridHeaderColor");
-    const auto testoTestata = tema.color("GridHeaderFontColor");
-    albero.setHeaderColors(sfondoTestata, testoTestata);
-    const auto sfondoColonna = tema.color("GridHeaderColor");
-    const auto testoColonna = tema.color("GridFontColor");
-    albero.setColumnColors(sfondoColonna, testoColonna);
-    albero.setFontName("Tahoma");
+    passo([&] {
+        const auto sfondo = tema.color("GridHeaderColor");
+        const auto testo = tema.color("GridHeaderFontColor");
+        albero.setHeaderColors(sfondo, testo);
+    });
+    passo([&] {
+        const auto sfondo = tema.color("GridHeaderColor");
+        const auto testo = tema.color("GridFontColor");
+        albero.setColumnColors(sfondo, testo);
+    });
+    passo([&] { albero.setFontName("Tahoma"); });
 }
 
-void coloraGriglia(const contract::Theme& tema, contract::DetailGrid& griglia) {
-    griglia.setHighLightColor(tema.color("GridHighLightFontColor"));
-    griglia.setTextColor(tema.color("GridFontColor"));
-    griglia.setFontName("Tahoma");
-    griglia.setFixedColor(tema.color("GridHeaderColor"));
+void coloraGriglia(FormBase::Passo& passo, const contract::Theme& tema, contract::DetailGrid& griglia) {
+    passo([&] { griglia.setHighLightColor(tema.color("GridHighLightFontColor")); });
+    passo([&] { griglia.setTextColor(tema.color("GridFontColor")); });
+    passo([&] { griglia.setFontName("Tahoma"); });
+    passo([&] { griglia.setFixedColor(tema.color("GridHeaderColor")); });
 }
 
 } // namespace
 
-contract::Rect FRMQZ_COPIADISTINTA::posizione() const {
-    return {coordinata(stato_.ospite->Left()), coordinata(stato_.ospite->Top()), larghezzaForm, altezzaForm};
+/// A coordinate that the host gives no number for, and that is passed over, is the one that the form has.
+contract::Rect FRMQZ_COPIADISTINTA::posizione(FormBase::Passo& passo) const {
+    auto posto = stato_.form->bounds();
+    passo([&] { posto.left = coordinata(stato_.ospite->Left()); });
+    passo([&] { posto.top = coordinata(stato_.ospite->Top()); });
+    posto.width = larghezzaForm;
+    posto.height = altezzaForm;
+    return posto;
 }
 
 void FRMQZ_COPIADISTINTA::Form_Load() {
     stato_.procedura("Form_Load", [&](auto& passo) {
-        passo([&] { stato_.creaClasseLog(stato_.globale(), stato_.ospite); });
-        passo([&] { stato_.form->setBounds(posizione()); });
+        stato_.creaClasseLog(passo, stato_.ospite);
+        const auto posto = posizione(passo);
+        passo([&] { stato_.form->setBounds(posto); });
         colori_ = {0xFEFAE2, 0x80FFFF, 0xC0FFFF, 0x800000};
-        passo([&] { impostaControlli(stato_, controlli_); });
+        impostaControlli(stato_, passo, controlli_);
         passo([&] { Ridisponi(); });
     });
 }
 
 void FRMQZ_COPIADISTINTA::MDIActiveX1_FormLoad() {
     stato_.procedura("MDIActiveX1_FormLoad", [&](auto& passo) {
-        passo([&] { controlli_.MDIActiveX1->place(posizione()); });
+        const auto posto = posizione(passo);
+        passo([&] { controlli_.MDIActiveX1->place(posto); });
         passo([&] { controlli_.MDIActiveX1->setWindowState(stato_.ospite->WindowState()); });
     });
 }
@@ -69,6 +94,8 @@ void FRMQZ_COPIADISTINTA::aggiornaAttivazione() {
     try {
         if (stato_.ospite == nullptr)
             return;
+        // Taken anew at every activation, although nothing but the frame is used here.
+        static_cast<void>(stato_.ospite->ClsGlobal());
         const auto frame = stato_.ospite->ActiveFrame();
         const auto navigatore = stato_.ospite->ActiveNavigator();
         if (frame && navigatore)
@@ -86,41 +113,43 @@ void FRMQZ_COPIADISTINTA::Form_Activate() {
 
 void FRMQZ_COPIADISTINTA::primaAttivazione() {
     stato_.procedura("Form_Activate", [&](auto& passo) {
-        passo([&] { apriConnessione(); });
-        passo([&] { stato_.dittaDiLavoro = stato_.globale().companyService()->Company(); });
+        apriConnessione(passo);
+        passo([&] { stato_.dittaDiLavoro = presente(stato_.globale().companyService()).Company(); });
         passo([&] { controlli_.KVT_RESIZEFORM->setUp(); });
         passo([&] { ImpostaVirtualFrame(); });
-        passo([&] {
-            if (!recordOrig_ || recordOrig_->Empty())
-                stato_.globale().applyProgramMode(*stato_.form, stato_.ospite->ProgramMode());
-        });
+        bool vuoto = true;
+        passo([&] { vuoto = presente(recordOrig_).Empty(); });
+        if (vuoto)
+            passo([&] { stato_.globale().applyProgramMode(*stato_.form, stato_.ospite->ProgramMode()); });
         passo([&] { InizializzaScriptELayout(); });
         passo([&] { InizializzaDistinte(stato_); });
         primaAttivazioneFatta_ = true;
         contatore_ = 0;
-        for (auto* lato : {&stato_.origine, &stato_.destinazione})
-            passo([&] {
-                lato->menuCerca->addItem("RagSoc", "Rag. Sociale");
-                lato->menuCerca->addItem("Codice", "Codice");
-            });
-        passo([&] {
-            stato_.campoStato->setObject(stato_.globale().newWorkflowState());
-            stato_.destinazione.albero->refreshColumn("Stato");
-        });
+        for (auto* lato : {&stato_.origine, &stato_.destinazione}) {
+            passo([&] { lato->menuCerca->addItem("RagSoc", "Rag. Sociale"); });
+            passo([&] { lato->menuCerca->addItem("Codice", "Codice"); });
+        }
+        passo([&] { stato_.campoStato->setObject(stato_.globale().newWorkflowState()); });
+        passo([&] { stato_.destinazione.albero->refreshColumn("Stato"); });
         passo([&] { CaricaParametri(stato_); });
         passo([&] { ColoriSTD(); });
     });
 }
 
-void FRMQZ_COPIADISTINTA::apriConnessione() {
-    const auto stringa = stato_.globale().connectionService()->ConnectionString();
-    fornitore_ = stato_.globale().newConnectionProvider();
-    auto connessione = fornitore_->newConnection();
-    connessione->SetConnectionString(stringa);
+void FRMQZ_COPIADISTINTA::apriConnessione(FormBase::Passo& passo) {
+    std::string stringa;
+    passo([&] { stringa = presente(stato_.globale().connectionService()).ConnectionString(); });
+    passo([&] { fornitore_ = stato_.globale().newConnectionProvider(); });
     // Kept before it opens, so that an error finds the database's own errors there.
-    stato_.connessione = connessione;
-    connessione->Open();
-    stato_.ospite->Connection(connessione);
+    passo([&] { stato_.connessione = presente(fornitore_).newConnection(); });
+    passo([&] { stato_.database().SetConnectionString(stringa); });
+    bool aperta = false;
+    passo([&] {
+        stato_.database().Open();
+        aperta = true;
+    });
+    if (aperta) // the host is handed no connection that it could not use
+        passo([&] { stato_.ospite->Connection(stato_.connessione); });
 }
 
 void FRMQZ_COPIADISTINTA::InizializzaScriptELayout() {
@@ -131,27 +160,17 @@ void FRMQZ_COPIADISTINTA::ImpostaVirtualFrame() {
     stato_.procedura("ImpostaVirtualFrame", [&](auto& passo) {
         // Returns no rows; it only gives the layout of the columns.
         const contract::Statement istruzione("SELECT * FROM QZ02_DISTINTA WHERE 1=0 ");
-        passo([&] {
-            virtualFrame_ = stato_.globale().newVirtualFrame();
-            recordOrig_ = virtualFrame_->newRecordset();
-        });
-        if (!virtualFrame_ || !recordOrig_)
-            return; // the failure was reported; nothing below can do without them
-        passo([&] {
-            recordOrig_->SetActiveConnection(stato_.connessione);
-            recordOrig_->SetSource(istruzione);
-            recordOrig_->Open();
-            recordOrig_->SetMarshalOptions(contract::MarshalOptions::modifiedOnly);
-        });
-        passo([&] {
-            gestoreOrig_ = virtualFrame_->newFieldList();
-            gestoreDest_ = virtualFrame_->newFieldList();
-        });
-        passo([&] {
-            recordDest_ = virtualFrame_->newRecordset();
-            // Both sides share one record set.
-            recordDest_ = recordOrig_;
-        });
+        passo([&] { virtualFrame_ = stato_.globale().newVirtualFrame(); });
+        passo([&] { recordOrig_ = presente(virtualFrame_).newRecordset(); });
+        passo([&] { presente(recordOrig_).SetActiveConnection(stato_.connessione); });
+        passo([&] { presente(recordOrig_).SetSource(istruzione); });
+        passo([&] { presente(recordOrig_).Open(); });
+        passo([&] { presente(recordOrig_).SetMarshalOptions(contract::MarshalOptions::modifiedOnly); });
+        passo([&] { gestoreOrig_ = presente(virtualFrame_).newFieldList(); });
+        passo([&] { gestoreDest_ = presente(virtualFrame_).newFieldList(); });
+        passo([&] { recordDest_ = presente(virtualFrame_).newRecordset(); });
+        // Both sides share one record set.
+        recordDest_ = recordOrig_;
         passo([&] {
             stato_.origine.frame->initialise(stato_.ospite, stato_.connessione, recordOrig_, istruzione, "QZ02_ID");
         });
@@ -171,10 +190,10 @@ void FRMQZ_COPIADISTINTA::ExecuteFormEvent(std::string_view evento) {
             return;
         if (evento == "tsOpen")
             passo([&] { navigatore->refreshState(); });
-        passo([&] {
-            if (const auto script = navigatore->script())
-                script->runFormEvent(evento);
-        });
+        std::shared_ptr<contract::ScriptObjectModel> script;
+        passo([&] { script = navigatore->script(); });
+        if (script)
+            passo([&] { script->runFormEvent(evento); });
     });
 }
 
@@ -185,51 +204,79 @@ void FRMQZ_COPIADISTINTA::Form_QueryUnload(bool& annulla) {
         if (annulla)
             return;
         passo([&] { ExecuteFormEvent("tsClose"); });
-        passo([&] {
-            const auto navigatore = stato_.ospite ? stato_.ospite->ActiveNavigator() : nullptr;
-            const auto script = navigatore ? navigatore->script() : nullptr;
-            annulla = script && script->close();
-        });
+        const auto navigatore = stato_.ospite ? stato_.ospite->ActiveNavigator() : nullptr;
+        std::shared_ptr<contract::ScriptObjectModel> script;
+        if (navigatore)
+            passo([&] { script = navigatore->script(); });
+        if (script)
+            passo([&] { annulla = script->close(); });
     });
 }
 
-void FRMQZ_COPIADISTINTA::Form_UnLoad() {
-    // The log class goes last; until then it reports what fails here.
-    stato_.procedura("Form_UnLoad", [&](auto& passo) {
-        passo([&] { stato_.campoStato->setObject(nullptr); });
-        passo([&] {
-            if (const auto navigatore = stato_.ospite ? stato_.ospite->ActiveNavigator() : nullptr)
-                navigatore->releaseObjectModels();
+/// What the form holds of its host, in the order in which it is let go; the log class, which reports what fails here,
+/// goes last.
+std::vector<std::function<void()>> FRMQZ_COPIADISTINTA::rilasci() {
+    std::vector<std::function<void()>> elenco{[this] { stato_.campoStato->setObject(nullptr); },
+                                              [this] {
+                                                  if (const auto navigatore =
+                                                          stato_.ospite ? stato_.ospite->ActiveNavigator() : nullptr)
+                                                      navigatore->releaseObjectModels();
+                                              }};
+    for (auto* gestore : {&gestoreOrig_, &gestoreDest_}) {
+        elenco.emplace_back([gestore] {
+            if (*gestore)
+                (*gestore)->close();
         });
-        for (auto* gestore : {&gestoreOrig_, &gestoreDest_}) {
-            passo([&] {
-                if (*gestore)
-                    (*gestore)->close();
-            });
-            gestore->reset();
-        }
-        classe_ = nullptr;
-        passo([&] {
-            for (auto* lato : {&stato_.origine, &stato_.destinazione}) {
-                // What the focus does while the trees go concerns nobody any more.
-                lato->albero->OnChangeNode = nullptr;
-                lato->albero->OnChangeNodeEx = nullptr;
-                lato->albero->unbind();
-                lato->frame->close();
-            }
+        elenco.emplace_back([gestore] { gestore->reset(); });
+    }
+    elenco.emplace_back([this] { classe_ = nullptr; });
+    for (auto* lato : {&stato_.origine, &stato_.destinazione}) {
+        elenco.emplace_back([lato] {
+            // What the focus does while the tree goes concerns nobody any more.
+            lato->albero->OnChangeNode = nullptr;
+            lato->albero->OnChangeNodeEx = nullptr;
+            lato->albero->unbind();
         });
-        stato_.origine.dati = std::make_shared<contract::Recordset>();
-        stato_.destinazione.dati = std::make_shared<contract::Recordset>();
+        elenco.emplace_back([lato] { lato->frame->close(); });
+        elenco.emplace_back([lato] {
+            lato->dati = std::make_shared<contract::Recordset>();
+            lato->oggettoDati.reset();
+        });
+    }
+    elenco.emplace_back([this] {
         recordOrig_.reset();
         recordDest_.reset();
-        virtualFrame_.reset();
-        passo([&] {
-            if (stato_.connessione)
-                stato_.connessione->Close();
-        });
     });
-    stato_.connessione.reset();
-    fornitore_.reset();
+    elenco.emplace_back([this] { virtualFrame_.reset(); });
+    elenco.emplace_back([this] {
+        if (stato_.connessione)
+            stato_.connessione->Close();
+    });
+    elenco.emplace_back([this] {
+        stato_.connessione.reset();
+        fornitore_.reset();
+    });
+    return elenco;
+}
+
+void FRMQZ_COPIADISTINTA::Form_UnLoad() {
+    const auto elenco = rilasci();
+    std::size_t fatti = 0;
+    stato_.procedura("Form_UnLoad", [&](auto& passo) {
+        while (fatti < elenco.size()) {
+            const auto& rilascio = elenco[fatti++];
+            passo([&] { rilascio(); });
+        }
+    });
+    // Left by an answer: what was not reached is let go all the same, in its order, and asks nothing more.
+    while (fatti < elenco.size()) {
+        const auto& rilascio = elenco[fatti++];
+        try {
+            rilascio();
+        } catch (const std::exception&) {
+            continue;
+        }
+    }
     stato_.ospite = nullptr;
     finestra_ = nullptr;
     stato_.classeLog.reset();
@@ -241,10 +288,10 @@ void FRMQZ_COPIADISTINTA::ColoriSTD() {
         passo([&] { tema = stato_.globale().newTheme(); });
         if (!tema)
             return;
-        passo([&] { coloraAlbero(*tema, *stato_.origine.albero); });
-        passo([&] { coloraAlbero(*tema, *stato_.destinazione.albero); });
-        passo([&] { coloraGriglia(*tema, *stato_.origine.dettaglio); });
-        passo([&] { coloraGriglia(*tema, *stato_.destinazione.dettaglio); });
+        coloraAlbero(passo, *tema, *stato_.origine.albero);
+        coloraAlbero(passo, *tema, *stato_.destinazione.albero);
+        coloraGriglia(passo, *tema, *stato_.origine.dettaglio);
+        coloraGriglia(passo, *tema, *stato_.destinazione.dettaglio);
     });
 }
 

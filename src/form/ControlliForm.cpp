@@ -98,78 +98,80 @@ void creaPulsanti(Form& form, ControlliForm& controlli) {
     controlli.CMD_VISTOPDX->setIcon(contract::Icon::panelRight);
 }
 
-void impostaColonne(StatoForm& stato, Lato& lato) {
+void impostaColonne(StatoForm& stato, FormBase::Passo& passo, Lato& lato) {
     using Tipo = contract::TreeColumnKind;
     const bool dest = lato.descrizione.destinazione;
     auto& albero = *lato.albero;
-    albero.setBandCaption("Dettaglio distinta");
-    albero.setFontName("Tahoma");
-    albero.setEmptyText("La distinta non contiene nodi");
-    albero.addColumn({.name = "trQZ02_ID", .caption = "Id", .field = "QZ02_ID", .kind = Tipo::code, .visible = false});
-    albero.addColumn({.name = std::string(lato.descrizione.colonnaCodice),
-                      .caption = "Codice",
-                      .field = "QZ02_CLIFOR_CG44",
-                      .kind = Tipo::code,
-                      .link = true,
-                      .width = 1300});
-    albero.addColumn({.name = "RagioneSociale",
-                      .caption = "Ragione Sociale",
-                      .field = "RagioneSociale",
-                      .kind = Tipo::text,
-                      .link = true,
-                      .width = 1700});
-    albero.addColumn({.name = "trQZ02_DATAINIZIOVAL",
-                      .caption = "Data inizio",
-                      .field = "QZ02_DATAINIZIOVAL",
-                      .kind = Tipo::date,
-                      .editable = dest,
-                      .width = 1150});
-    albero.addColumn({.name = std::string(lato.descrizione.colonnaFine),
-                      .caption = "Data fine",
-                      .field = "QZ02_DATAFINEVAL",
-                      .kind = Tipo::date,
-                      .editable = dest,
-                      .width = 1150});
+    const auto colonna = [&](const contract::TreeColumn& nuova) { passo([&] { albero.addColumn(nuova); }); };
+    passo([&] { albero.setBandCaption("Dettaglio distinta"); });
+    passo([&] { albero.setFontName("Tahoma"); });
+    passo([&] { albero.setEmptyText("La distinta non contiene nodi"); });
+    colonna({.name = "trQZ02_ID", .caption = "Id", .field = "QZ02_ID", .kind = Tipo::code, .visible = false});
+    colonna({.name = std::string(lato.descrizione.colonnaCodice),
+             .caption = "Codice",
+             .field = "QZ02_CLIFOR_CG44",
+             .kind = Tipo::code,
+             .link = true,
+             .width = 1300});
+    colonna({.name = "RagioneSociale",
+             .caption = "Ragione Sociale",
+             .field = "RagioneSociale",
+             .kind = Tipo::text,
+             .link = true,
+             .width = 1700});
+    colonna({.name = "trQZ02_DATAINIZIOVAL",
+             .caption = "Data inizio",
+             .field = "QZ02_DATAINIZIOVAL",
+             .kind = Tipo::date,
+             .editable = dest,
+             .width = 1150});
+    colonna({.name = std::string(lato.descrizione.colonnaFine),
+             .caption = "Data fine",
+             .field = "QZ02_DATAFINEVAL",
+             .kind = Tipo::date,
+             .editable = dest,
+             .width = 1150});
     if (!dest) {
-        albero.addColumn({.name = "Seleziona",
-                          .caption = "Seleziona",
-                          .field = "",
-                          .kind = Tipo::check,
-                          .width = 950,
-                          .checkedValue = "True"});
+        colonna({.name = "Seleziona",
+                 .caption = "Seleziona",
+                 .field = "",
+                 .kind = Tipo::check,
+                 .width = 950,
+                 .checkedValue = "True"});
     } else {
-        albero.addColumn({.name = "Stato",
-                          .caption = "Stato",
-                          .field = "",
-                          .kind = Tipo::state,
-                          .width = 1200,
-                          .texts = [&stato](const std::vector<std::size_t>& righe) {
-                              std::vector<std::string> guid;
-                              const auto& dati = *stato.destinazione.albero->records();
-                              guid.reserve(righe.size());
-                              const auto campo = dati.FieldIndex("QZ02_GUID");
-                              for (const auto riga : righe)
-                                  guid.push_back(dati.rows().column(campo).value(riga).text());
-                              const auto flusso = stato.campoStato->object();
-                              return flusso ? flusso->descriptions(guid) : std::vector<std::string>(righe.size());
-                          }});
+        colonna({.name = "Stato",
+                 .caption = "Stato",
+                 .field = "",
+                 .kind = Tipo::state,
+                 .width = 1200,
+                 .texts = [&stato](const std::vector<std::size_t>& righe) {
+                     std::vector<std::string> guid;
+                     const auto& dati = *stato.destinazione.albero->records();
+                     guid.reserve(righe.size());
+                     const auto campo = dati.FieldIndex("QZ02_GUID");
+                     for (const auto riga : righe)
+                         guid.push_back(dati.rows().column(campo).value(riga).text());
+                     const auto flusso = stato.campoStato->object();
+                     return flusso ? flusso->descriptions(guid) : std::vector<std::string>(righe.size());
+                 }});
     }
-    albero.setScrollTipColumn("trQZ02_ID");
+    passo([&] { albero.setScrollTipColumn("trQZ02_ID"); });
 }
 
-void impostaDivisorioOrizzontale(Lato& lato) {
-    lato.divisorio->setUp({.firstPane = lato.albero->name(),
-                           .secondPane = lato.dettaglio->name(),
-                           .firstLimit = 500,
-                           .secondLimit = 300,
-                           .start = 90,
-                           .liveDrag = true,
-                           .sideBySide = false,
-                           .locked = false,
-                           .keepShare = true,
-                           .barColor = coloreBarra,
-                           .barSize = spessoreBarra});
-    lato.divisorio->setVisible(true);
+void impostaDivisorioOrizzontale(FormBase::Passo& passo, Lato& lato) {
+    const contract::Splitter::Settings impostazioni{.firstPane = lato.albero->name(),
+                                                    .secondPane = lato.dettaglio->name(),
+                                                    .firstLimit = 500,
+                                                    .secondLimit = 300,
+                                                    .start = 90,
+                                                    .liveDrag = true,
+                                                    .sideBySide = false,
+                                                    .locked = false,
+                                                    .keepShare = true,
+                                                    .barColor = coloreBarra,
+                                                    .barSize = spessoreBarra};
+    passo([&] { lato.divisorio->setUp(impostazioni); });
+    passo([&] { lato.divisorio->setVisible(true); });
 }
 
 } // namespace
@@ -191,22 +193,23 @@ void creaControlli(StatoForm& stato, ControlliForm& controlli) {
     stato.campoStato->setVisible(false);
 }
 
-void impostaControlli(StatoForm& stato, ControlliForm& controlli) {
-    impostaColonne(stato, stato.origine);
-    impostaColonne(stato, stato.destinazione);
-    controlli.SPLITTERVerticale->setUp({.firstPane = stato.origine.pannello->name(),
-                                        .secondPane = stato.destinazione.pannello->name(),
-                                        .firstLimit = 2000,
-                                        .secondLimit = 2000,
-                                        .start = 50,
-                                        .liveDrag = true,
-                                        .sideBySide = true,
-                                        .locked = false,
-                                        .barColor = coloreBarra,
-                                        .barSize = spessoreBarra});
-    controlli.SPLITTERVerticale->setVisible(true);
-    impostaDivisorioOrizzontale(stato.origine);
-    impostaDivisorioOrizzontale(stato.destinazione);
+void impostaControlli(StatoForm& stato, FormBase::Passo& passo, ControlliForm& controlli) {
+    impostaColonne(stato, passo, stato.origine);
+    impostaColonne(stato, passo, stato.destinazione);
+    const contract::Splitter::Settings verticale{.firstPane = stato.origine.pannello->name(),
+                                                 .secondPane = stato.destinazione.pannello->name(),
+                                                 .firstLimit = 2000,
+                                                 .secondLimit = 2000,
+                                                 .start = 50,
+                                                 .liveDrag = true,
+                                                 .sideBySide = true,
+                                                 .locked = false,
+                                                 .barColor = coloreBarra,
+                                                 .barSize = spessoreBarra};
+    passo([&] { controlli.SPLITTERVerticale->setUp(verticale); });
+    passo([&] { controlli.SPLITTERVerticale->setVisible(true); });
+    impostaDivisorioOrizzontale(passo, stato.origine);
+    impostaDivisorioOrizzontale(passo, stato.destinazione);
 }
 
 } // namespace qz

@@ -22,6 +22,6 @@ struct ControlliForm {
 void creaControlli(StatoForm& stato, ControlliForm& controlli);
 
 /// The control set-up routine of the form's load: columns of the trees, splitters.
-void impostaControlli(StatoForm& stato, ControlliForm& controlli);
+void impostaControlli(StatoForm& stato, FormBase::Passo& passo, ControlliForm& controlli);
 
 } // namespace qz

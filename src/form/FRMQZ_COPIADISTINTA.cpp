@@ -8,13 +8,17 @@
 #include "interaction/FRMQZ_PARAMETRI.h"
 #include "interaction/Livelli.h"
 
+#include <optional>
+
 namespace qz {
 
 FRMQZ_COPIADISTINTA::FRMQZ_COPIADISTINTA()
     : comandi_(stato_), modifica_(stato_), selezione_(stato_), menu_(stato_), ricercaOrig_(stato_, stato_.origine),
       ricercaDest_(stato_, stato_.destinazione) {
     comandi_.chiediDataFine = [this] { chiediDataFine(); };
-    modifica_.apriEditorStato = [this](contract::Node nodo) { menu_.apriEditorStato(nodo); };
+    modifica_.apriEditorStato = [this](FormBase::Passo& passo, contract::Node nodo) {
+        menu_.apriEditorStato(passo, nodo);
+    };
     selezione_.apriScheda = [this] { menu_.CollegamentoSchedaAnag(); };
 }
 
@@ -115,22 +119,24 @@ void FRMQZ_COPIADISTINTA::chiediDataFine() {
     dialogo.mostra();
 }
 
-void FRMQZ_COPIADISTINTA::aggiornaDettaglio(Lato& lato) {
+void FRMQZ_COPIADISTINTA::aggiornaDettaglio(FormBase::Passo& passo, Lato& lato) {
     if (lato.senzaRecord())
         return;
-    CaricaDatiAnagrafici(stato_, FormBase::ValoreODefault((*lato.dati)["QZ02_CLIFOR_CG44"], std::int32_t{0}),
-                         *lato.dettaglio, lato.Divisione);
+    contract::Value codice = std::int32_t{0};
+    passo([&] { codice = FormBase::ValoreODefault((*lato.dati)["QZ02_CLIFOR_CG44"], std::int32_t{0}); });
+    passo([&] { CaricaDatiAnagrafici(stato_, codice, *lato.dettaglio, lato.Divisione); });
 }
 
 void FRMQZ_COPIADISTINTA::CMD_PARAMETRI_ButtonClick() {
     stato_.procedura("CMD_PARAMETRI_ButtonClick", [&](auto& passo) {
-        passo([&] {
-            FRMQZ_PARAMETRI parametri(stato_);
-            parametri.mostra();
-        });
+        std::optional<FRMQZ_PARAMETRI> parametri;
+        passo([&] { parametri.emplace(stato_); });
+        if (parametri)
+            passo([&] { parametri->mostra(); });
+        parametri.reset();
         passo([&] { CaricaParametri(stato_); });
-        passo([&] { aggiornaDettaglio(stato_.origine); });
-        passo([&] { aggiornaDettaglio(stato_.destinazione); });
+        aggiornaDettaglio(passo, stato_.origine);
+        aggiornaDettaglio(passo, stato_.destinazione);
     });
 }
 
@@ -152,13 +158,14 @@ void FRMQZ_COPIADISTINTA::FME_CopiaDistintaDest_ChangeStatus(int stato) {
     stato_.procedura("FME_CopiaDistintaDest_ChangeStatus", [&](auto& passo) {
         if (stato != contract::DataFrame::browsing)
             return;
-        passo([&] {
-            if (!gestoreDest_)
-                return;
-            const bool puoChiudere = gestoreDest_->closeQuery(true);
-            if (const auto servizio = stato_.globale().scriptService())
-                servizio->setCanClose(puoChiudere);
-        });
+        if (!gestoreDest_)
+            return;
+        bool puoChiudere = false;
+        passo([&] { puoChiudere = gestoreDest_->closeQuery(true); });
+        std::shared_ptr<contract::ScriptService> servizio;
+        passo([&] { servizio = stato_.globale().scriptService(); });
+        if (servizio)
+            passo([&] { servizio->setCanClose(puoChiudere); });
     });
 }
 
@@ -174,26 +181,31 @@ void FRMQZ_COPIADISTINTA::EsciForm() {
 
 /// Says in words what the move buttons would do.
 void FRMQZ_COPIADISTINTA::descriviSpostamento() {
-    if (stato_.ospite == nullptr || !stato_.ospite->StatusBar())
-        return;
+    stato_.proceduraCheSegue("descriviSpostamento", [&](auto& passo) {
+        const auto barra = stato_.ospite ? stato_.ospite->StatusBar() : nullptr;
+        if (!barra)
+            return;
+        std::string testo;
+        passo([&] { testo = descrizioneSpostamento(); });
+        passo([&] { barra->setText(testo); });
+    });
+}
+
+std::string FRMQZ_COPIADISTINTA::descrizioneSpostamento() const {
     const auto nome = [](const Lato& lato) {
         return (*lato.dati)["QZ02_CLIFOR_CG44"].text() + " " + (*lato.dati)["RagioneSociale"].text();
     };
     const auto& orig = stato_.origine;
     const auto& dest = stato_.destinazione;
-    std::string testo;
     if (orig.senzaRecord() || !orig.albero->focused())
-        testo = "Scegliere un nodo nella distinta di origine.";
-    else if (dest.senzaRecord())
-        testo = "Scegliere un nodo nella distinta di destinazione.";
-    else if (orig.TipoCF != dest.TipoCF)
-        testo = "Le due distinte sono di tipologia diversa: non si può spostare.";
-    else {
-        const auto nodi = orig.albero->descendants(orig.albero->focused()) + 1;
-        testo = "Sposta: " + nome(orig) + " (" + std::to_string(nodi) + (nodi == 1 ? " nodo" : " nodi") +
-                ")  →  sotto " + nome(dest);
-    }
-    stato_.ospite->StatusBar()->setText(testo);
+        return "Scegliere un nodo nella distinta di origine.";
+    if (dest.senzaRecord())
+        return "Scegliere un nodo nella distinta di destinazione.";
+    if (orig.TipoCF != dest.TipoCF)
+        return "Le due distinte sono di tipologia diversa: non si può spostare.";
+    const auto nodi = orig.albero->descendants(orig.albero->focused()) + 1;
+    return "Sposta: " + nome(orig) + " (" + std::to_string(nodi) + (nodi == 1 ? " nodo" : " nodi") + ")  →  sotto " +
+           nome(dest);
 }
 
 bool FRMQZ_COPIADISTINTA::comandoMenu(std::string_view nome) {

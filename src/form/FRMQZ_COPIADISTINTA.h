@@ -10,6 +10,7 @@
 #include "interaction/Comandi.h"
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -77,17 +78,19 @@ private:
     void Form_UnLoad();
     void InizializzaScriptELayout();
     void ImpostaVirtualFrame();
-    void apriConnessione();
+    void apriConnessione(FormBase::Passo& passo);
     void aggiornaAttivazione();
     void ColoriSTD();
-    contract::Rect posizione() const;
+    contract::Rect posizione(FormBase::Passo& passo) const;
+    std::vector<std::function<void()>> rilasci();
 
     // Set-up and layout
     void collegaEventi();
     void collegaLato(Lato& lato, Ricerca& ricerca);
     void registraRidimensionamento();
-    void disponiPannello();
-    void disponiLato(Lato& lato, const DisposizioneLato& posto);
+    void disponiPannello(FormBase::Passo& passo);
+    void disponiLato(FormBase::Passo& passo, Lato& lato, const DisposizioneLato& posto);
+    void trasferisciAltezza(FormBase::Passo& passo, contract::Twips alto, contract::Twips differenza);
     DatiDisposizione datiDisposizione() const;
 
     // Commands
@@ -95,8 +98,9 @@ private:
     void CMD_PARAMETRI_ButtonClick();
     void FME_CopiaDistintaDest_ChangeStatus(int stato);
     void chiediDataFine();
-    void aggiornaDettaglio(Lato& lato);
+    void aggiornaDettaglio(FormBase::Passo& passo, Lato& lato);
     void descriviSpostamento();
+    std::string descrizioneSpostamento() const;
 
     StatoForm stato_;
     ControlliForm controlli_;

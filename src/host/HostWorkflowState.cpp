@@ -52,6 +52,11 @@ void HostWorkflowState::ConfermaStato() {
     selected_.reset();
 }
 
+void HostWorkflowState::ConfermaStatoDi(std::string_view guid) {
+    guid_ = guid;
+    ConfermaStato();
+}
+
 std::string HostWorkflowState::GetDescrizioneStatoFromGUID(std::string_view guid) {
     guid_ = guid;
     std::string description = descriptions({guid_}).front();

@@ -18,6 +18,7 @@ public:
     void DuplicaStato(std::string_view from, std::string_view to) override;
     void GetDefaultFlussoStato() override;
     void ConfermaStato() override;
+    void ConfermaStatoDi(std::string_view guid) override;
     std::string GetDescrizioneStatoFromGUID(std::string_view guid) override;
     std::vector<std::string> descriptions(const std::vector<std::string>& guids) override;
 

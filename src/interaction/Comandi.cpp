@@ -21,6 +21,7 @@ bool Comandi::confermato() {
 
 template <class Corpo> void Comandi::comando(std::string_view nome, Corpo&& corpo) {
     spostamentoFallito_ = false;
+    const FormBase::Comando unico(stato_);
     stato_.procedura(nome, corpo);
     // Whatever the answer to the error was, the screen shows the database as it stands.
     if (spostamentoFallito_)

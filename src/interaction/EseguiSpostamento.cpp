@@ -178,9 +178,12 @@ void EseguiSpostamento(StatoForm& stato, bool validita) {
         transazione.commit();
     }
 
-    RicaricaAlberi(stato);
-    ripristinaRiga(orig, rigaOrig);
-    ripristinaRiga(dest, rigaDest);
+    // The move is over: an error from here on must not run it again.
+    stato.procedura("EseguiSpostamento", [&](auto& passo) {
+        passo([&] { RicaricaAlberi(stato); });
+        passo([&] { ripristinaRiga(orig, rigaOrig); });
+        passo([&] { ripristinaRiga(dest, rigaDest); });
+    });
 }
 
 } // namespace qz

@@ -20,6 +20,7 @@ constexpr contract::Twips altezzaPulsante = 420;
 FRMQZ_DATAFINELEGAME::FRMQZ_DATAFINELEGAME(StatoForm& FormChiamante)
     : formChiamante_(FormChiamante), form_(FormChiamante.globale().controls()->newDialog("FRMQZ_DATAFINELEGAME")) {
     connessione = FormChiamante.connessione;
+    rispostaPerdita = FormChiamante.rispostaPerdita;
     form_->setCaption("Data fine legame");
     CMD_ANNULLA = &form_->addButton("CMD_ANNULLA", nullptr);
     KVT_RESIZEFORM = &form_->addResizeControl("KVT_RESIZEFORM");
@@ -49,13 +50,11 @@ void FRMQZ_DATAFINELEGAME::mostra() {
 
 void FRMQZ_DATAFINELEGAME::Form_Load() {
     procedura("Form_Load", [&](auto& passo) {
-        passo([&] { creaClasseLog(formChiamante_.globale(), formChiamante_.ospite); });
+        creaClasseLog(passo, formChiamante_.ospite);
         passo([&] { KVT_RESIZEFORM->setZoom(formChiamante_.ridimensionamento->zoom()); });
-        passo([&] {
-            form_->setBounds({0, 0, KVT_RESIZEFORM->scaled(larghezza), KVT_RESIZEFORM->scaled(altezza)});
-            KVT_RESIZEFORM->setUp();
-            disponi();
-        });
+        passo([&] { form_->setBounds({0, 0, KVT_RESIZEFORM->scaled(larghezza), KVT_RESIZEFORM->scaled(altezza)}); });
+        passo([&] { KVT_RESIZEFORM->setUp(); });
+        passo([&] { disponi(); });
         passo([&] { TXT_DATACHIUSURALEGAME->setFocus(); });
     });
 }
@@ -79,7 +78,9 @@ void FRMQZ_DATAFINELEGAME::disponi() {
 
 void FRMQZ_DATAFINELEGAME::CMD_ESEGUI_ButtonClick() {
     procedura("CMD_ESEGUI_ButtonClick", [&](auto& passo) {
-        if (!TXT_DATACHIUSURALEGAME->hasValidDate())
+        bool valida = false;
+        passo([&] { valida = TXT_DATACHIUSURALEGAME->hasValidDate(); });
+        if (!valida)
             return;
         passo([&] { DataFineLegame = TestoDaValore(contract::Value(TXT_DATACHIUSURALEGAME->text())); });
         formChiamante_.DataFineLegame = DataFineLegame;

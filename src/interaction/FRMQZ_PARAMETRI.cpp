@@ -3,6 +3,9 @@
 #include "data/Parametri.h"
 #include "form/shared/MODQZ_DISTINTA.h"
 
+#include <optional>
+#include <string>
+
 namespace qz {
 
 namespace {
@@ -16,6 +19,7 @@ constexpr int dateFisse = 1;
 FRMQZ_PARAMETRI::FRMQZ_PARAMETRI(StatoForm& FormChiamante)
     : formChiamante_(FormChiamante), form_(FormChiamante.globale().controls()->newDialog("FRMQZ_PARAMETRI")) {
     connessione = FormChiamante.connessione;
+    rispostaPerdita = FormChiamante.rispostaPerdita;
     creaControlli();
     collegaEventi();
 }
@@ -37,90 +41,99 @@ void FRMQZ_PARAMETRI::collegaEventi() {
 
 void FRMQZ_PARAMETRI::Form_Load() {
     procedura("Form_Load", [&](auto& passo) {
-        passo([&] { creaClasseLog(formChiamante_.globale(), formChiamante_.ospite); });
-        passo([&] { leggiValori(); });
+        creaClasseLog(passo, formChiamante_.ospite);
+        leggiValori(passo);
         passo([&] { AttivaFrameworkParametri(); });
     });
 }
 
 void FRMQZ_PARAMETRI::AttivaFrameworkParametri() {
     procedura("AttivaFrameworkParametri", [&](auto& passo) {
-        const auto istruzione = istruzioneRigaParametri(formChiamante_.ditta());
-        passo([&] {
-            riga_ = std::make_shared<contract::Recordset>();
-            riga_->Open(istruzione, database());
-        });
+        contract::Statement istruzione;
+        passo([&] { istruzione = istruzioneRigaParametri(formChiamante_.ditta()); });
+        riga_ = std::make_shared<contract::Recordset>();
+        passo([&] { riga_->Open(istruzione, database()); });
         passo([&] {
             FME_Parametri->initialise(formChiamante_.ospite, connessione, riga_, istruzione, "QZ03_DITTA_CG18");
-            FME_Parametri->setTable("QZ03_PARAMETRI", {"QZ03_DITTA_CG18"});
-            GRIDNAV_PARAMETRI->bind(*FME_Parametri);
-            FME_Parametri->bindField(*CMB_QZ03_TIPOCARICODATA, "QZ03_TIPOCARICODATA");
-            FME_Parametri->bindField(*TXT_QZ03_DATAINIZIOVAL, "QZ03_DATAINIZIOVAL");
-            FME_Parametri->bindField(*TXT_QZ03_DATAFINEVAL, "QZ03_DATAFINEVAL");
-            FME_Parametri->bindField(*CHK_QZ03_FLG_CONDVEND, "QZ03_FLG_CONDVEND");
-            FME_Parametri->bindField(*CHK_QZ03_FLG_CLAS, "QZ03_FLG_CLAS");
-            FME_Parametri->bindField(*CHK_QZ03_FLG_PROV, "QZ03_FLG_PROV");
-            FME_Parametri->bindField(*CHK_QZ03_FLG_ANAG, "QZ03_FLG_ANAG");
-            FME_Parametri->bindField(static_cast<contract::TextField&>(*TXT_QZ03_ID_WF02), "QZ03_ID_WF02");
-            GRIDNAV_PARAMETRI->setAllowInsert(true);
-            GRIDNAV_PARAMETRI->setAllowDelete(true);
-            GRIDNAV_PARAMETRI->setAskBeforeMove(true);
         });
-        passo([&] {
-            CMB_QZ03_TIPOCARICODATA->addItem("Valorizza da nodo padre");
-            CMB_QZ03_TIPOCARICODATA->addItem("Valorizza da date fisse");
-        });
-        passo([&] {
-            // A company without a row shows these two dates even though the combo stands on the first item: only a
-            // change of the combo empties them.
-            FME_Parametri->setDefault("QZ03_TIPOCARICODATA", std::int32_t{valori_.TipoCaricaDATA});
-            FME_Parametri->setDefault("QZ03_DATAINIZIOVAL",
-                                      valori_.DataFissaINIZIO ? *valori_.DataFissaINIZIO : contract::Value::null());
-            FME_Parametri->setDefault("QZ03_DATAFINEVAL",
-                                      valori_.DataFissaFINE ? *valori_.DataFissaFINE : contract::Value::null());
-            for (const auto* campo : {"QZ03_FLG_CONDVEND", "QZ03_FLG_CLAS", "QZ03_FLG_PROV", "QZ03_FLG_ANAG"})
-                FME_Parametri->setDefault(campo, true);
-            FME_Parametri->show();
-        });
-        passo([&] {
-            KVT_RESIZEFORM->setZoom(formChiamante_.ridimensionamento->zoom());
-            disponi();
-            KVT_RESIZEFORM->setUp();
-            disponi();
-        });
+        passo([&] { FME_Parametri->setTable("QZ03_PARAMETRI", {"QZ03_DITTA_CG18"}); });
+        collegaCampi(passo);
+        passo([&] { CMB_QZ03_TIPOCARICODATA->addItem("Valorizza da nodo padre"); });
+        passo([&] { CMB_QZ03_TIPOCARICODATA->addItem("Valorizza da date fisse"); });
+        impostaPredefiniti(passo);
+        passo([&] { FME_Parametri->show(); });
+        passo([&] { KVT_RESIZEFORM->setZoom(formChiamante_.ridimensionamento->zoom()); });
+        passo([&] { disponi(); });
+        passo([&] { KVT_RESIZEFORM->setUp(); });
+        passo([&] { disponi(); });
     });
 }
 
-void FRMQZ_PARAMETRI::leggiValori() {
+void FRMQZ_PARAMETRI::collegaCampi(Passo& passo) {
+    auto& frame = *FME_Parametri;
+    passo([&] { GRIDNAV_PARAMETRI->bind(frame); });
+    passo([&] { frame.bindField(*CMB_QZ03_TIPOCARICODATA, "QZ03_TIPOCARICODATA"); });
+    passo([&] { frame.bindField(*TXT_QZ03_DATAINIZIOVAL, "QZ03_DATAINIZIOVAL"); });
+    passo([&] { frame.bindField(*TXT_QZ03_DATAFINEVAL, "QZ03_DATAFINEVAL"); });
+    passo([&] { frame.bindField(*CHK_QZ03_FLG_CONDVEND, "QZ03_FLG_CONDVEND"); });
+    passo([&] { frame.bindField(*CHK_QZ03_FLG_CLAS, "QZ03_FLG_CLAS"); });
+    passo([&] { frame.bindField(*CHK_QZ03_FLG_PROV, "QZ03_FLG_PROV"); });
+    passo([&] { frame.bindField(*CHK_QZ03_FLG_ANAG, "QZ03_FLG_ANAG"); });
+    passo([&] { frame.bindField(static_cast<contract::TextField&>(*TXT_QZ03_ID_WF02), "QZ03_ID_WF02"); });
+    passo([&] { GRIDNAV_PARAMETRI->setAllowInsert(true); });
+    passo([&] { GRIDNAV_PARAMETRI->setAllowDelete(true); });
+    passo([&] { GRIDNAV_PARAMETRI->setAskBeforeMove(true); });
+}
+
+/// A company without a row shows these two dates even though the combo stands on the first item: only a change of the
+/// combo empties them.
+void FRMQZ_PARAMETRI::impostaPredefiniti(Passo& passo) {
+    const auto predefinito = [&](const char* campo, const contract::Value& valore) {
+        passo([&] { FME_Parametri->setDefault(campo, valore); });
+    };
+    const auto data = [](const std::optional<contract::Date>& giorno) {
+        return giorno ? contract::Value(*giorno) : contract::Value::null();
+    };
+    predefinito("QZ03_TIPOCARICODATA", std::int32_t{valori_.TipoCaricaDATA});
+    predefinito("QZ03_DATAINIZIOVAL", data(valori_.DataFissaINIZIO));
+    predefinito("QZ03_DATAFINEVAL", data(valori_.DataFissaFINE));
+    for (const auto* campo : {"QZ03_FLG_CONDVEND", "QZ03_FLG_CLAS", "QZ03_FLG_PROV", "QZ03_FLG_ANAG"})
+        predefinito(campo, true);
+}
+
+void FRMQZ_PARAMETRI::leggiValori(Passo& passo) {
     contract::Recordset riga;
-    riga.Open(istruzioneValoriParametri(formChiamante_.ditta()), database());
-    if (riga.Empty()) {
+    bool letta = false;
+    passo([&] {
+        riga.Open(istruzioneValoriParametri(formChiamante_.ditta()), database());
+        letta = true;
+    });
+    if (letta && riga.Empty()) {
         valori_.DataFissaINIZIO = contract::Date::parse(inizioSenzaRiga);
         valori_.DataFissaFINE = contract::Date::parse(fineSenzaRiga);
-    } else {
+    } else if (letta) {
         // The one column that the statement leaves null.
-        valori_.StatoLegame = interoBreve(ValoreODefault(riga["StatoLegame"], std::int32_t{0}));
-        valori_.TipoCaricaDATA = interoBreve(riga["TipoCaricaDATA"]);
-        valori_.DataFissaINIZIO = riga["DataFissaINIZIO"].date();
-        valori_.DataFissaFINE = riga["DataFissaFINE"].date();
-        valori_.flg_Anagrafica = valoreFlag(riga["flg_Anagrafica"]);
-        valori_.flg_CondVendita = valoreFlag(riga["flg_CondVendita"]);
-        valori_.flg_Classificazioni = valoreFlag(riga["flg_Classificazioni"]);
-        valori_.flg_Provvigioni = valoreFlag(riga["flg_Provvigioni"]);
+        passo([&] { valori_.StatoLegame = interoBreve(ValoreODefault(riga["StatoLegame"], std::int32_t{0})); });
+        passo([&] { valori_.TipoCaricaDATA = interoBreve(riga["TipoCaricaDATA"]); });
+        passo([&] { valori_.DataFissaINIZIO = riga["DataFissaINIZIO"].date(); });
+        passo([&] { valori_.DataFissaFINE = riga["DataFissaFINE"].date(); });
+        passo([&] { valori_.flg_Anagrafica = valoreFlag(riga["flg_Anagrafica"]); });
+        passo([&] { valori_.flg_CondVendita = valoreFlag(riga["flg_CondVendita"]); });
+        passo([&] { valori_.flg_Classificazioni = valoreFlag(riga["flg_Classificazioni"]); });
+        passo([&] { valori_.flg_Provvigioni = valoreFlag(riga["flg_Provvigioni"]); });
     }
     riga.Close();
 }
 
 void FRMQZ_PARAMETRI::CMB_QZ03_TIPOCARICODATA_Change() {
     procedura("CMB_QZ03_TIPOCARICODATA_Change", [&](auto& passo) {
-        passo([&] {
-            const bool fisse = CMB_QZ03_TIPOCARICODATA->position() == dateFisse;
-            for (auto* campo : {TXT_QZ03_DATAINIZIOVAL, TXT_QZ03_DATAFINEVAL}) {
-                campo->setEnabled(fisse);
-                if (!fisse)
-                    campo->setText("");
-            }
-        });
+        const bool fisse = CMB_QZ03_TIPOCARICODATA->position() == dateFisse;
+        for (auto* campo : {TXT_QZ03_DATAINIZIOVAL, TXT_QZ03_DATAFINEVAL})
+            passo([&] { campo->setEnabled(fisse); });
+        if (fisse)
+            return;
+        for (auto* campo : {TXT_QZ03_DATAINIZIOVAL, TXT_QZ03_DATAFINEVAL})
+            passo([&] { campo->setText(""); });
     });
 }
 
@@ -129,10 +142,8 @@ void FRMQZ_PARAMETRI::FME_Parametri_BeforeUpdate(bool& annulla) {
         passo([&] { FME_Parametri->setRecordValue("QZ03_DITTA_CG18", formChiamante_.ditta()); });
         std::string inizio;
         std::string fine;
-        passo([&] {
-            inizio = TXT_QZ03_DATAINIZIOVAL->text();
-            fine = TXT_QZ03_DATAFINEVAL->text();
-        });
+        passo([&] { inizio = TXT_QZ03_DATAINIZIOVAL->text(); });
+        passo([&] { fine = TXT_QZ03_DATAFINEVAL->text(); });
         // Compared as the date fields return them, that is as texts.
         if (inizio.empty() || fine.empty() || inizio <= fine)
             return;
@@ -147,41 +158,40 @@ void FRMQZ_PARAMETRI::FME_Parametri_BeforeUpdate(bool& annulla) {
 
 void FRMQZ_PARAMETRI::FME_parametri_ChangeStatus() {
     procedura("FME_parametri_ChangeStatus", [&](auto& passo) {
-        passo([&] {
-            // One company has one row, which is never deleted here.
-            GRIDNAV_PARAMETRI->setAllowInsert(false);
-            GRIDNAV_PARAMETRI->setAllowDelete(false);
-        });
+        // One company has one row, which is never deleted here.
+        passo([&] { GRIDNAV_PARAMETRI->setAllowInsert(false); });
+        passo([&] { GRIDNAV_PARAMETRI->setAllowDelete(false); });
     });
 }
 
 void FRMQZ_PARAMETRI::lkp_Stati() {
     procedura("lkp_Stati", [&](auto& passo) {
+        std::optional<std::int64_t> scelto;
         passo([&] {
-            const auto scelto = formChiamante_.globale().IDLookup(
+            scelto = formChiamante_.globale().IDLookup(
                 {"lkp_Stati", "Stati", istruzioneElencoStati(), {"Codice", "Descrizione"}}, database());
-            if (!scelto)
-                return;
-            // The field tells that its code changed, and the description follows.
-            TXT_QZ03_ID_WF02->setText(std::to_string(*scelto));
         });
+        if (!scelto)
+            return;
+        // The field tells that its code changed, and the description follows.
+        passo([&] { TXT_QZ03_ID_WF02->setText(std::to_string(*scelto)); });
     });
 }
 
 void FRMQZ_PARAMETRI::decodificaStato() {
     procedura("decodificaStato", [&](auto& passo) {
-        passo([&] {
-            const auto codice = contract::Value(TXT_QZ03_ID_WF02->text()).integer();
-            contract::Recordset stato;
-            if (codice)
-                stato.Open(istruzioneDescrizioneStato(*codice), database());
-            TXT_WF02_DESCR->setText(stato.Empty() ? "" : stato["WF02_DESCR"].text());
-        });
+        std::optional<std::int64_t> codice;
+        passo([&] { codice = contract::Value(TXT_QZ03_ID_WF02->text()).integer(); });
+        contract::Recordset stato;
+        if (codice)
+            passo([&] { stato.Open(istruzioneDescrizioneStato(*codice), database()); });
+        passo([&] { TXT_WF02_DESCR->setText(stato.Empty() ? "" : stato["WF02_DESCR"].text()); });
     });
 }
 
 void FRMQZ_PARAMETRI::Form_Unload() {
-    procedura("Form_Unload", [&](auto& passo) {
+    // Part of the command that opened the form.
+    proceduraCheSegue("Form_Unload", [&](auto& passo) {
         passo([&] {
             if (riga_ && riga_->IsOpen())
                 riga_->Close();

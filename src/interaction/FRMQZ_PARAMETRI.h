@@ -36,7 +36,9 @@ private:
     void Form_Load();
     void Form_Unload();
     void AttivaFrameworkParametri();
-    void leggiValori();
+    void collegaCampi(Passo& passo);
+    void impostaPredefiniti(Passo& passo);
+    void leggiValori(Passo& passo);
     void disponi();
     void CMB_QZ03_TIPOCARICODATA_Change();
     void FME_Parametri_BeforeUpdate(bool& annulla);

@@ -20,16 +20,35 @@ bool modoComprimi(const Lato& lato) {
     return didascalia == comprimi;
 }
 
-void impostaLivello(Lato& lato, int livello, bool aperto) {
+/// Steps of a caller that traps no errors: they just run.
+constexpr auto senzaTrappola = [](auto&& azione) { azione(); };
+
+template <class Passo> void impostaLivello(Passo& passo, Lato& lato, int livello, bool aperto) {
     const CursoreSulFuoco cursore(lato);
-    const SospensioneAlbero sospensione(*lato.albero);
+    SospensioneAlbero sospensione(*lato.albero);
+    passo([&] { sospensione.sospendi(); });
     lato.dati->MoveFirst();
     auto nodo = lato.albero->firstNode();
     for (auto visite = lato.dati->RecordCount(); visite > 0 && nodo; --visite) {
         if (lato.albero->level(nodo) == livello)
-            lato.albero->setExpanded(nodo, aperto);
+            passo([&] { lato.albero->setExpanded(nodo, aperto); });
         nodo = lato.albero->next(nodo);
     }
+    passo([&] { sospensione.riprendi(); });
+}
+
+template <class Passo> void espandi(Passo& passo, Lato& lato) {
+    if (lato.vuoto())
+        return;
+    impostaLivello(passo, lato, lato.LivelloCorrente, true);
+    ++lato.LivelloCorrente;
+}
+
+template <class Passo> void comprimiLivello(Passo& passo, Lato& lato) {
+    if (lato.vuoto())
+        return;
+    impostaLivello(passo, lato, lato.LivelloCorrente - 1, false);
+    --lato.LivelloCorrente;
 }
 
 void scriviDidascalia(Lato& lato, bool modo) {
@@ -39,28 +58,22 @@ void scriviDidascalia(Lato& lato, bool modo) {
         scriviDidascaliaLivello(lato, lato.LivelloCorrente >= lato.LivelloMax);
 }
 
-void unPasso(Lato& lato, bool modo) {
+template <class Passo> void unLivello(Passo& passo, Lato& lato, bool modo) {
     if (modo)
-        ComprimiLivello(lato);
+        comprimiLivello(passo, lato);
     else
-        EspandiLivello(lato);
-    scriviDidascalia(lato, modo);
+        espandi(passo, lato);
+    passo([&] { scriviDidascalia(lato, modo); });
 }
 
 } // namespace
 
 void EspandiLivello(Lato& lato) {
-    if (lato.vuoto())
-        return;
-    impostaLivello(lato, lato.LivelloCorrente, true);
-    ++lato.LivelloCorrente;
+    espandi(senzaTrappola, lato);
 }
 
 void ComprimiLivello(Lato& lato) {
-    if (lato.vuoto())
-        return;
-    impostaLivello(lato, lato.LivelloCorrente - 1, false);
-    --lato.LivelloCorrente;
+    comprimiLivello(senzaTrappola, lato);
 }
 
 void AggiornaDidascaliaLivello(Lato& lato) {
@@ -70,7 +83,7 @@ void AggiornaDidascaliaLivello(Lato& lato) {
 void AggiornaLivello(Lato& lato) {
     if (lato.vuoto())
         return;
-    unPasso(lato, modoComprimi(lato));
+    unLivello(senzaTrappola, lato, modoComprimi(lato));
 }
 
 void CMD_ESPANDICOLLASSA_ButtonClick(StatoForm& stato, Lato& lato) {
@@ -82,7 +95,7 @@ void CMD_ESPANDICOLLASSA_ButtonClick(StatoForm& stato, Lato& lato) {
         bool modo = false;
         passo([&] { modo = modoComprimi(lato); });
         passo([&] { stato.form->processEvents(); });
-        passo([&] { unPasso(lato, modo); });
+        unLivello(passo, lato, modo);
     });
 }
 

@@ -54,13 +54,11 @@ void MenuContestuali::mnuAnagCF_Click(Lato& lato) {
 
 void MenuContestuali::CollegamentoSchedaAnag() {
     stato_.procedura("CollegamentoSchedaAnag", [&](auto& passo) {
-        passo([&] {
-            const auto tipo = FormBase::ValoreODefault(stato_.TipoAnagMenu, contract::Value()).integer();
-            if (tipo == 0)
-                RichiamaScheda("RichiamaSchedaClienti", "SchedaClienti");
-            else if (tipo == 1)
-                RichiamaScheda("RichiamaSchedaFornitori", "SchedaFornitori");
-        });
+        const auto tipo = FormBase::ValoreODefault(stato_.TipoAnagMenu, contract::Value()).integer();
+        if (tipo == 0)
+            passo([&] { RichiamaScheda("RichiamaSchedaClienti", "SchedaClienti"); });
+        else if (tipo == 1)
+            passo([&] { RichiamaScheda("RichiamaSchedaFornitori", "SchedaFornitori"); });
     });
 }
 
@@ -70,12 +68,10 @@ void MenuContestuali::RichiamaScheda(std::string_view procedura, std::string_vie
         passo([&] { parametri = stato_.globale().newParameterObject(); });
         if (!parametri)
             return;
-        passo([&] {
-            parametri->flag = true;
-            parametri->accountKind = static_cast<std::int16_t>(stato_.TipoAnagMenu.integer().value_or(0));
-            parametri->accountCode = stato_.CodiceAnagMenu;
-            parametri->company = stato_.ditta();
-        });
+        parametri->flag = true;
+        parametri->accountKind = static_cast<std::int16_t>(stato_.TipoAnagMenu.integer().value_or(0));
+        parametri->accountCode = stato_.CodiceAnagMenu;
+        passo([&] { parametri->company = stato_.ditta(); });
         passo([&] { stato_.globale().openProgram(programma, *parametri); });
     });
 }
@@ -83,28 +79,21 @@ void MenuContestuali::RichiamaScheda(std::string_view procedura, std::string_vie
 void MenuContestuali::CollegaAnag() {
     stato_.procedura("CollegaAnag", [&](auto& passo) {
         std::shared_ptr<contract::AccountLink> collegamento;
-        passo([&] {
-            collegamento = stato_.globale().newAccountLink();
-            if (!collegamento)
-                return;
-            collegamento->setInterface(stato_.ospite);
-            collegamento->setAccountCode(stato_.CodiceAnagMenu);
-        });
+        passo([&] { collegamento = stato_.globale().newAccountLink(); });
         if (!collegamento)
             return;
-        passo([&] {
-            const auto tipo = FormBase::ValoreODefault(stato_.TipoAnagMenu, contract::Value()).integer();
-            if (tipo == 0)
-                collegamento->linkCustomer();
-            else if (tipo == 1)
-                collegamento->linkSupplier();
-        });
+        passo([&] { collegamento->setInterface(stato_.ospite); });
+        passo([&] { collegamento->setAccountCode(stato_.CodiceAnagMenu); });
+        const auto tipo = FormBase::ValoreODefault(stato_.TipoAnagMenu, contract::Value()).integer();
+        if (tipo == 0)
+            passo([&] { collegamento->linkCustomer(); });
+        else if (tipo == 1)
+            passo([&] { collegamento->linkSupplier(); });
     });
 }
 
 void MenuContestuali::mnuStatoLegame_Click() {
-    stato_.procedura("mnuStatoLegame_Click",
-                     [&](auto& passo) { passo([&] { apriEditorStato(stato_.NodoStatoDest); }); });
+    stato_.procedura("mnuStatoLegame_Click", [&](auto& passo) { apriEditorStato(passo, stato_.NodoStatoDest); });
 }
 
 contract::Rect MenuContestuali::postoEditor(contract::Node nodo) const {
@@ -114,38 +103,54 @@ contract::Rect MenuContestuali::postoEditor(contract::Node nodo) const {
     return {posto.left + cella.left, posto.top + cella.top, cella.width, altezzaRiga(stato_.ridimensionamento->zoom())};
 }
 
-contract::Value MenuContestuali::guidCorrente() const {
-    return (*stato_.destinazione.dati)["qz02_guid"];
+/// The node's own, wherever the record set's cursor stands.
+std::string MenuContestuali::guidDelNodo(contract::Node nodo) const {
+    const auto& dati = *stato_.destinazione.dati;
+    return dati.rows().column(dati.FieldIndex("qz02_guid")).value(stato_.destinazione.albero->row(nodo)).text();
 }
 
-void MenuContestuali::apriEditorStato(contract::Node nodo) {
+void MenuContestuali::apriEditorStato(FormBase::Passo& passo, contract::Node nodo) {
     if (!nodo || stato_.destinazione.senzaRecord())
         return;
     auto& albero = *stato_.destinazione.albero;
     if (albero.focused() != nodo)
-        albero.setFocused(nodo);
-    albero.makeVisible(nodo);
+        passo([&] { albero.setFocused(nodo); });
+    passo([&] { albero.makeVisible(nodo); });
     auto& editor = *stato_.campoStato;
-    editor.setBounds(postoEditor(nodo));
-    editor.setValue(guidCorrente().text());
-    editor.setVisible(true);
-    editor.setFocus();
-    editor.sendKeys(elencoStati);
+    passo([&] { editor.setBounds(postoEditor(nodo)); });
+    bool impostato = false;
+    passo([&] {
+        editor.setValue(guidDelNodo(nodo));
+        impostato = true;
+    });
+    if (!impostato)
+        return; // passed over: a state chosen there would go to another link
+    passo([&] { editor.setVisible(true); });
+    passo([&] { editor.setFocus(); });
+    passo([&] { editor.sendKeys(elencoStati); });
 }
 
 void MenuContestuali::mnuRilasciaFigli_Click() {
     if (!stato_.NodoStatoDest)
         return;
+    const FormBase::Comando unico(stato_);
     const SospensioneCambioNodo sospensione(stato_.sospendiCambioNodo);
-    rilasciaFigli();
-    // Left by an error on the way: the dates and the lock that are remembered belong to the node clicked.
+    bool finita = false;
+    rilasciaFigli(finita);
+    if (finita)
+        return;
+    // Left by an error on the way: the states that were copied are shown, and the dates and the lock that are
+    // remembered belong to the node clicked.
     auto& albero = *stato_.destinazione.albero;
     const contract::Node cliccato{stato_.posizioneNodoStato};
-    if (albero.focused() != cliccato)
-        stato_.procedura("mnuRilasciaFigli_Click", [&](auto& passo) { passo([&] { albero.setFocused(cliccato); }); });
+    stato_.procedura("mnuRilasciaFigli_Click", [&](auto& passo) {
+        if (albero.focused() != cliccato)
+            passo([&] { albero.setFocused(cliccato); });
+        passo([&] { albero.refreshColumn(colonnaStato); });
+    });
 }
 
-void MenuContestuali::rilasciaFigli() {
+void MenuContestuali::rilasciaFigli(bool& finita) {
     stato_.procedura("mnuRilasciaFigli_Click", [&](auto& passo) {
         auto& albero = *stato_.destinazione.albero;
         std::string origine;
@@ -154,42 +159,42 @@ void MenuContestuali::rilasciaFigli() {
         passo([&] { flusso = stato_.campoStato->object(); });
         if (!flusso)
             return;
-        if (!stato_.destinazione.senzaRecord())
-            passo([&] {
-                origine = guidCorrente().text();
-                if (flusso->GetDescrizioneStatoFromGUID(origine).empty()) {
-                    flusso->GetDefaultFlussoStato();
-                    flusso->ConfermaStato();
-                }
-            });
+        if (!stato_.destinazione.senzaRecord()) {
+            passo([&] { origine = guidDelNodo(stato_.NodoStatoDest); });
+            // A state that could not be read is not taken for a missing one.
+            bool senzaStato = false;
+            passo([&] { senzaStato = flusso->GetDescrizioneStatoFromGUID(origine).empty(); });
+            if (senzaStato) {
+                passo([&] { flusso->GetDefaultFlussoStato(); });
+                passo([&] { flusso->ConfermaStato(); });
+            }
+        }
         stato_.NodoStatoDest = albero.next(stato_.NodoStatoDest);
         while (stato_.NodoStatoDest) {
             // The bound is the level last clicked in the origin tree, not the destination's.
             if (stato_.origine.livelloCliccato >= albero.level(stato_.NodoStatoDest))
                 break;
-            passo([&] {
-                albero.setFocused(stato_.NodoStatoDest);
-                flusso->DuplicaStato(origine, guidCorrente().text());
-            });
+            passo([&] { albero.setFocused(stato_.NodoStatoDest); });
+            passo([&] { flusso->DuplicaStato(origine, guidDelNodo(stato_.NodoStatoDest)); });
             stato_.NodoStatoDest = albero.next(stato_.NodoStatoDest);
         }
         passo([&] { albero.setFocused(contract::Node{stato_.posizioneNodoStato}); });
-        passo([&] {
-            albero.refreshColumn(colonnaStato);
-            albero.update();
-        });
+        passo([&] { albero.refreshColumn(colonnaStato); });
+        passo([&] { albero.update(); });
+        finita = true;
     });
 }
 
 void MenuContestuali::TXT_QZ02_STATO_AfterItem() {
     stato_.procedura("TXT_QZ02_STATO_AfterItem", [&](auto& passo) {
-        passo([&] {
-            if (!stato_.campoStato->stateChosen())
-                return;
-            if (const auto flusso = stato_.campoStato->object())
-                flusso->ConfermaStato();
-            stato_.destinazione.albero->refreshColumn(colonnaStato);
-        });
+        bool scelto = false;
+        passo([&] { scelto = stato_.campoStato->stateChosen(); });
+        if (!scelto)
+            return;
+        // Of the field's own link: the workflow has served others since the editor was opened.
+        if (const auto flusso = stato_.campoStato->object())
+            passo([&] { flusso->ConfermaStatoDi(stato_.campoStato->value()); });
+        passo([&] { stato_.destinazione.albero->refreshColumn(colonnaStato); });
     });
 }
 

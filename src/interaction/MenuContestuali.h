@@ -2,6 +2,7 @@
 
 #include "form/shared/StatoForm.h"
 
+#include <string>
 #include <string_view>
 
 namespace qz {
@@ -21,16 +22,18 @@ public:
     /// Hands the account remembered to the host's account link; kinds other than customer and supplier call nothing.
     void CollegaAnag();
 
-    /// Places the state editor over the "Stato" cell of a destination node and opens its list of states.
-    void apriEditorStato(contract::Node nodo);
+    /// Places the state editor over the "Stato" cell of a destination node and opens its list of states: steps of the
+    /// procedure that asks for it.
+    void apriEditorStato(FormBase::Passo& passo, contract::Node nodo);
     /// The user left the state editor: a state chosen there is confirmed.
     void TXT_QZ02_STATO_AfterItem();
 
 private:
-    void rilasciaFigli();
+    /// finita: whether it came to its end.
+    void rilasciaFigli(bool& finita);
     void RichiamaScheda(std::string_view procedura, std::string_view programma);
     contract::Rect postoEditor(contract::Node nodo) const;
-    contract::Value guidCorrente() const;
+    std::string guidDelNodo(contract::Node nodo) const;
 
     StatoForm& stato_;
 };

@@ -6,6 +6,9 @@
 #include "form/shared/MODQZ_DISTINTA.h"
 #include "maintenance/LettureSingole.h"
 
+#include <optional>
+#include <string>
+
 namespace qz {
 
 namespace {
@@ -13,6 +16,7 @@ namespace {
 constexpr std::string_view colonnaInizio = "trQZ02_DATAINIZIOVAL";
 constexpr std::string_view colonnaFine = "trQZ02_DATAFINEVAL";
 constexpr std::string_view colonnaStato = "Stato";
+constexpr std::string_view nomeModifica = "TRW_ELEMDISTINTADEST_OnEdited";
 /// Position, hidden columns included, of the column that a definitive bonus locks: the start of validity.
 constexpr std::size_t posizioneBloccata = 3;
 
@@ -40,29 +44,33 @@ void ModificaNodo::TRW_ELEMDISTINTAORIG_OnChangeNodeEx() {
 }
 
 void ModificaNodo::TRW_ELEMDISTINTADEST_OnChangeNode() {
-    cambioDestinazione(stato_.destinazione.descrizione.nomeCambioNodo, true);
+    cambioDestinazione(stato_.destinazione.descrizione.nomeCambioNodo, false);
 }
 
 void ModificaNodo::TRW_ELEMDISTINTADEST_OnChangeNodeEx() {
-    cambioDestinazione(stato_.destinazione.descrizione.nomeCambioNodoEx, false);
+    cambioDestinazione(stato_.destinazione.descrizione.nomeCambioNodoEx, true);
 }
 
-void ModificaNodo::cambioOrigine(std::string_view nome, bool conParametri) {
+void ModificaNodo::cambioOrigine(std::string_view nome, bool comeEx) {
     auto& lato = stato_.origine;
-    stato_.procedura(nome, [&](auto& passo) {
+    const auto corpo = [&](auto& passo) {
         if (lato.senzaRecord()) {
             passo([&] { SvuotaFlex(stato_, *lato.dettaglio); });
             return;
         }
-        if (conParametri)
+        if (comeEx)
             passo([&] { CaricaParametri(stato_); });
-        passo([&] { CaricaDatiAnagrafici(stato_, codiceCorrente(lato), *lato.dettaglio, lato.Divisione); });
-    });
+        mostraDettaglio(passo, lato);
+    };
+    if (comeEx)
+        stato_.proceduraCheSegue(nome, corpo);
+    else
+        stato_.procedura(nome, corpo);
 }
 
-void ModificaNodo::cambioDestinazione(std::string_view nome, bool conDate) {
+void ModificaNodo::cambioDestinazione(std::string_view nome, bool comeEx) {
     auto& lato = stato_.destinazione;
-    stato_.procedura(nome, [&](auto& passo) {
+    const auto corpo = [&](auto& passo) {
         if (stato_.sospendiCambioNodo)
             return;
         if (lato.senzaRecord()) {
@@ -70,128 +78,161 @@ void ModificaNodo::cambioDestinazione(std::string_view nome, bool conDate) {
             return;
         }
         passo([&] { CaricaParametri(stato_); });
-        passo([&] { CaricaDatiAnagrafici(stato_, codiceCorrente(lato), *lato.dettaglio, lato.Divisione); });
+        mostraDettaglio(passo, lato);
         passo([&] { stato_.campoId->setText((*lato.dati)["QZ02_ID"].text()); });
-        if (!conDate)
+        if (comeEx)
             return;
-        passo([&] { ricordaDate(); });
-        passo([&] { bloccaColonna(); });
-    });
+        ricordaDate(passo);
+        bloccaColonna(passo);
+    };
+    if (comeEx)
+        stato_.proceduraCheSegue(nome, corpo);
+    else
+        stato_.procedura(nome, corpo);
+}
+
+void ModificaNodo::mostraDettaglio(FormBase::Passo& passo, Lato& lato) {
+    contract::Value codice = std::int32_t{0};
+    passo([&] { codice = codiceCorrente(lato); });
+    passo([&] { CaricaDatiAnagrafici(stato_, codice, *lato.dettaglio, lato.Divisione); });
 }
 
 /// A null date leaves the one remembered before, even if it was another node's.
-void ModificaNodo::ricordaDate() {
+void ModificaNodo::ricordaDate(FormBase::Passo& passo) {
     const auto& dati = *stato_.destinazione.dati;
-    lette_ = {dati["QZ02_DATAINIZIOVAL"], dati["QZ02_DATAFINEVAL"]};
+    lette_ = {};
+    passo([&] { lette_.inizio = dati["QZ02_DATAINIZIOVAL"]; });
     if (const auto inizio = lette_.inizio.date())
         stato_.DataInizioNodoDest = inizio;
+    passo([&] { lette_.fine = dati["QZ02_DATAFINEVAL"]; });
     if (const auto fine = lette_.fine.date())
         stato_.DataFineNodoDest = fine;
 }
 
-void ModificaNodo::bloccaColonna() {
-    const auto id = (*stato_.destinazione.dati)["QZ02_ID"].integer();
+void ModificaNodo::bloccaColonna(FormBase::Passo& passo) {
+    std::optional<std::int64_t> id;
+    passo([&] { id = (*stato_.destinazione.dati)["QZ02_ID"].integer(); });
     if (!id)
         return;
-    LettureSingole letture(stato_.database());
-    const auto motivo = PremioDefinitivo(letture, stato_.ditta(), NodoId(*id), false, "");
-    if (motivo)
-        stato_.MessaggioSpostamento = *motivo;
-    stato_.destinazione.albero->setColumnLocked(posizioneBloccata, motivo.has_value());
+    // Locked where nobody knows whether there is a bonus: nothing else guards the start of validity.
+    bool definitivo = true;
+    passo([&] {
+        LettureSingole letture(stato_.database());
+        const auto motivo = PremioDefinitivo(letture, stato_.ditta(), NodoId(*id), false, "");
+        if (motivo)
+            stato_.MessaggioSpostamento = *motivo;
+        definitivo = motivo.has_value();
+    });
+    passo([&] { stato_.destinazione.albero->setColumnLocked(posizioneBloccata, definitivo); });
 }
 
 void ModificaNodo::TRW_ELEMDISTINTADEST_OnEdited(contract::Node nodo) {
+    const FormBase::Comando unico(stato_);
     superate_ = false;
     inSospeso_ = true;
-    stato_.procedura("TRW_ELEMDISTINTADEST_OnEdited", [&](auto& passo) { convalida(passo, nodo); });
+    stato_.procedura(nomeModifica, [&](auto& passo) { convalida(passo, nodo); });
     // Left by an error in the middle: what was not checked must not stay in the cells.
     if (inSospeso_)
-        ripristina(nodo, true, true);
+        stato_.procedura(nomeModifica, [&](auto& passo) { ripristina(passo, nodo, true, true); });
     // Only now, so that running the failed write again can not overwrite what another user wrote.
     if (superate_)
-        ricordaDate();
+        stato_.procedura(nomeModifica, [&](auto& passo) { ricordaDate(passo); });
 }
 
-void ModificaNodo::ripristina(contract::Node nodo, bool inizio, bool fine) {
+void ModificaNodo::ripristina(FormBase::Passo& passo, contract::Node nodo, bool inizio, bool fine) {
     auto& albero = *stato_.destinazione.albero;
-    inSospeso_ = false;
     if (inizio)
-        albero.setValue(nodo, colonnaInizio, oppureNulla(stato_.DataInizioNodoDest));
+        passo([&] { albero.setValue(nodo, colonnaInizio, oppureNulla(stato_.DataInizioNodoDest)); });
     if (fine)
-        albero.setValue(nodo, colonnaFine, oppureNulla(stato_.DataFineNodoDest));
+        passo([&] { albero.setValue(nodo, colonnaFine, oppureNulla(stato_.DataFineNodoDest)); });
+    inSospeso_ = false;
 }
 
-template <class Passo> void ModificaNodo::convalida(Passo& passo, contract::Node nodo) {
-    namespace message = contract::message;
-    auto& lato = stato_.destinazione;
-    LegameDaControllare legame;
-    contract::Value inizio;
-    contract::Value fine;
+void ModificaNodo::rifiuta(FormBase::Passo& passo, contract::Node nodo, std::string_view motivo, int stile, bool inizio,
+                           bool fine) {
+    passo([&] { stato_.messaggio(motivo, stile); });
+    ripristina(passo, nodo, inizio, fine);
+}
+
+bool ModificaNodo::leggiLegame(FormBase::Passo& passo, LegameDaControllare& legame) {
+    const auto& lato = stato_.destinazione;
+    const auto& dati = *lato.dati;
+    int letti = 0;
     passo([&] {
-        const auto& dati = *lato.dati;
         legame.account = facoltativo<CodiceAccount>(dati, "QZ02_CLIFOR_CG44").value_or(CodiceAccount(0));
-        legame.nodo = facoltativo<NodoId>(dati, "QZ02_ID");
+        ++letti;
+    });
+    passo([&] { legame.nodo = facoltativo<NodoId>(dati, "QZ02_ID"); });
+    passo([&] {
         legame.padre = facoltativo<NodoId>(dati, "QZ02_IDPARENT_QZ02");
+        ++letti;
+    });
+    passo([&] {
         legame.ditta = stato_.ditta();
         legame.dittaDelPadre = legame.ditta;
-        legame.tipo = TipoCF(lato.TipoCF);
-        legame.tipoOrigine = TipoCF(stato_.origine.TipoCF);
-        inizio = FormBase::ValoreODefault(lato.albero->value(nodo, colonnaInizio), "");
-        fine = FormBase::ValoreODefault(lato.albero->value(nodo, colonnaFine), "");
+        ++letti;
     });
-    if (!legame.nodo)
-        return;
+    legame.tipo = TipoCF(lato.TipoCF);
+    legame.tipoOrigine = TipoCF(stato_.origine.TipoCF);
+    return letti == 3 && legame.nodo;
+}
+
+void ModificaNodo::convalida(FormBase::Passo& passo, contract::Node nodo) {
+    namespace message = contract::message;
+    const auto& albero = *stato_.destinazione.albero;
+    LegameDaControllare legame;
+    if (!leggiLegame(passo, legame))
+        return; // nothing that could be checked
+    contract::Value inizio = "";
+    passo([&] { inizio = FormBase::ValoreODefault(albero.value(nodo, colonnaInizio), ""); });
     if (inizio.text().empty()) {
-        passo([&] { stato_.messaggio("Attenzione la data validità inizio è obbligatoria", message::ok); });
-        passo([&] { ripristina(nodo, true, false); });
+        rifiuta(passo, nodo, "Attenzione la data validità inizio è obbligatoria", message::ok, true, false);
         return;
     }
+    contract::Value fine = "";
+    passo([&] { fine = FormBase::ValoreODefault(albero.value(nodo, colonnaFine), ""); });
     if (fine.text().empty()) {
-        passo([&] { stato_.messaggio("Attenzione la data validità fine è obbligatoria", message::ok); });
-        passo([&] { ripristina(nodo, false, true); });
+        rifiuta(passo, nodo, "Attenzione la data validità fine è obbligatoria", message::ok, false, true);
         return;
     }
-    bool ordinate = false;
-    bool accettata = false;
-    passo([&] {
-        legame.inizio = giorno(inizio);
-        legame.fine = giorno(fine).text();
-        // An end equal to the start is accepted, although the message speaks of an earlier start.
-        ordinate = giorno(fine) >= legame.inizio;
-        if (!ordinate)
-            stato_.messaggio("Attenzione data validità inizio deve essere inferiore di data validità fine",
-                             message::ok);
-    });
-    if (!ordinate) {
-        passo([&] { ripristina(nodo, true, true); });
+    std::optional<contract::Date> nuovoInizio;
+    std::optional<contract::Date> nuovaFine;
+    passo([&] { nuovoInizio = giorno(inizio); });
+    passo([&] { nuovaFine = giorno(fine); });
+    if (!nuovoInizio || !nuovaFine)
+        return;
+    // An end equal to the start is accepted, although the message speaks of an earlier start.
+    if (*nuovaFine < *nuovoInizio) {
+        rifiuta(passo, nodo, "Attenzione data validità inizio deve essere inferiore di data validità fine", message::ok,
+                true, true);
         return;
     }
-    const DateLegame nuove{legame.inizio, giorno(contract::Value(legame.fine))};
+    legame.inizio = *nuovoInizio;
+    legame.fine = nuovaFine->text();
+    const DateLegame nuove{*nuovoInizio, *nuovaFine};
     // A pair that is what was read is checked, but there is nothing to write.
-    const bool invariata = lette_.inizio.date() == nuove.inizio.date() && lette_.fine.date() == nuove.fine.date();
+    const bool invariata = lette_.inizio.date() == nuovoInizio && lette_.fine.date() == nuovaFine;
+    bool accettata = false;
     bool controllata = false;
     std::int64_t scritte = 0;
+    stato_.MessaggioSpostamento.clear();
     passo([&] {
-        stato_.MessaggioSpostamento.clear();
+        stato_.MessaggioSpostamento.clear(); // run again, the check says what it has to say once
         if (invariata)
             accettata = controlla(legame);
         else
             scritte = controllaEScrivi(legame, nuove, accettata);
         controllata = true;
     });
-    if (accettata && invariata) {
+    if (accettata && invariata)
         inSospeso_ = false;
-        return;
-    }
-    if (accettata) {
-        passo([&] { dopoLaScrittura(nodo, legame, nuove, scritte); });
-        return;
-    }
-    if (controllata)
-        passo([&] {
-            stato_.messaggio("Anagrafica non modificata:\n" + stato_.MessaggioSpostamento, message::information);
-        });
-    passo([&] { ripristina(nodo, true, true); });
+    else if (accettata)
+        dopoLaScrittura(passo, nodo, legame, nuove, scritte);
+    else if (controllata)
+        rifiuta(passo, nodo, "Anagrafica non modificata:\n" + stato_.MessaggioSpostamento, message::information, true,
+                true);
+    else
+        ripristina(passo, nodo, true, true);
 }
 
 bool ModificaNodo::controlla(const LegameDaControllare& legame) {
@@ -224,37 +265,45 @@ std::int64_t ModificaNodo::controllaEScrivi(const LegameDaControllare& legame, c
 
 /// The row was written only where it still held the dates that were read; otherwise the cells show what the database
 /// holds.
-void ModificaNodo::dopoLaScrittura(contract::Node nodo, const LegameDaControllare& legame, const DateLegame& nuove,
-                                   std::int64_t scritte) {
+void ModificaNodo::dopoLaScrittura(FormBase::Passo& passo, contract::Node nodo, const LegameDaControllare& legame,
+                                   const DateLegame& nuove, std::int64_t scritte) {
     if (scritte == 0) {
-        mostraDateDelDatabase(nodo, *legame.nodo);
-        throw contract::RuntimeError(contract::RuntimeError::invalidCall,
-                                     "Le date del nodo " + std::to_string(legame.account.numero()) +
-                                         " sono state modificate da un altro utente dopo la lettura: la modifica non "
-                                         "è stata salvata e le celle mostrano le date attuali.");
+        mostraDateDelDatabase(passo, nodo, *legame.nodo);
+        passo([&] {
+            throw contract::RuntimeError(contract::RuntimeError::invalidCall,
+                                         "Le date del nodo " + std::to_string(legame.account.numero()) +
+                                             " sono state modificate da un altro utente dopo la lettura: la modifica "
+                                             "non è stata salvata e le celle mostrano le date attuali.");
+        });
+        return;
     }
     inSospeso_ = false;
     lette_ = nuove;
     stato_.DataInizioNodoDest = nuove.inizio.date();
     stato_.DataFineNodoDest = nuove.fine.date();
-    if (stato_.origine.IdDistinta != stato_.destinazione.IdDistinta || stato_.origine.vuoto())
-        return;
-    // A later move must not copy an old date from the other side.
-    const auto riga = stato_.origine.albero->topRow();
-    CaricaDistinta(stato_, stato_.origine, stato_.origine.IdDistinta);
-    stato_.origine.albero->setTopRow(riga);
+    ricaricaOrigine(passo);
 }
 
-void ModificaNodo::mostraDateDelDatabase(contract::Node nodo, NodoId id) {
+/// A later move must not copy an old date from the other side.
+void ModificaNodo::ricaricaOrigine(FormBase::Passo& passo) {
+    auto& origine = stato_.origine;
+    if (origine.IdDistinta != stato_.destinazione.IdDistinta || origine.vuoto())
+        return;
+    const auto riga = origine.albero->topRow();
+    passo([&] { CaricaDistinta(stato_, origine, origine.IdDistinta); });
+    passo([&] { origine.albero->setTopRow(riga); });
+}
+
+void ModificaNodo::mostraDateDelDatabase(FormBase::Passo& passo, contract::Node nodo, NodoId id) {
     contract::Recordset riga;
-    riga.Open(istruzioneLeggiDate(id), stato_.database());
+    passo([&] { riga.Open(istruzioneLeggiDate(id), stato_.database()); });
     if (riga.Empty()) {
-        ripristina(nodo, true, true);
+        ripristina(passo, nodo, true, true);
         return;
     }
     auto& albero = *stato_.destinazione.albero;
-    albero.setValue(nodo, colonnaInizio, riga["QZ02_DATAINIZIOVAL"]);
-    albero.setValue(nodo, colonnaFine, riga["QZ02_DATAFINEVAL"]);
+    passo([&] { albero.setValue(nodo, colonnaInizio, riga["QZ02_DATAINIZIOVAL"]); });
+    passo([&] { albero.setValue(nodo, colonnaFine, riga["QZ02_DATAFINEVAL"]); });
     inSospeso_ = false;
     superate_ = true;
 }
@@ -264,7 +313,7 @@ void ModificaNodo::TRW_ELEMDISTINTADEST_OnChangedColumn(contract::Node nodo) {
         if (nodo && stato_.destinazione.albero->focusedColumn() == colonnaStato) {
             stato_.NodoStatoDest = nodo;
             stato_.posizioneNodoStato = nodo.position;
-            passo([&] { apriEditorStato(nodo); });
+            apriEditorStato(passo, nodo);
         } else {
             passo([&] { stato_.campoStato->setVisible(false); });
         }

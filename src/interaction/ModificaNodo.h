@@ -40,22 +40,28 @@ public:
     void TRW_ELEMDISTINTADEST_OnChangedColumn(contract::Node nodo);
 
     /// Places the state editor over a node's cell and opens it.
-    std::function<void(contract::Node)> apriEditorStato;
+    std::function<void(FormBase::Passo&, contract::Node)> apriEditorStato;
 
 private:
-    void cambioOrigine(std::string_view nome, bool conParametri);
-    void cambioDestinazione(std::string_view nome, bool conDate);
-    void ricordaDate();
-    void bloccaColonna();
-    template <class Passo> void convalida(Passo& passo, contract::Node nodo);
+    void cambioOrigine(std::string_view nome, bool comeEx);
+    void cambioDestinazione(std::string_view nome, bool comeEx);
+    void mostraDettaglio(FormBase::Passo& passo, Lato& lato);
+    void ricordaDate(FormBase::Passo& passo);
+    void bloccaColonna(FormBase::Passo& passo);
+    void convalida(FormBase::Passo& passo, contract::Node nodo);
+    /// The link as the record has it; false when a value was not read and passed over.
+    bool leggiLegame(FormBase::Passo& passo, LegameDaControllare& legame);
+    void rifiuta(FormBase::Passo& passo, contract::Node nodo, std::string_view motivo, int stile, bool inizio,
+                 bool fine);
     /// Whether the link may be saved; otherwise the form's move message says why.
     bool controlla(const LegameDaControllare& legame);
     /// Rows written. accettata: whether the check let the pair pass.
     std::int64_t controllaEScrivi(const LegameDaControllare& legame, const DateLegame& nuove, bool& accettata);
-    void dopoLaScrittura(contract::Node nodo, const LegameDaControllare& legame, const DateLegame& nuove,
-                         std::int64_t scritte);
-    void ripristina(contract::Node nodo, bool inizio, bool fine);
-    void mostraDateDelDatabase(contract::Node nodo, NodoId id);
+    void dopoLaScrittura(FormBase::Passo& passo, contract::Node nodo, const LegameDaControllare& legame,
+                         const DateLegame& nuove, std::int64_t scritte);
+    void ricaricaOrigine(FormBase::Passo& passo);
+    void ripristina(FormBase::Passo& passo, contract::Node nodo, bool inizio, bool fine);
+    void mostraDateDelDatabase(FormBase::Passo& passo, contract::Node nodo, NodoId id);
 
     StatoForm& stato_;
     DateLegame lette_;

@@ -22,15 +22,13 @@ void Selezione::PropagaFigli(contract::Node nodo, int statoCasella) {
     stato_.procedura("PropagaFigli", [&](auto& passo) {
         auto& albero = *stato_.origine.albero;
         const contract::Value valore = statoCasella == 1 ? "True" : "False";
-        passo([&] {
-            const SospensioneAlbero sospensione(albero);
-            for (auto altro = albero.next(nodo); altro && albero.level(altro) != 0; altro = albero.next(altro))
-                albero.setValue(altro, colonnaSeleziona, valore);
-        });
-        passo([&] {
-            if (albero.focused() != nodo)
-                albero.setFocused(nodo);
-        });
+        SospensioneAlbero sospensione(albero);
+        passo([&] { sospensione.sospendi(); });
+        for (auto altro = albero.next(nodo); altro && albero.level(altro) != 0; altro = albero.next(altro))
+            passo([&] { albero.setValue(altro, colonnaSeleziona, valore); });
+        passo([&] { sospensione.riprendi(); });
+        if (albero.focused() != nodo)
+            passo([&] { albero.setFocused(nodo); });
     });
 }
 
@@ -46,10 +44,8 @@ void Selezione::OnMouseDown(Lato& lato, contract::MouseButton tasto, contract::T
         if (!punto.node)
             return;
         if (tasto == contract::MouseButton::left) {
-            passo([&] {
-                lato.livelloCliccato = lato.albero->level(punto.node);
-                AggiornaDidascaliaLivello(lato);
-            });
+            lato.livelloCliccato = lato.albero->level(punto.node);
+            passo([&] { AggiornaDidascaliaLivello(lato); });
             return;
         }
         if (punto.column.empty() || !apreMenu(lato, punto.column))

@@ -36,7 +36,9 @@ protected:
         dest.OnChangeNodeEx = [this] { modifica.TRW_ELEMDISTINTADEST_OnChangeNodeEx(); };
         dest.OnEdited = [this](contract::Node nodo) { modifica.TRW_ELEMDISTINTADEST_OnEdited(nodo); };
         dest.OnChangedColumn = [this](contract::Node nodo) { modifica.TRW_ELEMDISTINTADEST_OnChangedColumn(nodo); };
-        modifica.apriEditorStato = [this](contract::Node nodo) { editor.push_back(albero.key(nodo)); };
+        modifica.apriEditorStato = [this](qz::FormBase::Passo&, contract::Node nodo) {
+            editor.push_back(albero.key(nodo));
+        };
         scena.db->change("UPDATE QZ02_DISTINTA  SET QZ02_DATAINIZIOVAL", [this](const std::string& testo) {
             scritte.push_back(testo);
             return righeScritte;

@@ -2,6 +2,8 @@
 
 #include "form/shared/MODQZ_DISTINTA.h"
 
+#include <algorithm>
+
 namespace qz {
 
 int FormBase::VisualizzaErrore(std::string_view procedura, const contract::RuntimeError& errore) noexcept {
@@ -13,6 +15,25 @@ int FormBase::VisualizzaErrore(std::string_view procedura, const contract::Runti
         return risposta;
     }
     return risposta;
+}
+
+bool FormBase::connessionePersa(const contract::RuntimeError& errore) const {
+    if (!connessione || errore.number() != contract::RuntimeError::database)
+        return false;
+    const auto& errori = connessione->Errors();
+    return std::any_of(errori.begin(), errori.end(), [](const contract::DatabaseErrorRecord& record) {
+        return record.category == contract::ErrorCategory::lostConnection;
+    });
+}
+
+int FormBase::risposta(std::string_view procedura, const contract::RuntimeError& errore) noexcept {
+    const bool persa = connessionePersa(errore);
+    if (persa && *rispostaPerdita)
+        return **rispostaPerdita;
+    const int data = VisualizzaErrore(procedura, errore);
+    if (persa && data != contract::message::answerRetry)
+        *rispostaPerdita = data;
+    return data;
 }
 
 void FormBase::mostra(std::string_view procedura, const contract::RuntimeError& errore, int& risposta) {
@@ -41,15 +62,18 @@ contract::Connection& FormBase::database() const {
     return *connessione;
 }
 
-void FormBase::creaClasseLog(contract::ClsGlobal& globale, contract::Cinterface* ospite) {
-    classeLog = globale.newLogClass();
-    classeLog->setInterface(ospite);
+void FormBase::creaClasseLog(Passo& passo, contract::Cinterface* ospite) {
+    passo([&] {
+        if (ospite == nullptr)
+            throw contract::RuntimeError(contract::RuntimeError::objectNotSet,
+                                         "Interfaccia dell'ospite non impostata.");
+        classeLog = presente(ospite->ClsGlobal()).newLogClass();
+    });
+    passo([&] { presente(classeLog).setInterface(ospite); });
 }
 
 int FormBase::messaggio(std::string_view testo, int stile) {
-    if (!classeLog)
-        throw contract::RuntimeError(contract::RuntimeError::objectNotSet, "Variabile oggetto non impostata.");
-    return classeLog->ShowMessage(didascalia(), testo, stile);
+    return presente(classeLog).ShowMessage(didascalia(), testo, stile);
 }
 
 } // namespace qz

@@ -1,5 +1,7 @@
 #include "form/shared/Lato.h"
 
+#include <exception>
+
 namespace qz {
 
 const DescrizioneLato& latoOrigine() {
@@ -12,6 +14,8 @@ const DescrizioneLato& latoOrigine() {
                                              .nomeCambioNodoEx = "TRW_ELEMDISTINTAORIG_OnChangeNodeEx",
                                              .nomeMouse = "TRW_ELEMDISTINTAORIG_OnMouseDown",
                                              .nomeLink = "TRW_ELEMDISTINTAORIG_OnHyperLink",
+                                             .nomeMenuCerca = "MenuCercaOrig_MenuClick",
+                                             .nomeTastoCerca = "txtCercaOrig_KeyPress",
                                              .leggeGuid = false,
                                              .leggeFatturazione = true};
     return descrizione;
@@ -27,6 +31,8 @@ const DescrizioneLato& latoDestinazione() {
                                              .nomeCambioNodoEx = "TRW_ELEMDISTINTADEST_OnChangeNodeEx",
                                              .nomeMouse = "TRW_ELEMDISTINTADEST_OnMouseDown",
                                              .nomeLink = "TRW_ELEMDISTINTADEST_OnHyperLink",
+                                             .nomeMenuCerca = "MenuCercaDest_MenuClick",
+                                             .nomeTastoCerca = "txtCercaDest_KeyPress",
                                              .leggeGuid = true,
                                              .leggeFatturazione = false};
     return descrizione;
@@ -40,6 +46,26 @@ CursoreSulFuoco::~CursoreSulFuoco() {
         lato_.dati->MoveTo(lato_.albero->row(nodo));
     else
         lato_.dati->MoveEnd();
+}
+
+SospensioneAlbero::~SospensioneAlbero() {
+    try {
+        riprendi();
+    } catch (const std::exception&) {
+        sospeso_ = false; // what brought us here is the error to report
+    }
+}
+
+void SospensioneAlbero::sospendi() {
+    albero_.beginUpdate();
+    sospeso_ = true;
+}
+
+void SospensioneAlbero::riprendi() {
+    if (!sospeso_)
+        return;
+    albero_.endUpdate();
+    sospeso_ = false;
 }
 
 } // namespace qz

@@ -22,6 +22,8 @@ struct DescrizioneLato {
     std::string_view nomeCambioNodoEx;
     std::string_view nomeMouse;
     std::string_view nomeLink;
+    std::string_view nomeMenuCerca;
+    std::string_view nomeTastoCerca;
     /// The destination reads the type's GUID too; there is no counterpart on the origin side.
     bool leggeGuid = false;
     /// Only the origin reads the invoicing and reference columns, which a move with validity copies.
@@ -58,7 +60,10 @@ struct Lato {
     std::string Divisione;          ///< empty for none
     std::string GuidDistinta;       ///< destination only
     contract::Statement istruzione; ///< statement of the nodes loaded
-    /// Nodes loaded; there is always an object, but the record set may be empty.
+    /// The data object that the side's virtual frame gave for what is loaded; nothing when it gave none.
+    std::shared_ptr<contract::Recordset> oggettoDati;
+    /// Nodes loaded: the record set to which the tree is bound, so that its current record is the focused node's. There
+    /// is always an object, but the record set may be empty.
     std::shared_ptr<contract::Recordset> dati = std::make_shared<contract::Recordset>();
 
     // Levels, 0 for the top-level nodes
@@ -87,13 +92,18 @@ private:
 /// Lays what a walk changes in a tree out once, when it is over, however it ends.
 class SospensioneAlbero {
 public:
-    explicit SospensioneAlbero(contract::TreeList& albero) : albero_(albero) { albero_.beginUpdate(); }
+    explicit SospensioneAlbero(contract::TreeList& albero) : albero_(albero) {}
     SospensioneAlbero(const SospensioneAlbero&) = delete;
     SospensioneAlbero& operator=(const SospensioneAlbero&) = delete;
-    ~SospensioneAlbero() { albero_.endUpdate(); }
+    ~SospensioneAlbero();
+
+    void sospendi();
+    /// Does nothing while the tree is not suspended.
+    void riprendi();
 
 private:
     contract::TreeList& albero_;
+    bool sospeso_ = false;
 };
 
 } // namespace qz

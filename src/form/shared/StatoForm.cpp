@@ -2,16 +2,6 @@
 
 namespace qz {
 
-namespace {
-
-template <class Oggetto> Oggetto& presente(const std::shared_ptr<Oggetto>& oggetto) {
-    if (!oggetto)
-        throw contract::RuntimeError(contract::RuntimeError::objectNotSet, "Variabile oggetto non impostata.");
-    return *oggetto;
-}
-
-} // namespace
-
 std::int64_t StatoForm::ditta() const {
     const auto numero = dittaDiLavoro.integer();
     if (!numero)

@@ -31,6 +31,11 @@ void HostWorkflow::ConfermaStato() {
         store_->stateOf[guid_] = *selected_;
 }
 
+void HostWorkflow::ConfermaStatoDi(std::string_view guid) {
+    guid_ = guid;
+    ConfermaStato();
+}
+
 std::string HostWorkflow::GetDescrizioneStatoFromGUID(std::string_view guid) {
     journal_->call("WorkflowState.GetDescrizioneStatoFromGUID", {std::string(guid)});
     guid_ = guid;

@@ -133,6 +133,12 @@ public:
     virtual void GetDefaultFlussoStato() = 0;
     /// Gives the selected state to the GUID last set, asked for, or made by GetNewGUID.
     virtual void ConfermaStato() = 0;
+    /// Gives the selected state to this GUID, whatever the operations before were about: what a field that is bound to
+    /// a link confirms.
+    virtual void ConfermaStatoDi(std::string_view guid) {
+        GetDescrizioneStatoFromGUID(guid);
+        ConfermaStato();
+    }
     /// Description of the state of a GUID, empty when it has none.
     virtual std::string GetDescrizioneStatoFromGUID(std::string_view guid) = 0;
 
