@@ -115,6 +115,8 @@ template <class Function> Function* entry(void* library, const char* name) {
 }
 
 void work(void* library) {
+    if (entry<contract::ContractVersionFunction>(library, "ContractVersion")() != contract::contractVersion)
+        throw std::runtime_error("the component is of another version of the contract");
     auto* factory = entry<contract::DllGetClassObjectFunction>(library, "DllGetClassObject")(
         contract::copiaDistintaClassId); // the library's own, nothing for another class
     const std::unique_ptr<contract::PluginClass> component = factory->createInstance();
@@ -125,7 +127,6 @@ void work(void* library) {
     plugin.Caption("Manutenzione distinte");
     plugin.IsActive(true);
     plugin.ShowForm();
-
     auto& form = *global->factory->form("FRMQZ_COPIADISTINTA");
     for (const auto& [name, node] : {std::pair("TRW_ELEMDISTINTAORIG", 2), std::pair("TRW_ELEMDISTINTADEST", 3)}) {
         auto& tree = form.control<platform::headless::HeadlessTree>(name);

@@ -3,6 +3,7 @@
 #include "host/StartFailure.h"
 
 #include <fstream>
+#include <string>
 #include <system_error>
 
 #include <dlfcn.h>
@@ -40,25 +41,21 @@ std::optional<fs::path> findInRegistry(const fs::path& registry, std::string_vie
 }
 
 ComponentLibrary ComponentLibrary::load(const fs::path& programFolder, const fs::path& registry) {
-    const auto classId = contract::copiaDistintaClassId;
-    const auto registered = findInRegistry(registry, classId);
-    const auto own = besideProgram(programFolder);
-    if (!own) {
-        if (!registered)
-            fail("la libreria " + std::string(fileName) + " non è accanto al programma e " + registry.string() +
-                 " non la nomina");
-        return ComponentLibrary(*registered);
+    const auto registered = findInRegistry(registry, contract::copiaDistintaClassId);
+    if (const auto own = besideProgram(programFolder)) {
+        ComponentLibrary library(*own);
+        // What the user has registered stays. A registry that can not be written keeps nobody from working, and what
+        // stands in it afterwards does not matter here: another start may have written it.
+        if (std::error_code ignored; !registered || !registered->is_absolute() || !fs::exists(*registered, ignored))
+            library.entry<contract::DllRegisterServerFunction>("DllRegisterServer")();
+        return library;
     }
-    ComponentLibrary library(*own);
-    // The library that came with the program is the one to run; a user's folder that can not be written does not keep
-    // it from that.
-    if (registered != own) {
-        const int written = library.entry<contract::DllRegisterServerFunction>("DllRegisterServer")();
-        const auto now = findInRegistry(registry, classId);
-        if (written == 0 && now && *now != library.path_)
-            return ComponentLibrary(*now);
-    }
-    return library;
+    if (!registered)
+        fail("la libreria " + std::string(fileName) + " non è accanto al programma e " + registry.string() +
+             " non la nomina");
+    if (!registered->is_absolute())
+        fail(registry.string() + " nomina la libreria con un percorso relativo: " + registered->string());
+    return ComponentLibrary(*registered);
 }
 
 ComponentLibrary::ComponentLibrary(fs::path path) : path_(std::move(path)) {
@@ -67,9 +64,20 @@ ComponentLibrary::ComponentLibrary(fs::path path) : path_(std::move(path)) {
         const char* reason = dlerror();
         fail("la libreria " + path_.string() + " non si carica: " + (reason != nullptr ? reason : ""));
     }
+    checkVersion();
     schema_ = entry<contract::DatabaseSchemaFunction>("DatabaseSchema")();
     if (schema_ == nullptr)
         fail("la libreria " + path_.string() + " non dice su quale database lavora");
+}
+
+/// Before any other call into it. A library from before there were versions has none to tell.
+void ComponentLibrary::checkVersion() const {
+    void* symbol = dlsym(handle_, "ContractVersion");
+    const int version = symbol != nullptr ? reinterpret_cast<contract::ContractVersionFunction*>(symbol)() : 0;
+    if (version != contract::contractVersion)
+        fail("la libreria " + path_.string() + " ha la versione " + std::to_string(version) +
+             " dell'interfaccia e questo programma la " + std::to_string(contract::contractVersion) +
+             ": servono programma e componente della stessa versione");
 }
 
 template <class Function> Function* ComponentLibrary::entry(const char* name) const {

@@ -21,8 +21,10 @@ public:
     /// File name of the component's library.
     static constexpr const char* fileName = "QZUO_COPIADISTINTA.so";
 
-    /// Finds the library (beside the program, in ../lib/distinte/components, else where the registry says), lets it
-    /// register itself and loads what the registry then names. Throws StartFailure with status 3.
+    /// Loads the library that stands beside the program, or in ../lib/distinte/components, and lets it register itself
+    /// where the registry names no library that is there. Without one of its own, the program loads the one that the
+    /// registry names by an absolute path. Throws StartFailure with status 3, also for a library of another version of
+    /// the contract.
     static ComponentLibrary load(const std::filesystem::path& programFolder, const std::filesystem::path& registry);
 
     std::unique_ptr<contract::PluginClass> newClass(const char* classId) const;
@@ -31,6 +33,7 @@ public:
 
 private:
     explicit ComponentLibrary(std::filesystem::path path);
+    void checkVersion() const;
     template <class Function> Function* entry(const char* name) const;
 
     std::filesystem::path path_;

@@ -52,6 +52,11 @@ protected:
     fs::path registro;
 };
 
+TEST_F(PuntiDiIngresso, TellTheVersionOfTheContract) {
+    EXPECT_EQ(ingresso<contract::ContractVersionFunction>("ContractVersion")(), contract::contractVersion);
+    EXPECT_GE(contract::contractVersion, 1);
+}
+
 TEST_F(PuntiDiIngresso, RegisterAndUnregisterTheClassWithTheLibrarysOwnPath) {
     EXPECT_EQ(ingresso<contract::DllRegisterServerFunction>("DllRegisterServer")(), 0);
     EXPECT_EQ(contenuto(),

@@ -4,14 +4,18 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <set>
 #include <string>
 #include <system_error>
+#include <vector>
 
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -132,10 +136,85 @@ TEST_F(RegistroTest, RemovesNothingFromAMissingFile) {
     EXPECT_FALSE(fs::exists(file));
 }
 
+TEST_F(RegistroTest, KeepsEveryByteOfTheOthers) {
+    const auto file = cartella / "components";
+    scrivi(file, "# scritto a mano\n\nA.B\t/vecchia.so\nAltra.Classe\t/x.so\r\nA.B\nUltima\t/senza fine");
+    qz::registraClasse(file, "A.B", "/nuova.so");
+    EXPECT_EQ(contenuto(file), "# scritto a mano\n\nAltra.Classe\t/x.so\r\nA.B\nUltima\t/senza fine\nA.B\t/nuova.so\n");
+}
+
+TEST_F(RegistroTest, FollowsNoLink) {
+    const auto file = cartella / "components";
+    const auto vittima = cartella / "vittima";
+    scrivi(vittima, "intatta\n");
+    fs::create_symlink(vittima, cartella / "components.nuovo");
+    qz::registraClasse(file, "A.B", "/a.so");
+    EXPECT_EQ(contenuto(file), "A.B\t/a.so\n");
+    EXPECT_FALSE(fs::is_symlink(file));
+    fs::remove(cartella / "components.lock");
+    fs::create_symlink(vittima, cartella / "components.lock");
+    EXPECT_THROW(qz::registraClasse(file, "A.B", "/b.so"), std::exception);
+    EXPECT_EQ(contenuto(file), "A.B\t/a.so\n");
+    EXPECT_EQ(contenuto(vittima), "intatta\n");
+}
+
+TEST_F(RegistroTest, LosesNoLineOfProgramsThatRegisterAtOnce) {
+    const auto file = cartella / "components";
+    constexpr int programmi = 6;
+    constexpr int classi = 20;
+    std::vector<pid_t> figli;
+    for (int programma = 0; programma < programmi; ++programma) {
+        const pid_t figlio = ::fork();
+        if (figlio == 0) {
+            int esito = 0;
+            for (int i = 0; i < classi && esito == 0; ++i)
+                try {
+                    qz::registraClasse(file, "P" + std::to_string(programma) + ".C" + std::to_string(i), "/a.so");
+                } catch (...) {
+                    esito = 1;
+                }
+            ::_exit(esito);
+        }
+        figli.push_back(figlio);
+    }
+    for (const auto figlio : figli) {
+        int esito = -1;
+        EXPECT_EQ(::waitpid(figlio, &esito, 0), figlio);
+        EXPECT_EQ(esito, 0);
+    }
+    const auto testo = contenuto(file);
+    EXPECT_EQ(std::count(testo.begin(), testo.end(), '\n'), programmi * classi);
+    for (int programma = 0; programma < programmi; ++programma)
+        for (int i = 0; i < classi; ++i) {
+            const auto riga = "P" + std::to_string(programma) + ".C" + std::to_string(i) + "\t/a.so\n";
+            EXPECT_NE(testo.find(riga), std::string::npos) << riga;
+        }
+}
+
+TEST_F(RegistroTest, LeavesNothingBehindButItsLockAndIsTheUsersOwn) {
+    const auto file = cartella / "nuova" / "components";
+    qz::registraClasse(file, "A.B", "/a.so");
+    qz::registraClasse(file, "A.C", "/a.so");
+    qz::annullaRegistrazione(file, "A.B");
+    std::set<std::string> nomi;
+    for (const auto& voce : fs::directory_iterator(file.parent_path()))
+        nomi.insert(voce.path().filename().string());
+    EXPECT_EQ(nomi, (std::set<std::string>{"components", "components.lock"}));
+    EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(fs::status(file.parent_path()).permissions(), fs::perms::owner_all);
+}
+
+TEST_F(RegistroTest, RefusesAPathThatIsNotAbsoluteOrNoLine) {
+    const auto file = cartella / "components";
+    for (const auto* libreria : {"", "a.so", "./a.so", "/a\nAltra.Classe\t/b.so"})
+        EXPECT_THROW(qz::registraClasse(file, "A.B", libreria), std::exception) << libreria;
+    EXPECT_FALSE(fs::exists(file));
+}
+
 TEST_F(RegistroTest, LeavesAFileThatItCanNotReplaceAsItWas) {
     const auto file = cartella / "components";
     scrivi(file, "Altra.Classe\t/x.so\n");
-    fs::create_directory(cartella / "components.nuovo"); // in the place of the file that is to replace it
+    fs::create_directory(cartella / "components.lock"); // nobody can lock it
     EXPECT_THROW(qz::registraClasse(file, "A.B", "/a.so"), std::exception);
     EXPECT_THROW(qz::annullaRegistrazione(file, "Altra.Classe"), std::exception);
     EXPECT_EQ(contenuto(file), "Altra.Classe\t/x.so\n");

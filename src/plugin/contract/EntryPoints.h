@@ -23,9 +23,19 @@ inline constexpr const char* copiaDistintaClassId = "QZUO_COPIADISTINTA.CLSQZ_CO
 
 // The functions that a component's shared library exports, by these names and with C linkage.
 //
+// A host asks for the version before it calls any of the others: the interfaces are C++ classes, and a library built
+// against other ones must not be called.
+//
 // The registry is a text file of the user's: the one that the environment's DISTINTE_REGISTRY names, else
 // "distinte/components" in the user's data folder ($XDG_DATA_HOME, else ~/.local/share). Each line is a class
-// identifier, a tab and the absolute path of the library. Writing replaces the file as a whole, or leaves it as it was.
+// identifier, a tab and the absolute path of the library. Writing replaces the file as a whole, or leaves it as it was;
+// who writes holds a lock (flock) on the file of the same name with ".lock" at its end, and keeps every other line.
+
+/// Version of the interfaces in this folder: raised by one whenever one of them changes.
+inline constexpr int contractVersion = 1;
+
+/// The version against which the library was built.
+using ContractVersionFunction = int();
 
 /// Adds or replaces the component's line. 0 on success, -1 when the file could not be written.
 using DllRegisterServerFunction = int();

@@ -27,6 +27,10 @@ std::string questaLibreria();
 
 extern "C" {
 
+int ContractVersion() {
+    return contract::contractVersion;
+}
+
 int DllRegisterServer() {
     try {
         qz::registraClasse(qz::fileRegistro(), contract::copiaDistintaClassId, questaLibreria());
