@@ -32,7 +32,7 @@ class NewFile {
 public:
     /// Makes nothing where there is a file already.
     explicit NewFile(std::string path) : path_(std::move(path)) {
-        const int file = ::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
+        const int file = ::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
         if (file < 0 && errno != EEXIST)
             refuse(path_, "non si può creare: " + std::system_category().message(errno));
         made_ = file >= 0;
