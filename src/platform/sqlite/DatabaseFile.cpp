@@ -90,6 +90,13 @@ void checkDatabase(Connection& connection, const contract::Schema& schema) {
     }
 }
 
+void makeEmptyFile(const std::string& path) {
+    const int file = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    if (file < 0)
+        refuse(path, "non si può creare: " + std::system_category().message(errno));
+    ::close(file);
+}
+
 std::int32_t markOf(Connection& connection) {
     sqlite3_stmt* raw = nullptr;
     int code = sqlite3_prepare_v2(connection.handle(), "PRAGMA user_version", -1, &raw, nullptr);

@@ -25,6 +25,9 @@ void checkDatabase(const std::string& path, const contract::Schema& schema);
 /// The same for a connection that is open.
 void checkDatabase(Connection& connection, const contract::Schema& schema);
 
+/// Makes an empty file for its owner alone. Throws RuntimeError (database), also where there is one already.
+void makeEmptyFile(const std::string& path);
+
 /// A whole number that a file keeps for the program that works on it; 0 in a new one. Set within a transaction it is
 /// committed with it.
 std::int32_t markOf(Connection& connection);
