@@ -35,6 +35,14 @@ std::string embeddedPath(std::string_view connectionString) {
     return isEmbedded(connectionString) ? std::string(connectionString.substr(scheme.size())) : std::string();
 }
 
+std::string fileOf(const contract::Connection& connection) {
+    if (const auto* embedded = dynamic_cast<const platform::sqlite::Connection*>(&connection))
+        return embedded->file();
+    const auto* server = dynamic_cast<const platform::odbc::Connection*>(&connection);
+    return server != nullptr && server->engine() == platform::odbc::Engine::sqlite ? server->databaseName()
+                                                                                   : std::string();
+}
+
 std::string databaseLabel(std::string_view connectionString) {
     if (isEmbedded(connectionString))
         return std::filesystem::path(embeddedPath(connectionString)).filename().string();
@@ -135,10 +143,9 @@ std::string transportWarning(std::string_view connectionString) {
 std::unique_ptr<StateStore> openStates(std::string_view connectionString, contract::Connection& connection,
                                        std::function<void(std::function<void()>)> later,
                                        StateStore::UnderWay underWay) {
-    const auto* server = dynamic_cast<platform::odbc::Connection*>(&connection);
-    if (server != nullptr && server->engine() != platform::odbc::Engine::sqlite)
+    const std::string path = fileOf(connection);
+    if (path.empty())
         return std::make_unique<StateStore>(std::make_unique<platform::odbc::Connection>(connectionString));
-    const std::string path = server != nullptr ? server->databaseName() : embeddedPath(connectionString);
     openStateCompanion(path); // one that can not be read is better said now than when a state is looked for
     auto states = std::make_unique<StateStore>(path, std::move(later), std::move(underWay));
     try {

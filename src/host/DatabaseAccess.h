@@ -21,6 +21,9 @@ bool isEmbedded(std::string_view connectionString);
 /// The file of an embedded database; empty for any other.
 std::string embeddedPath(std::string_view connectionString);
 
+/// The file of the database behind an open connection; empty on a server.
+std::string fileOf(const contract::Connection& connection);
+
 /// What a user calls the database: a file's name, or server and database. No password.
 std::string databaseLabel(std::string_view connectionString);
 

@@ -2,6 +2,7 @@
 
 #include "host/DatabaseAccess.h"
 #include "host/DemoDatabase.h"
+#include "host/NewFile.h"
 #include "host/StartFailure.h"
 #include "host/StateTables.h"
 #include "host/UserFolders.h"
@@ -15,8 +16,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
-
-#include <unistd.h>
 
 namespace host {
 
@@ -85,22 +84,25 @@ std::string prepareDefaultDatabase(const contract::Schema& schema) {
     if (error)
         fail("la cartella \"" + path.parent_path().string() +
              "\" non si può creare: " + platform::systemReason(error.value()));
-    const std::string making = path.string() + ".nuovo" + std::to_string(::getpid());
+    removeLeftOvers(path);
+    const fs::path making = makingName(path);
     const auto discard = [&] {
         std::error_code ignored;
-        for (const std::string& file : {making, making + "-journal"})
+        for (const std::string& file : {making.string(), making.string() + "-journal"})
             fs::remove(file, ignored);
     };
     try {
-        createDatabase(embeddedDatabase(making), schema, CommandLine::defaultDemoSize);
+        createDatabase(embeddedDatabase(making.string()), schema, CommandLine::defaultDemoSize);
+        leaveStateCompanion(path.string());
+        // Who was quicker has made the same; it may have been worked on already.
+        if (!nameWhereNone(making, path))
+            discard();
     } catch (const StartFailure&) {
         discard();
         throw;
-    }
-    fs::rename(making, path, error);
-    if (error) {
+    } catch (const fs::filesystem_error& failure) {
         discard();
-        fail("il database \"" + path.string() + "\" non si può creare: " + platform::systemReason(error.value()));
+        fail("il database \"" + path.string() + "\" non si può creare: " + platform::systemReason(failure.code().value()));
     }
     return path.string();
 }

@@ -192,6 +192,9 @@ std::vector<std::int64_t> HostSession::companies() {
 QString HostSession::databaseName() const {
     return toQt(databaseLabel(settings_.connectionString));
 }
+std::string HostSession::databaseFile() const {
+    return context_->connection ? fileOf(*context_->connection) : std::string();
+}
 QString HostSession::logFile() const {
     return settings_.logFile;
 }

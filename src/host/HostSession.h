@@ -100,6 +100,8 @@ public:
     /// Companies in the database, ascending.
     std::vector<std::int64_t> companies();
     QString databaseName() const;
+    /// The file of an embedded database, also of one that SQLite's driver opens; empty on a server.
+    std::string databaseFile() const;
     QString logFile() const;
 
     // Entries of the menu bar that act on the form ("mnuDettagli")

@@ -1,6 +1,7 @@
 #include "host/MainWindow.h"
 
 #include "host/AppIcon.h"
+#include "host/BackupCommand.h"
 #include "host/BusyIndicator.h"
 #include "host/CommandWaits.h"
 #include "host/ConnectionDialog.h"
@@ -82,6 +83,12 @@ void MainWindow::makeMenus() {
     tools->addAction(QStringLiteral("&Azienda di lavoro…"), this, &MainWindow::chooseCompany);
     tools->addAction(QStringLiteral("&Utente e gruppo…"), this, &MainWindow::chooseUser);
     tools->addAction(QStringLiteral("&Connessione…"), this, &MainWindow::chooseConnection);
+    addBackupCommand(
+        *tools, *this, [this] { return session_; },
+        [this](const QString& text) {
+            statusLine_->setText(text);
+            statusLine_->repaint();
+        });
     tools->addSeparator();
     tools->addAction(QStringLiteral("&Registro degli errori…"), this, &MainWindow::showErrors);
 

@@ -30,6 +30,8 @@
 #include <system_error>
 #include <vector>
 
+#include <sys/stat.h>
+
 namespace {
 
 using host::CommandLine;
@@ -248,6 +250,8 @@ int run(int& argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
+    // Databases, journals, settings, logs and traces hold customers' data: what is made here is its owner's alone.
+    ::umask(S_IRWXG | S_IRWXO);
     try {
         return run(argc, argv);
     } catch (const StartFailure& failure) {

@@ -33,7 +33,7 @@ class NewFile {
 public:
     /// Makes nothing where there is a file already.
     explicit NewFile(std::string path) : path_(std::move(path)) {
-        const int file = ::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
+        const int file = ::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
         if (file < 0 && errno != EEXIST)
             refuse(path_, "non si può creare: " + platform::systemReason(errno));
         made_ = file >= 0;
@@ -89,6 +89,13 @@ void checkDatabase(Connection& connection, const contract::Schema& schema) {
                 refuse(connection.file(), "non contiene la colonna " + std::string(column.name) + " della tabella " +
                                               std::string(table.name));
     }
+}
+
+void makeEmptyFile(const std::string& path) {
+    const int file = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    if (file < 0)
+        refuse(path, "non si può creare: " + std::system_category().message(errno));
+    ::close(file);
 }
 
 std::int32_t markOf(Connection& connection) {

@@ -9,9 +9,9 @@
 
 namespace platform::sqlite {
 
-/// Makes the schema's tables in a database file, which is made when it is not there, and lets fill write its first rows
-/// (it may be empty), all in one transaction: whatever goes wrong, the process killed included, leaves a file without
-/// any of the tables, and no file where there was none unless the process was killed.
+/// Makes the schema's tables in a database file, which is made, for its owner alone, when it is not there, and lets
+/// fill write its first rows (it may be empty), all in one transaction: whatever goes wrong, the process killed
+/// included, leaves a file without any of the tables, and no file where there was none unless the process was killed.
 ///
 /// Throws RuntimeError (database) when one of the tables exists, when the file is no database or cannot be written, and
 /// whatever fill throws.
@@ -24,6 +24,9 @@ void checkDatabase(const std::string& path, const contract::Schema& schema);
 
 /// The same for a connection that is open.
 void checkDatabase(Connection& connection, const contract::Schema& schema);
+
+/// Makes an empty file for its owner alone. Throws RuntimeError (database), also where there is one already.
+void makeEmptyFile(const std::string& path);
 
 /// A whole number that a file keeps for the program that works on it; 0 in a new one. Set within a transaction it is
 /// committed with it.
