@@ -40,7 +40,17 @@ std::string databaseLabel(std::string_view connectionString) {
     return platform::odbc::labelOf(platform::odbc::ConnectionString(connectionString));
 }
 
+QString placeOf(std::string_view connectionString) {
+    if (!isEmbedded(connectionString))
+        return QString::fromStdString(databaseLabel(connectionString));
+    std::error_code error;
+    const auto whole = std::filesystem::absolute(embeddedPath(connectionString), error);
+    return QString::fromStdString(error ? embeddedPath(connectionString) : whole.lexically_normal().string());
+}
+
 std::string withoutSecrets(std::string_view connectionString) {
+    if (isEmbedded(connectionString))
+        return std::string(connectionString);
     platform::odbc::ConnectionString string(connectionString);
     string.removeSecrets();
     return string.text();

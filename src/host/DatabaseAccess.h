@@ -5,6 +5,8 @@
 #include "plugin/contract/Schema.h"
 #include "plugin/contract/Snapshot.h"
 
+#include <QString>
+
 #include <functional>
 #include <memory>
 #include <string>
@@ -23,6 +25,9 @@ std::string embeddedPath(std::string_view connectionString);
 
 /// What a user calls the database: a file's name, or server and database. No password.
 std::string databaseLabel(std::string_view connectionString);
+
+/// Where the database is: the whole path of a file, or what databaseLabel() calls a server's.
+QString placeOf(std::string_view connectionString);
 
 /// An ODBC connection string without the passwords and other secrets in it.
 std::string withoutSecrets(std::string_view connectionString);

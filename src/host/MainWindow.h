@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QMainWindow>
 #include <QMdiArea>
+#include <QMenu>
 #include <QToolButton>
 
 namespace host {
@@ -42,6 +43,12 @@ private:
     void showContext();
     void showFormState();
     void saveSplitters();
+    QString contextText() const;
+    void rememberDatabase();
+    void fillRecent(QMenu& menu);
+    /// Closes the form, works on another database from now on, and opens the form again. What does not open, or a form
+    /// that does not close, leaves the present one.
+    void switchDatabase(const std::string& connectionString);
     void chooseCompany();
     void chooseUser();
     void chooseConnection();
