@@ -14,7 +14,7 @@ namespace host {
 namespace {
 
 constexpr int leastWidth = 420;
-constexpr int longestEntry = 90; ///< letters
+constexpr int longestEntry = 56; ///< letters
 
 QString entryOf(const CompanyChoice::Company& company) {
     const QString what = company.distinte.isEmpty() ? QStringLiteral("nessuna distinta") : company.distinte;
