@@ -27,10 +27,11 @@ QString entryOf(const CompanyChoice::Company& company) {
 CompanyChoice::CompanyChoice(const std::vector<Company>& companies, std::int64_t current, QWidget* parent)
     : QDialog(parent), list_(new QComboBox(this)) {
     setWindowTitle(QStringLiteral("Azienda di lavoro"));
-    std::vector<Company> all = companies;
+    std::vector<Company> all;
     const auto isCurrent = [&](const Company& each) { return each.number == current; };
-    if (std::none_of(all.begin(), all.end(), isCurrent))
-        all.insert(all.begin(), {current, QString()});
+    if (std::none_of(companies.begin(), companies.end(), isCurrent))
+        all.push_back({current, QString()});
+    all.insert(all.end(), companies.begin(), companies.end());
     list_->setObjectName(QStringLiteral("azienda"));
     list_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     list_->setMinimumWidth(leastWidth);

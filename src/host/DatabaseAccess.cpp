@@ -9,6 +9,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <sqlite3.h>
+
 #include <utility>
 
 #include <fcntl.h>
@@ -102,6 +104,10 @@ void checkTables(contract::Connection& connection, const contract::Schema& schem
         platform::sqlite::checkDatabase(*embedded, schema);
     else if (auto* server = dynamic_cast<platform::odbc::Connection*>(&connection))
         platform::odbc::checkDatabase(*server, schema);
+}
+
+std::string embeddedEngineVersion() {
+    return sqlite3_libversion();
 }
 
 std::string whyNotWritable(contract::Connection& connection) {

@@ -49,6 +49,9 @@ void readAgainWhenLost(contract::Connection& connection, const contract::Stateme
 /// Throws RuntimeError (database) that says which table or column of the schema an open database lacks.
 void checkTables(contract::Connection& connection, const contract::Schema& schema);
 
+/// Version of the engine of embedded databases.
+std::string embeddedEngineVersion();
+
 /// Why nothing can be changed in an open database, in the user's language; empty where it can.
 std::string whyNotWritable(contract::Connection& connection);
 

@@ -76,7 +76,10 @@ void MainWindow::makeMenus() {
     tools->addAction(QStringLiteral("&Registro degli errori…"), this, &MainWindow::showErrors);
 
     auto* help = menuBar()->addMenu(QStringLiteral("&?"));
-    help->addAction(QStringLiteral("&Informazioni…"), this, &MainWindow::showAbout);
+    help->addAction(QStringLiteral("&Manuale"), this, [this] { showManual({}); });
+    help->addAction(QStringLiteral("&Tasti"), this, [this] { showManual(QStringLiteral("La tastiera")); });
+    help->addSeparator();
+    help->addAction(QStringLiteral("&Licenza e versioni…"), this, &MainWindow::showAbout);
 }
 
 void MainWindow::makeViewMenu() {

@@ -7,12 +7,14 @@
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QMenu>
+#include <QPointer>
 #include <QToolButton>
 
 namespace host {
 
 class BusyIndicator;
 class HostSession;
+class ManualWindow;
 class StatusLine;
 
 /// The program's window: menu bar, document area and status bar around a session.
@@ -53,6 +55,8 @@ private:
     void chooseUser();
     void chooseConnection();
     void showErrors();
+    /// Opens the manual, at the chapter of that heading where one is named.
+    void showManual(const QString& chapter);
     void showAbout();
 
     static inline const QString programName = QStringLiteral("Manutenzione distinte");
@@ -62,6 +66,7 @@ private:
     HostSession* session_ = nullptr;
     BusyIndicator* busy_ = nullptr;
     QMdiArea* area_;
+    QPointer<ManualWindow> manual_;
     QAction* openAction_ = nullptr;
     QAction* closeAction_ = nullptr;
     QAction* detailsAction_ = nullptr;

@@ -8,11 +8,13 @@
 #include "host/ErrorLogWindow.h"
 #include "host/HostSession.h"
 #include "host/MainWindow.h"
+#include "host/ManualWindow.h"
 #include "host/Prompts.h"
 #include "host/StartFailure.h"
 #include "host/StartWindow.h"
 #include "host/Text.h"
 #include "host/UserChoice.h"
+#include "host/UserFolders.h"
 #include "plugin/contract/RuntimeError.h"
 
 #include <QMenu>
@@ -113,15 +115,33 @@ void MainWindow::showErrors() {
     ErrorLogWindow(session_->logFile(), this).exec();
 }
 
+void MainWindow::showManual(const QString& chapter) {
+    if (manual_ == nullptr) {
+        manual_ = new ManualWindow(manualFile(programFolder()), this);
+        manual_->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    manual_->show();
+    manual_->raise();
+    manual_->activateWindow();
+    if (!chapter.isEmpty())
+        manual_->showChapter(chapter);
+}
+
 void MainWindow::showAbout() {
     QMessageBox box(this);
-    box.setWindowTitle(QStringLiteral("Informazioni"));
+    box.setWindowTitle(QStringLiteral("Licenza e versioni"));
     box.setIconPixmap(applicationIcon().pixmap(64));
     box.setTextFormat(Qt::PlainText);
     box.setText(QStringLiteral("Manutenzione distinte %1").arg(QStringLiteral(DISTINTE_VERSION)));
-    box.setInformativeText(QStringLiteral("Sposta clienti e fornitori, con tutta la loro struttura, da una distinta "
-                                          "all'altra.\n\n%1\nRegistro degli errori: %2")
-                               .arg(contextText(), session_->logFile()));
+    box.setInformativeText(
+        QStringLiteral("Sposta clienti e fornitori, con tutta la loro struttura, da una distinta all'altra.\n\n"
+                       "%1\nDatabase: %2\nRegistro degli errori: %3\n\n"
+                       "Tutti i diritti riservati: il permesso di usare, copiare o cedere il programma lo dà per "
+                       "iscritto, caso per caso, chi lo cura.\n\n"
+                       "Lavora con Qt %4 (LGPL 3), SQLite %5 (pubblico dominio), unixODBC (LGPL 2.1) e la libreria C++ "
+                       "di GNU (GPL 3 con eccezione), come li dà il sistema.")
+            .arg(contextText(), session_->databasePlace(), session_->logFile(), QLatin1String(qVersion()),
+                 toQt(embeddedEngineVersion())));
     box.addButton(dialogButton(QStringLiteral("OK"), &box, true), QMessageBox::AcceptRole);
     box.exec();
 }
