@@ -19,7 +19,7 @@ namespace host {
 namespace {
 
 constexpr QSize startSize(940, 760);
-constexpr int sideMargin = 48; ///< beside a picture: margins and the scroll bar
+constexpr int sideMargin = 80; ///< beside a picture: margins and the scroll bar
 constexpr int highestHeading = 3;
 
 /// The text, with its pictures no wider than the window is at first.
