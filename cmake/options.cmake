@@ -19,6 +19,30 @@ if(DISTINTE_FUZZ)
   target_link_options(distinte_options INTERFACE -fsanitize=address,undefined)
 endif()
 
+# What makes a fault harder to use, in every build that may be installed. The sanitizers do more, in their own way.
+if(NOT DISTINTE_SANITIZE AND NOT DISTINTE_FUZZ)
+  include(CheckCXXCompilerFlag)
+  include(CheckPIESupported)
+  check_pie_supported(LANGUAGES CXX)
+  target_compile_options(distinte_options INTERFACE -fstack-protector-strong)
+  check_cxx_compiler_flag(-fstack-clash-protection DISTINTE_HAS_STACK_CLASH_PROTECTION)
+  if(DISTINTE_HAS_STACK_CLASH_PROTECTION)
+    target_compile_options(distinte_options INTERFACE -fstack-clash-protection)
+  endif()
+  # Control-flow enforcement, where the processor's family has it.
+  check_cxx_compiler_flag(-fcf-protection=full DISTINTE_HAS_CF_PROTECTION)
+  if(DISTINTE_HAS_CF_PROTECTION)
+    target_compile_options(distinte_options INTERFACE -fcf-protection=full)
+  endif()
+  # The library's checked functions need an optimising compiler, and warn without.
+  string(TOUPPER "${CMAKE_BUILD_TYPE}" type)
+  if("${CMAKE_CXX_FLAGS} ${CMAKE_CXX_FLAGS_${type}}" MATCHES "-O[1-9sz]")
+    target_compile_options(distinte_options INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+  endif()
+  # Everything is bound at the start, and what was bound is read only from then on.
+  target_link_options(distinte_options INTERFACE -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
+endif()
+
 # One room of the house: a static library of the .cpp files in its own folder.
 function(distinte_room name)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)

@@ -150,10 +150,4 @@ void AccountWindow::showCard(HostContext& context, const QString& program, const
     window.run();
 }
 
-void AccountWindow::showLink(HostContext& context, const AccountKey& key) {
-    AccountWindow window(QStringLiteral("CollegamentoAnagrafica"), QStringLiteral("Collegamento ad anagrafica"), key,
-                         readAccount(*context.connection, key), context.window);
-    window.run();
-}
-
 } // namespace host

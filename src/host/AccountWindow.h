@@ -6,15 +6,12 @@
 
 namespace host {
 
-/// The card of a customer or supplier, and the window that links an account to the general registry: its data and the
-/// distinte in which it stands.
+/// The card of a customer or supplier: its data and the distinte in which it stands.
 class AccountWindow : public HostWindow {
     Q_OBJECT
 public:
     /// Opens the program of that name ("SchedaClienti", "SchedaFornitori"). Throws RuntimeError 5 for any other.
     static void showCard(HostContext& context, const QString& program, const AccountKey& key);
-    /// Opens "CollegamentoAnagrafica".
-    static void showLink(HostContext& context, const AccountKey& key);
 
     AccountWindow(const QString& name, const QString& title, const AccountKey& key, const AccountSheet& sheet,
                   QWidget* parent);

@@ -14,6 +14,10 @@ void connectDataEntry(const std::shared_ptr<HostContext>& context, const std::we
     hooks.showError = [context](const contract::RuntimeError& error, const contract::ErrorList& records) {
         reportError(*context, "Salvataggio", error, records);
     };
+    hooks.saved = [context] {
+        if (context->statusText)
+            context->statusText(QStringLiteral("Modifiche salvate."));
+    };
     hooks.chooseState = [global] {
         const auto held = global.lock();
         return held ? held->chooseState() : std::nullopt;

@@ -10,6 +10,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <sqlite3.h>
+
 #include <utility>
 
 #include <fcntl.h>
@@ -49,7 +51,17 @@ std::string databaseLabel(std::string_view connectionString) {
     return platform::odbc::labelOf(platform::odbc::ConnectionString(connectionString));
 }
 
+QString placeOf(std::string_view connectionString) {
+    if (!isEmbedded(connectionString))
+        return QString::fromStdString(databaseLabel(connectionString));
+    std::error_code error;
+    const auto whole = std::filesystem::absolute(embeddedPath(connectionString), error);
+    return QString::fromStdString(error ? embeddedPath(connectionString) : whole.lexically_normal().string());
+}
+
 std::string withoutSecrets(std::string_view connectionString) {
+    if (isEmbedded(connectionString))
+        return std::string(connectionString);
     platform::odbc::ConnectionString string(connectionString);
     string.removeSecrets();
     return string.text();
@@ -104,6 +116,10 @@ void checkTables(contract::Connection& connection, const contract::Schema& schem
         platform::sqlite::checkDatabase(*embedded, schema);
     else if (auto* server = dynamic_cast<platform::odbc::Connection*>(&connection))
         platform::odbc::checkDatabase(*server, schema);
+}
+
+std::string embeddedEngineVersion() {
+    return sqlite3_libversion();
 }
 
 std::string whyNotWritable(contract::Connection& connection) {

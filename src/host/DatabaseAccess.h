@@ -5,6 +5,8 @@
 #include "plugin/contract/Schema.h"
 #include "plugin/contract/Snapshot.h"
 
+#include <QString>
+
 #include <functional>
 #include <memory>
 #include <string>
@@ -27,6 +29,9 @@ std::string fileOf(const contract::Connection& connection);
 /// What a user calls the database: a file's name, or server and database. No password.
 std::string databaseLabel(std::string_view connectionString);
 
+/// Where the database is: the whole path of a file, or what databaseLabel() calls a server's.
+QString placeOf(std::string_view connectionString);
+
 /// An ODBC connection string without the passwords and other secrets in it.
 std::string withoutSecrets(std::string_view connectionString);
 /// Whether an ODBC connection string names a user but no password.
@@ -46,6 +51,9 @@ void readAgainWhenLost(contract::Connection& connection, const contract::Stateme
 
 /// Throws RuntimeError (database) that says which table or column of the schema an open database lacks.
 void checkTables(contract::Connection& connection, const contract::Schema& schema);
+
+/// Version of the engine of embedded databases.
+std::string embeddedEngineVersion();
 
 /// Why nothing can be changed in an open database, in the user's language; empty where it can.
 std::string whyNotWritable(contract::Connection& connection);

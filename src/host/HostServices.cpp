@@ -1,5 +1,6 @@
 #include "host/HostServices.h"
 
+#include "host/AccountLinkWindow.h"
 #include "host/AccountWindow.h"
 #include "host/CommandWaits.h"
 #include "host/DatabaseAccess.h"
@@ -110,7 +111,7 @@ void HostAccountLink::linkSupplier() {
 void HostAccountLink::link(const QString& operation, int kind) {
     context_->journal.record(QStringLiteral("AccountLink"), operation,
                              {{QStringLiteral("accountCode"), static_cast<qint64>(code_)}});
-    AccountWindow::showLink(*context_, {context_->company, kind, code_});
+    AccountLinkWindow::show(*context_, {context_->company, kind, code_});
 }
 
 } // namespace host

@@ -189,6 +189,25 @@ std::vector<std::int64_t> HostSession::companies() {
     return found;
 }
 
+std::vector<CompanyChoice::Company> HostSession::companiesByName() {
+    std::vector<CompanyChoice::Company> found;
+    for (const auto number : companies())
+        found.push_back({number, {}});
+    contract::Snapshot rows;
+    constexpr Fragment text(
+        "SELECT QZ01_DITTA_CG18, QZ01_DESCR FROM QZ01_TIPODISTINTA ORDER BY QZ01_DITTA_CG18, QZ01_ID");
+    readAgainWhenLost(*context_->connection, Statement(text), rows);
+    for (std::size_t row = 0; row < rows.rowCount(); ++row)
+        for (auto& company : found)
+            if (const QString name = toQt(rows.column(1).text(row)).trimmed();
+                rows.column(0).integer(row) == company.number && !name.isEmpty())
+                company.distinte += (company.distinte.isEmpty() ? QString() : QStringLiteral(", ")) + name;
+    return found;
+}
+
+QString HostSession::databasePlace() const {
+    return placeOf(settings_.connectionString);
+}
 QString HostSession::databaseName() const {
     return toQt(databaseLabel(settings_.connectionString));
 }

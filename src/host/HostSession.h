@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/CompanyChoice.h"
 #include "host/Notices.h"
 #include "host/ServiceJournal.h"
 #include "host/TraceLog.h"
@@ -99,9 +100,13 @@ public:
     void setUser(const QString& user, const QString& group);
     /// Companies in the database, ascending.
     std::vector<std::int64_t> companies();
+    /// The same with what a person knows them by.
+    std::vector<CompanyChoice::Company> companiesByName();
     QString databaseName() const;
     /// The file of an embedded database, also of one that SQLite's driver opens; empty on a server.
     std::string databaseFile() const;
+    /// Where the database is: a file's whole path, or the server.
+    QString databasePlace() const;
     QString logFile() const;
 
     // Entries of the menu bar that act on the form ("mnuDettagli")

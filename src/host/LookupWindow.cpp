@@ -7,9 +7,13 @@
 #include "host/WidgetControls.h"
 #include "plugin/contract/Snapshot.h"
 
+#include <QApplication>
 #include <QDialogButtonBox>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace host {
 
@@ -77,7 +81,39 @@ LookupWindow::LookupWindow(const contract::LookupRequest& request, const contrac
     addControl(QStringLiteral("CMD_ANNULLA"), std::make_unique<ButtonControl>(cancel));
     // A script's "choose" addresses the list by the window's name.
     addControl(formName(), std::make_unique<ListControl>(*this, list_));
+    list_->installEventFilter(this);
     list_->setFocus();
+}
+
+// The list's own search looks into the column of codes alone.
+bool LookupWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != list_ || event->type() != QEvent::KeyPress)
+        return HostWindow::eventFilter(watched, event);
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const QString letters = key->text();
+    const bool command = (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
+    if (command || letters.isEmpty() || !letters[0].isPrint() || (letters[0].isSpace() && typed_.isEmpty()))
+        return HostWindow::eventFilter(watched, event);
+    if (!sinceTyped_.isValid() || sinceTyped_.elapsed() > QApplication::keyboardInputInterval())
+        typed_.clear();
+    sinceTyped_.start();
+    typed_ += letters;
+    // The same letter again goes on to the next row.
+    const bool again = typed_.size() > 1 && typed_.count(typed_[0]) == typed_.size();
+    const QString wanted = again ? typed_.left(1) : typed_;
+    const int rows = list_->rowCount();
+    const int from = std::max(list_->currentRow(), 0) + (again || typed_.size() == 1 ? 1 : 0);
+    for (int step = 0; step < rows; ++step) {
+        const int row = (from + step) % rows;
+        if (list_->isRowHidden(row))
+            continue;
+        for (int column = 0; column < list_->columnCount(); ++column)
+            if (list_->item(row, column)->text().startsWith(wanted, Qt::CaseInsensitive)) {
+                list_->setCurrentCell(row, 0);
+                return true;
+            }
+    }
+    return true;
 }
 
 void LookupWindow::fill(const contract::Snapshot& rows, std::size_t columns) {

@@ -4,6 +4,7 @@
 #include "host/HostWindow.h"
 #include "plugin/contract/Host.h"
 
+#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableWidget>
@@ -27,6 +28,9 @@ public:
     QString pick(const QString& code);
     std::optional<std::int64_t> chosen() const { return chosen_; }
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void fill(const contract::Snapshot& rows, std::size_t columns);
     void search(const QString& text);
@@ -36,6 +40,8 @@ private:
     QTableWidget* list_;
     QPushButton* accept_;
     std::optional<std::int64_t> chosen_;
+    QString typed_; ///< letters typed in the list, one soon after the other
+    QElapsedTimer sinceTyped_;
 };
 
 } // namespace host

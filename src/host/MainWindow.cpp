@@ -4,24 +4,17 @@
 #include "host/BackupCommand.h"
 #include "host/BusyIndicator.h"
 #include "host/CommandWaits.h"
-#include "host/ConnectionDialog.h"
 #include "host/DatabaseAccess.h"
-#include "host/DialogButtons.h"
-#include "host/ErrorLogWindow.h"
 #include "host/HostSession.h"
 #include "host/Prompts.h"
 #include "host/StatusLine.h"
 #include "host/Text.h"
-#include "host/UserChoice.h"
 #include "platform/qt/Appearance.h"
-#include "plugin/contract/RuntimeError.h"
 
 #include <QActionGroup>
 #include <QCloseEvent>
-#include <QComboBox>
 #include <QHBoxLayout>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QScreen>
 #include <QStatusBar>
 #include <QTimer>
@@ -35,10 +28,6 @@ namespace {
 
 constexpr QSize frameRoom{16, 48};
 constexpr QSize startSize(1280, 800);
-
-QString contextText(const HostSession& session) {
-    return QStringLiteral("Azienda %1 · %2 · %3").arg(session.company()).arg(session.user(), session.databaseName());
-}
 
 } // namespace
 
@@ -83,6 +72,9 @@ void MainWindow::makeMenus() {
     tools->addAction(QStringLiteral("&Azienda di lavoro…"), this, &MainWindow::chooseCompany);
     tools->addAction(QStringLiteral("&Utente e gruppo…"), this, &MainWindow::chooseUser);
     tools->addAction(QStringLiteral("&Connessione…"), this, &MainWindow::chooseConnection);
+    auto* recent = tools->addMenu(QStringLiteral("&Database recenti"));
+    recent->setObjectName(QStringLiteral("recenti"));
+    connect(recent, &QMenu::aboutToShow, this, [this, recent] { fillRecent(*recent); });
     addBackupCommand(
         *tools, *this, [this] { return session_; },
         [this](const QString& text) {
@@ -93,7 +85,10 @@ void MainWindow::makeMenus() {
     tools->addAction(QStringLiteral("&Registro degli errori…"), this, &MainWindow::showErrors);
 
     auto* help = menuBar()->addMenu(QStringLiteral("&?"));
-    help->addAction(QStringLiteral("&Informazioni…"), this, &MainWindow::showAbout);
+    help->addAction(QStringLiteral("&Manuale"), this, [this] { showManual({}); });
+    help->addAction(QStringLiteral("&Tasti"), this, [this] { showManual(QStringLiteral("La tastiera")); });
+    help->addSeparator();
+    help->addAction(QStringLiteral("&Licenza e versioni…"), this, &MainWindow::showAbout);
 }
 
 void MainWindow::makeViewMenu() {
@@ -222,6 +217,7 @@ void MainWindow::attach(HostSession& session) {
                 busy_->tell(text);
         },
         this);
+    rememberDatabase();
     session_->notices().changed = [this] { showNotices(); };
     showNotices();
     // A script answers line by line; there is nobody to wait, and nobody's input to drop.
@@ -258,9 +254,15 @@ void MainWindow::showNotices() {
     keepTitle();
 }
 
+QString MainWindow::contextText() const {
+    return QStringLiteral("Azienda %1 · %2 · %3")
+        .arg(session_->company())
+        .arg(session_->user(), session_->databaseName());
+}
+
 void MainWindow::showContext() {
-    const QString text = contextText(*session_);
-    context_->setText(text);
+    context_->setText(contextText());
+    context_->setToolTip(plainToolTip(session_->databasePlace()));
     statusLine_->setContext(QStringLiteral("Azienda %1  |  Utente %2  |  Gruppo %3  |  %4")
                                 .arg(session_->company())
                                 .arg(session_->user(), session_->group(), session_->databaseName()));
@@ -320,76 +322,6 @@ void MainWindow::changeEvent(QEvent* event) {
         hint_->adjustSize();
     if (event->type() == QEvent::FontChange && corner_ != nullptr)
         QTimer::singleShot(0, this, &MainWindow::placeCorner);
-}
-
-void MainWindow::chooseCompany() {
-    QStringList items;
-    int current = 0;
-    std::vector<std::int64_t> companies;
-    try {
-        companies = session_->companies();
-    } catch (const contract::RuntimeError& error) {
-        tell(QMessageBox::Critical, windowTitle(), toQt(error.description()), this);
-        return;
-    }
-    for (const auto company : companies) {
-        if (company == session_->company())
-            current = static_cast<int>(items.size());
-        items.append(QString::number(company));
-    }
-    auto* list = new QComboBox;
-    list->setEditable(true);
-    list->addItems(items);
-    list->setCurrentIndex(current);
-    FieldDialog dialog(QStringLiteral("Azienda di lavoro"), QStringLiteral("A&zienda"), list, this);
-    if (dialog.exec() != QDialog::Accepted)
-        return;
-    const QString item = list->currentText();
-    bool number = false;
-    const qint64 company = item.trimmed().toLongLong(&number);
-    if (number && company == session_->company())
-        return;
-    if (!number || company < 0) {
-        tell(QMessageBox::Warning, windowTitle(), QStringLiteral("\"%1\" non è un numero di azienda.").arg(item), this);
-        return;
-    }
-    saveSplitters();
-    session_->setCompany(company);
-}
-
-void MainWindow::chooseUser() {
-    UserChoice choice(session_->user(), session_->group(), this);
-    if (choice.exec() == QDialog::Accepted)
-        session_->setUser(choice.user(), choice.group());
-}
-
-void MainWindow::chooseConnection() {
-    ConnectionDialog dialog(
-        session_->connectionString(),
-        [this](const std::string& connectionString) { return session_->tryDatabase(connectionString); }, this);
-    if (dialog.exec() != QDialog::Accepted || settings_ == nullptr)
-        return;
-    const std::string chosen = dialog.connectionString();
-    settings_->saveConnection(chosen);
-    tell(QMessageBox::Information, windowTitle(),
-         QStringLiteral("Dal prossimo avvio il programma apre\n%1").arg(toQt(databaseLabel(chosen))), this);
-}
-
-void MainWindow::showErrors() {
-    ErrorLogWindow(session_->logFile(), this).exec();
-}
-
-void MainWindow::showAbout() {
-    QMessageBox box(this);
-    box.setWindowTitle(QStringLiteral("Informazioni"));
-    box.setIconPixmap(applicationIcon().pixmap(64));
-    box.setTextFormat(Qt::PlainText);
-    box.setText(QStringLiteral("Manutenzione distinte %1").arg(QStringLiteral(DISTINTE_VERSION)));
-    box.setInformativeText(QStringLiteral("Sposta clienti e fornitori, con tutta la loro struttura, da una distinta "
-                                          "all'altra.\n\n%1\nRegistro degli errori: %2")
-                               .arg(contextText(*session_), session_->logFile()));
-    box.addButton(dialogButton(QStringLiteral("OK"), &box, true), QMessageBox::AcceptRole);
-    box.exec();
 }
 
 } // namespace host

@@ -6,12 +6,15 @@
 #include <QLabel>
 #include <QMainWindow>
 #include <QMdiArea>
+#include <QMenu>
+#include <QPointer>
 #include <QToolButton>
 
 namespace host {
 
 class BusyIndicator;
 class HostSession;
+class ManualWindow;
 class StatusLine;
 
 /// The program's window: menu bar, document area and status bar around a session.
@@ -42,10 +45,18 @@ private:
     void showContext();
     void showFormState();
     void saveSplitters();
+    QString contextText() const;
+    void rememberDatabase();
+    void fillRecent(QMenu& menu);
+    /// Closes the form, works on another database from now on, and opens the form again. What does not open, or a form
+    /// that does not close, leaves the present one.
+    void switchDatabase(const std::string& connectionString);
     void chooseCompany();
     void chooseUser();
     void chooseConnection();
     void showErrors();
+    /// Opens the manual, at the chapter of that heading where one is named.
+    void showManual(const QString& chapter);
     void showAbout();
 
     static inline const QString programName = QStringLiteral("Manutenzione distinte");
@@ -55,6 +66,7 @@ private:
     HostSession* session_ = nullptr;
     BusyIndicator* busy_ = nullptr;
     QMdiArea* area_;
+    QPointer<ManualWindow> manual_;
     QAction* openAction_ = nullptr;
     QAction* closeAction_ = nullptr;
     QAction* detailsAction_ = nullptr;

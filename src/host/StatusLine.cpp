@@ -1,5 +1,7 @@
 #include "host/StatusLine.h"
 
+#include "host/Text.h"
+
 #include <QEvent>
 #include <QHBoxLayout>
 
@@ -57,7 +59,7 @@ void StatusLine::setNotice(const QString& text, const QString& toolTip) {
     }
     notice_->setText(text.isEmpty() ? QString() : QStringLiteral("⚠ ") + text);
     notice_->setAccessibleName(toolTip);
-    notice_->setToolTip(toolTip);
+    notice_->setToolTip(plainToolTip(toolTip));
     notice_->setVisible(!text.isEmpty());
     arrange();
 }

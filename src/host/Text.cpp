@@ -1,11 +1,17 @@
 #include "host/Text.h"
 
+#include <QTextDocument>
+
 #include <limits>
 
 namespace host {
 
 QString toQt(std::string_view utf8) {
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+QString plainToolTip(const QString& text) {
+    return Qt::mightBeRichText(text) ? QStringLiteral("<qt>%1</qt>").arg(text.toHtmlEscaped()) : text;
 }
 
 QJsonValue toJson(const contract::Value& value) {

@@ -86,13 +86,14 @@ int UserDialogs::showMessage(std::string_view title, std::string_view body, int 
         box.exec();
         return message::answerOk;
     }
-    auto* yes = addButton(box, QStringLiteral("&Sì"), QMessageBox::YesRole);
+    const bool keepsWork = buttons == yesNoCancel; // "Salvare le modifiche?"
+    auto* yes = addButton(box, QStringLiteral("&Sì"), QMessageBox::YesRole, keepsWork);
     auto* no = addButton(box, QStringLiteral("&No"), QMessageBox::NoRole);
     QPushButton* cancel = nullptr;
     if (buttons == yesNoCancel)
         cancel = addButton(box, QStringLiteral("Annulla"), QMessageBox::RejectRole);
-    // What can not be undone by a second thought wants a deliberate key.
-    box.setDefaultButton(no);
+    // What can not be undone by a second thought wants a deliberate key: a move, or the loss of what was typed.
+    box.setDefaultButton(keepsWork ? yes : no);
     box.setEscapeButton(cancel != nullptr ? cancel : no);
     box.exec();
     if (cancel != nullptr && box.clickedButton() == cancel)

@@ -1,19 +1,20 @@
 #include "host/UserFolders.h"
 
 #include <cstdlib>
+#include <system_error>
 
 namespace host {
 
 namespace {
 
-constexpr const char* programFolder = "distinte";
+constexpr const char* folderName = "distinte";
 
 std::filesystem::path userFolder(const char* variable, const char* below) {
     // Relative paths in these variables are to be ignored, says the XDG convention.
     if (const char* folder = std::getenv(variable); folder != nullptr && folder[0] == '/')
-        return std::filesystem::path(folder) / programFolder;
+        return std::filesystem::path(folder) / folderName;
     const char* home = std::getenv("HOME");
-    return std::filesystem::path(home != nullptr && home[0] != '\0' ? home : "/") / below / programFolder;
+    return std::filesystem::path(home != nullptr && home[0] != '\0' ? home : "/") / below / folderName;
 }
 
 } // namespace
@@ -39,6 +40,12 @@ std::filesystem::path componentRegistryFile() {
     if (const char* file = std::getenv("DISTINTE_REGISTRY"); file != nullptr && file[0] != '\0')
         return file;
     return dataFolder() / "components";
+}
+
+std::filesystem::path programFolder() {
+    std::error_code error;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+    return error ? std::filesystem::current_path() : program.parent_path();
 }
 
 } // namespace host

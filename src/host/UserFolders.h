@@ -19,4 +19,7 @@ std::filesystem::path settingsFile();
 /// The registry of components: DISTINTE_REGISTRY, else "components" in the data folder.
 std::filesystem::path componentRegistryFile();
 
+/// Where the running program stands.
+std::filesystem::path programFolder();
+
 } // namespace host

@@ -19,6 +19,8 @@ const QString zoomKey = QStringLiteral("aspetto/zoom");
 const QString geometryKey = QStringLiteral("finestra/geometria");
 const QString splitterGroup = QStringLiteral("divisori/");
 const QString databaseKey = QStringLiteral("connessione/database");
+const QString recentKey = QStringLiteral("connessione/recenti");
+constexpr int mostRecent = 9; ///< each has a digit for its key
 const QString odbcKey = QStringLiteral("connessione/odbc");
 
 /// Calls the action with every splitter of a form.
@@ -80,6 +82,23 @@ std::optional<std::string> UserSettings::savedConnection() const {
         return odbc.toStdString();
     const QString path = settings_.value(databaseKey).toString();
     return path.isEmpty() ? std::nullopt : std::optional(embeddedDatabase(path.toStdString()));
+}
+
+void UserSettings::noteOpened(std::string_view connectionString) {
+    const QString opened = isEmbedded(connectionString)
+                               ? toQt(embeddedDatabase(placeOf(connectionString).toStdString()))
+                               : toQt(withoutSecrets(connectionString));
+    QStringList all = settings_.value(recentKey).toStringList();
+    all.removeAll(opened);
+    all.prepend(opened);
+    settings_.setValue(recentKey, all.mid(0, mostRecent));
+}
+
+std::vector<std::string> UserSettings::recentDatabases() const {
+    std::vector<std::string> found;
+    for (const QString& each : settings_.value(recentKey).toStringList())
+        found.push_back(each.toStdString());
+    return found;
 }
 
 void UserSettings::saveConnection(std::string_view connectionString) {

@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace host {
 
@@ -28,6 +29,10 @@ public:
 
     /// Connection string of the database to open when the command line names none; no password stands in it.
     std::optional<std::string> savedConnection() const;
+    /// Puts a database that was opened in front of the recent ones; no secret is kept.
+    void noteOpened(std::string_view connectionString);
+    /// The databases that were opened last, the last one first.
+    std::vector<std::string> recentDatabases() const;
     /// Saves a connection string without its passwords.
     void saveConnection(std::string_view connectionString);
 

@@ -74,14 +74,8 @@ void chooseDisplay(const CommandLine& line) {
     }
 }
 
-std::filesystem::path programFolder() {
-    std::error_code error;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    return error ? std::filesystem::current_path() : program.parent_path();
-}
-
 host::ComponentLibrary loadComponent() {
-    return host::ComponentLibrary::load(programFolder(), host::componentRegistryFile());
+    return host::ComponentLibrary::load(host::programFolder(), host::componentRegistryFile());
 }
 
 /// Puts the password of the environment into a connection string that names a user without one.

@@ -145,8 +145,14 @@ void FRMQZ_PARAMETRI::FME_Parametri_BeforeUpdate(bool& annulla) {
         passo([&] { inizio = TXT_QZ03_DATAINIZIOVAL->text(); });
         passo([&] { fine = TXT_QZ03_DATAFINEVAL->text(); });
         // Compared as the date fields return them, that is as texts.
-        if (inizio.empty() || fine.empty() || inizio <= fine)
+        if (inizio.empty() || fine.empty() || inizio <= fine) {
+            if (!statoInesistente_)
+                return;
+            annulla = true;
+            passo([&] { messaggio(testoStatoInesistente(), contract::message::ok); });
+            passo([&] { TXT_QZ03_ID_WF02->setFocus(); });
             return;
+        }
         annulla = true;
         passo([&] {
             messaggio("Attenzione data validità inizio deve essere inferiore di data validità fine",
@@ -178,6 +184,10 @@ void FRMQZ_PARAMETRI::lkp_Stati() {
     });
 }
 
+std::string FRMQZ_PARAMETRI::testoStatoInesistente() const {
+    return "Lo stato " + std::to_string(statoInesistente_.value_or(0)) + " non esiste.";
+}
+
 void FRMQZ_PARAMETRI::decodificaStato() {
     procedura("decodificaStato", [&](auto& passo) {
         std::optional<std::int64_t> codice;
@@ -185,7 +195,13 @@ void FRMQZ_PARAMETRI::decodificaStato() {
         contract::Recordset stato;
         if (codice)
             passo([&] { stato.Open(istruzioneDescrizioneStato(*codice), database()); });
-        passo([&] { TXT_WF02_DESCR->setText(stato.Empty() ? "" : stato["WF02_DESCR"].text()); });
+        // 0 is what a row without a state holds.
+        statoInesistente_ = codice && *codice != 0 && stato.Empty() ? codice : std::nullopt;
+        passo([&] {
+            TXT_WF02_DESCR->setText(statoInesistente_ ? testoStatoInesistente()
+                                    : stato.Empty()   ? ""
+                                                      : stato["WF02_DESCR"].text());
+        });
     });
 }
 

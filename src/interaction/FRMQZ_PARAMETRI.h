@@ -7,6 +7,8 @@
 #include <memory>
 #include <string>
 
+#include <optional>
+
 namespace qz {
 
 /// The company's row, as the data-entry frame opens it.
@@ -45,6 +47,8 @@ private:
     void FME_parametri_ChangeStatus();
     void lkp_Stati();
     void decodificaStato();
+    /// Of the number that the field holds and the list of states does not.
+    std::string testoStatoInesistente() const;
 
     StatoForm& formChiamante_;
     std::unique_ptr<contract::Form> form_;
@@ -69,6 +73,7 @@ private:
     contract::Label* etichettaStato_ = nullptr;
     contract::LookupField* TXT_QZ03_ID_WF02 = nullptr;
     contract::TextField* TXT_WF02_DESCR = nullptr;
+    std::optional<std::int64_t> statoInesistente_;
 };
 
 } // namespace qz

@@ -32,7 +32,9 @@ class ParametriFormTest : public testing::Test {
 protected:
     ParametriFormTest() {
         programma.db->answer(" SELECT WF02_DESCR FROM  WF02_STATI", [](const std::string& testo) {
-            return testo.ends_with("= 5") ? rows({"WF02_DESCR"}, {{"Attivo"}}) : rows({"WF02_DESCR"});
+            return testo.ends_with("= 5")   ? rows({"WF02_DESCR"}, {{"Attivo"}})
+                   : testo.ends_with("= 9") ? rows({"WF02_DESCR"}, {{"Chiuso"}})
+                                            : rows({"WF02_DESCR"});
         });
         programma.mostra();
     }
@@ -263,6 +265,20 @@ TEST_F(ParametriFormTest, SwitchesTwoNavigatorSettingsOffAtEveryChangeOfStatus) 
     });
 }
 
+TEST_F(ParametriFormTest, SavesNoStateThatDoesNotExist) {
+    riga(1, giorno("01/02/2010"), giorno("03/04/2011"), 1, 5);
+    apri([&](HeadlessForm& form) {
+        auto& stato = form.control<HeadlessLookupField>("TXT_QZ03_ID_WF02");
+        stato.type("99");
+        EXPECT_FALSE(frame(form).save());
+        EXPECT_EQ(stato.text(), "99");
+        stato.type("9");
+        EXPECT_TRUE(frame(form).save());
+    });
+    EXPECT_EQ(programma.messaggi(), Testi{"Lo stato 99 non esiste."});
+    EXPECT_EQ(programma.db->statements("UPDATE QZ03_PARAMETRI SET ").size(), 1U);
+}
+
 TEST_F(ParametriFormTest, LooksAStateUpAndDecodesIt) {
     programma.host->choices = {5, std::nullopt};
     apri([&](HeadlessForm& form) {
@@ -274,6 +290,8 @@ TEST_F(ParametriFormTest, LooksAStateUpAndDecodesIt) {
         stato.openList(); // left without a choice
         EXPECT_EQ(stato.text(), "5");
         stato.type("99");
+        EXPECT_EQ(descrizione.text(), "Lo stato 99 non esiste.");
+        stato.type("");
         EXPECT_EQ(descrizione.text(), "");
     });
     ASSERT_TRUE(programma.host->lookup);

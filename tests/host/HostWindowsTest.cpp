@@ -9,6 +9,8 @@
 #include <QLabel>
 #include <QTableWidget>
 
+#include <QTest>
+
 #include <gtest/gtest.h>
 
 #include <vector>
@@ -126,9 +128,7 @@ TEST_F(HostWindows, HeadingsStandAsTheTextsBelowThem) {
     whenOpened([&](FormWindow& form) {
         expectAligned(form, "GRD_DISTINTE", {Qt::AlignLeft, Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignHCenter});
     });
-    const auto link = global.newAccountLink();
-    link->setAccountCode(1200);
-    link->linkCustomer();
+    openCard();
     EXPECT_EQ(2U, opened.size());
 }
 
@@ -235,14 +235,48 @@ TEST_F(HostWindows, AProgramThatIsNotThereIsRefused) {
 }
 
 TEST_F(HostWindows, TheAccountLinkOpensForCustomersAndSuppliers) {
-    whenOpened(
-        [](FormWindow& form) { EXPECT_EQ("Fornitore 1200", form.control("LBL_CONTO")->read()["caption"].toString()); });
+    whenOpened([](FormWindow& form) {
+        EXPECT_EQ("Fornitore 1200", form.control("LBL_CONTO")->read()["caption"].toString());
+        EXPECT_EQ(QStringLiteral("Il conto non è collegato all'anagrafica generale."),
+                  form.control("LBL_COLLEGAMENTO")->read()["caption"].toString());
+    });
     const auto link = global.newAccountLink();
     link->setAccountCode(1200);
     link->linkSupplier();
     EXPECT_EQ(std::vector<QString>{"CollegamentoAnagrafica"}, opened);
     EXPECT_EQ((QJsonObject{{"service", "AccountLink"}, {"operation", "linkSupplier"}, {"accountCode", 1200}}),
               database.context->journal.take()[0].toObject());
+}
+
+TEST_F(HostWindows, TheAccountLinkShowsTheRegistrysEntryAndNotTheCardAgain) {
+    database.context->connection->Execute(
+        Statement("INSERT INTO CG44_CLIFOR (CG44_DITTA_CG18, CG44_TIPOCF, CG44_CLIFOR, CG44_CODICE_CG16) "
+                  "VALUES (2, 1, 77, 10)"));
+    whenOpened([](FormWindow& form) {
+        EXPECT_EQ(QStringLiteral("Cliente 1200 – Rossi S.p.A."),
+                  form.control("LBL_CONTO")->read()["caption"].toString());
+        EXPECT_EQ(QStringLiteral("Il conto è collegato all'anagrafica generale 10:"),
+                  form.control("LBL_COLLEGAMENTO")->read()["caption"].toString());
+        EXPECT_EQ((QJsonArray{QJsonArray{"1", "Cliente", "1200"}, QJsonArray{"2", "Fornitore", "77"}}),
+                  form.control("GRD_CONTI")->read()["rows"].toArray());
+        EXPECT_EQ(nullptr, form.control("GRD_DISTINTE"));
+    });
+    const auto link = global.newAccountLink();
+    link->setAccountCode(1200);
+    link->linkCustomer();
+    EXPECT_EQ(1U, opened.size());
+}
+
+TEST_F(HostWindows, LettersGoToTheNextStateThatBeginsSo) {
+    whenOpened([](FormWindow& form) {
+        auto* list = form.window()->findChild<QTableWidget*>(QStringLiteral("GRD_ELENCO"));
+        list->setFocus();
+        EXPECT_EQ(0, list->currentRow());
+        QTest::keyClicks(list, QStringLiteral("ch"));
+        EXPECT_EQ(1, list->currentRow());
+        QTest::keyClick(list, Qt::Key_Return);
+    });
+    EXPECT_EQ(7, global.IDLookup(request(), *database.context->connection));
 }
 
 TEST_F(HostWindows, WhatTheyReadIsNotTraced) {

@@ -34,6 +34,8 @@ installed_files=(
     usr/share/doc/distinte/changelog.gz
     usr/share/doc/distinte/copyright
     usr/share/doc/distinte/docs/host-contract.md
+    usr/share/distinte/manuale/manuale.md
+    usr/share/doc/distinte/docs/immagini
     usr/share/doc/distinte/docs/manuale.md
     usr/share/doc/distinte/docs/operations.md
     usr/share/doc/distinte/docs/performance.md
@@ -52,7 +54,7 @@ installed_files=(
 
 # The pictures of the manual.
 for picture in "$source_folder"/docs/immagini/*.png; do
-    installed_files+=("usr/share/doc/distinte/docs/immagini/$(basename "$picture")")
+    installed_files+=("usr/share/distinte/manuale/immagini/$(basename "$picture")")
 done
 
 # Compares the files below a root with that list.

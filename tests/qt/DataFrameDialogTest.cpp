@@ -1,5 +1,7 @@
 // What stands around a data-entry frame: the question at the dialog's end, its buttons, and the navigator.
 
+#include "platform/qt/DataEntryHooks.h"
+#include "platform/qt/Session.h"
 #include "qt/DataFrameFixture.h"
 
 #include <QJsonArray>
@@ -101,7 +103,7 @@ TEST_F(DataFrameTest, TheButtonsGrowWithTheType) {
 TEST_F(DataFrameTest, TheFirstFieldHasTheKeyboardAtFirstAndTheRowComesLast) {
     openOn({record()});
     EXPECT_EQ(QApplication::focusWidget(), script("CMB").widget());
-    for (const char* next : {"DATA", "CHK", "COD", "NOTA", "CMD_SALVA", "CMD_RIPRISTINA", "CMB"}) {
+    for (const char* next : {"DATA", "CHK", "COD", "NOTA", "CMD_SALVA", "CMD_RIPRISTINA", "CMD_CHIUDI", "CMB"}) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         EXPECT_EQ(QApplication::focusWidget(), script(next).widget()) << next;
     }
@@ -160,7 +162,36 @@ TEST_F(DataFrameTest, TheNavigatorInsertsAndDeletesWhereItMay) {
     EXPECT_EQ(frame->status(), contract::DataFrame::inserting);
     EXPECT_EQ(note->text(), "");
     navigator.release();
-    EXPECT_EQ(script("NAV").chooseItem(id("primo")), QString());
+    EXPECT_EQ(script("NAV").chooseItem(id("nuovo")), QString());
+}
+
+TEST_F(DataFrameTest, FromTheOnlyRecordNoArrowLeads) {
+    auto& navigator = form->addGridNavigator("NAV", nullptr);
+    navigator.setBounds({100, 3000, 7000, 450});
+    navigator.bind(*frame);
+    openOn({record(1)});
+    for (const char* arrow : {"primo", "precedente", "successivo", "ultimo"})
+        EXPECT_FALSE(script("NAV").chooseItem(id(arrow)).isEmpty()) << arrow;
+    EXPECT_EQ(4, script("NAV").read()["buttons"].toArray().size()); // their captions stay
+    navigator.setAllowInsert(true);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(script("NAV").chooseItem(id("nuovo")), QString());
+    EXPECT_EQ(script("NAV").chooseItem(id("primo")), QString()); // back from a new one
+}
+
+TEST_F(DataFrameTest, TheRowOfButtonsClosesTheDialogToo) {
+    openOn({record()});
+    EXPECT_EQ(script("CMD_CHIUDI").click(), QString());
+    EXPECT_EQ(nullptr, platform::qt::Session::instance().find(id("FRM_PARAMETRI")));
+}
+
+TEST_F(DataFrameTest, ASaveIsTold) {
+    int told = 0;
+    platform::qt::DataEntryHooks::instance().saved = [&] { ++told; };
+    openOn({record()});
+    EXPECT_TRUE(frame->save());
+    EXPECT_EQ(1, told);
+    platform::qt::DataEntryHooks::instance().saved = {};
 }
 
 } // namespace

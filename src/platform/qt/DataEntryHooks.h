@@ -24,6 +24,8 @@ struct DataEntryHooks {
     std::function<int(const QString&, const QString&, int)> showMessage;
     /// A save that failed, with the database's records.
     std::function<void(const contract::RuntimeError&, const contract::ErrorList&)> showError;
+    /// A record that was saved.
+    std::function<void()> saved;
     /// Shows the list of workflow states and makes the one chosen the service's selected state; its WF02_ID, nothing
     /// when the list was left.
     std::function<std::optional<std::int64_t>()> chooseState;

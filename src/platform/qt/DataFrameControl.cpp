@@ -1,6 +1,7 @@
 #include "platform/qt/DataFrameControl.h"
 
 #include "platform/qt/ColumnTypes.h"
+#include "platform/qt/DataEntryHooks.h"
 #include "plugin/contract/RuntimeError.h"
 
 #include <algorithm>
@@ -91,6 +92,8 @@ bool DataFrameControl::changed() const {
 
 void DataFrameControl::setStatus(int status) {
     status_ = status;
+    if (statusChanged)
+        statusChanged();
     contract::fire(ChangeStatus, status);
 }
 
@@ -147,6 +150,8 @@ bool DataFrameControl::save() {
     for (auto& binding : bindings_)
         binding.shown = binding.content();
     setStatus(browsing);
+    if (const auto& saved = DataEntryHooks::instance().saved)
+        saved();
     return true;
 }
 

@@ -62,6 +62,11 @@ public:
 
     QJsonObject read() const override;
 
+    /// The fields hold a record that is not in the table yet.
+    bool showsNew() const { return !existing_; }
+    /// For the navigator of the frame: the status was set, perhaps on another record.
+    std::function<void()> statusChanged;
+
 private:
     struct Binding {
         std::string field;

@@ -129,12 +129,15 @@ void DialogForm::layOut() {
     if (bar == nullptr)
         return;
     bar->setGeometry(0, window->height() - barPixels, window->width(), barPixels);
-    // Wide enough for the type in use, and never wider than half the dialog.
+    // Wide enough for the type in use, and never wider than a third of the dialog.
     const Twips room = Appearance::twips(window->width());
-    const Twips wide = std::min(scaled(buttonWidth), (room - 3 * margin) / 2);
+    const Twips wide = std::min(scaled(buttonWidth), (room - 4 * margin) / 3);
     const Twips high = scaled(buttonHeight);
-    restore_->setBounds({room - margin - wide, aboveAndBelow, wide, high});
-    save_->setBounds({room - 2 * margin - 2 * wide, aboveAndBelow, wide, high});
+    Twips right = room;
+    for (auto* button : {close_, restore_, save_}) {
+        right -= margin + wide;
+        button->setBounds({right, aboveAndBelow, wide, high});
+    }
 }
 
 QtForm::Extent DialogForm::clientSize() const {
@@ -156,17 +159,18 @@ void DialogForm::showWindow() {
         // The row is reached after the dialog's own controls.
         QWidget* last = restore_->button();
         for (const QString& name : controlNames())
-            if (QWidget* widget = control(name)->widget();
-                widget != nullptr && widget != save_->button() && widget != restore_->button())
+            if (QWidget* widget = control(name)->widget(); widget != nullptr && widget != save_->button() &&
+                                                           widget != restore_->button() && widget != close_->button())
                 last = widget;
         QWidget::setTabOrder(last, save_->button());
         QWidget::setTabOrder(save_->button(), restore_->button());
+        QWidget::setTabOrder(restore_->button(), close_->button());
         // The order is a ring, and a dialog enters it at the row, which was made early: Enter would save at once.
-        QWidget* const row = restore_->button();
+        QWidget* const row = close_->button();
         for (QWidget* next = row->nextInFocusChain(); dialog->focusWidget() == nullptr && next != row;
              next = next->nextInFocusChain())
-            if ((next->focusPolicy() & Qt::TabFocus) != 0 && next != save_->button() && next->isEnabledTo(dialog) &&
-                next->isVisibleTo(dialog))
+            if ((next->focusPolicy() & Qt::TabFocus) != 0 && next != save_->button() && next != restore_->button() &&
+                next->isEnabledTo(dialog) && next->isVisibleTo(dialog))
                 next->setFocus(Qt::OtherFocusReason);
     }
     dialog->show();
@@ -208,6 +212,10 @@ void DialogForm::dataFrameAdded(DataFrameControl& frame) {
     bar->setAutoFillBackground(true);
     auto save = dataEntryButton("CMD_SALVA", "&Salva", "Salva le modifiche (Ctrl+S)");
     auto restore = dataEntryButton("CMD_RIPRISTINA", "&Ripristina", "Annulla le modifiche non salvate");
+    auto close = dataEntryButton("CMD_CHIUDI", "&Chiudi", "Chiude la finestra (Esc)");
+    close_ = close.get();
+    close->ButtonClick = [this] { pressClose(); };
+    Scriptable& closeScript = *close;
     save_ = save.get();
     restore_ = restore.get();
     save->setPrimary(true);
@@ -221,6 +229,7 @@ void DialogForm::dataFrameAdded(DataFrameControl& frame) {
     Scriptable& restoreScript = *restore;
     addOwn(std::move(save), saveScript);
     addOwn(std::move(restore), restoreScript);
+    addOwn(std::move(close), closeScript);
     bar->show();
     layOut();
 }

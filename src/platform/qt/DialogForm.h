@@ -59,6 +59,7 @@ private:
     QPointer<QWidget> bar_; ///< the row of the data-entry buttons
     ButtonControl* save_ = nullptr;
     ButtonControl* restore_ = nullptr;
+    ButtonControl* close_ = nullptr;
     DataFrameControl* frame_ = nullptr;
     contract::Rect bounds_;
     QRect given_; ///< in pixels, relative to the main window: what bounds_ became

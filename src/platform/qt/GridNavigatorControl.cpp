@@ -61,6 +61,9 @@ void GridNavigatorControl::attempt(const std::function<void()>& action) {
 
 void GridNavigatorControl::bind(contract::DataFrame& frame) {
     frame_ = dynamic_cast<DataFrameControl*>(&frame);
+    if (frame_ != nullptr)
+        frame_->statusChanged = [this] { enableArrows(); };
+    enableArrows();
 }
 
 void GridNavigatorControl::setAllowInsert(bool allowed) {
@@ -73,7 +76,20 @@ void GridNavigatorControl::setAllowDelete(bool allowed) {
         delete_->setVisible(allowed);
 }
 
+// There is nowhere to go from the only record, but from a new one back to it.
+void GridNavigatorControl::enableArrows() {
+    const contract::Recordset* records = frame_ != nullptr ? frame_->records() : nullptr;
+    const std::size_t fewest = frame_ != nullptr && frame_->showsNew() ? 1 : 2;
+    const bool several = records != nullptr && static_cast<std::size_t>(records->RecordCount()) >= fewest;
+    if (!widget_)
+        return;
+    for (std::size_t arrow = 0; arrow < arrows; ++arrow)
+        buttons_[arrow]->setEnabled(several);
+}
+
 void GridNavigatorControl::release() {
+    if (frame_ != nullptr)
+        frame_->statusChanged = {};
     frame_ = nullptr;
 }
 

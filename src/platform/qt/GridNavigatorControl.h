@@ -30,12 +30,14 @@ public:
     QString chooseItem(const QString& key) override;
 
 private:
+    static constexpr std::size_t arrows = 4; ///< the first buttons
     FlatButton* addButton(QWidget* bar, Glyph glyph, const QString& caption, const std::function<void()>& action);
     /// Whether the record shown may be left; asks where there are changes.
     bool mayMove();
     void moveBy(int rows);
     void moveToEnd(bool last);
     void remove();
+    void enableArrows();
     void attempt(const std::function<void()>& action);
 
     DataFrameControl* frame_ = nullptr;
