@@ -82,8 +82,7 @@ void FRMQZ_COPIADISTINTA::disponiLato(Lato& lato, const DisposizioneLato& posto)
     lato.divisorio->setBounds(posto.area);
     lato.divisorio->setBar(posto.barra);
     lato.divisorio->setVisible(!stato_.dettagliNascosti);
-    if (stato_.campoStato->visible())
-        stato_.campoStato->setVisible(false);
+    menu_.nascondiEditorStato();
 }
 
 void FRMQZ_COPIADISTINTA::NascondiSelezioneDistinta() {

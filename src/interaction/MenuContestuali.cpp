@@ -1,11 +1,15 @@
 #include "interaction/MenuContestuali.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace qz {
 
 namespace {
 
 constexpr std::string_view colonnaStato = "Stato";
 constexpr std::string_view elencoStati = "^{F1}";
+constexpr contract::Twips larghezzaMinima = 900; // at 8 points
 
 /// Row heights of the trees for the zoom font sizes, in twips.
 contract::Twips altezzaRiga(int zoom) {
@@ -107,11 +111,12 @@ void MenuContestuali::mnuStatoLegame_Click() {
                      [&](auto& passo) { passo([&] { apriEditorStato(stato_.NodoStatoDest); }); });
 }
 
-contract::Rect MenuContestuali::postoEditor(contract::Node nodo) const {
-    const auto& albero = *stato_.destinazione.albero;
-    const auto posto = albero.bounds();
-    const auto cella = albero.cell(nodo, colonnaStato).value_or(contract::Rect{0, 0, 1500, 0});
-    return {posto.left + cella.left, posto.top + cella.top, cella.width, altezzaRiga(stato_.ridimensionamento->zoom())};
+contract::Rect MenuContestuali::postoEditor(const contract::Rect& cella) const {
+    const auto posto = stato_.destinazione.albero->bounds();
+    // Of a narrow cell it leaves the left edge, so that its button stays within reach.
+    const auto larghezza = std::max(cella.width, stato_.ridimensionamento->scaled(larghezzaMinima));
+    const auto sinistra = std::max(cella.left + cella.width - larghezza, contract::Twips{0});
+    return {posto.left + sinistra, posto.top + cella.top, larghezza, altezzaRiga(stato_.ridimensionamento->zoom())};
 }
 
 contract::Value MenuContestuali::guidCorrente() const {
@@ -124,13 +129,41 @@ void MenuContestuali::apriEditorStato(contract::Node nodo) {
     auto& albero = *stato_.destinazione.albero;
     if (albero.focused() != nodo)
         albero.setFocused(nodo);
-    albero.makeVisible(nodo);
+    albero.makeVisible(nodo, colonnaStato);
     auto& editor = *stato_.campoStato;
-    editor.setBounds(postoEditor(nodo));
+    nodoEditor_ = appenaAperto_ = nodo;
+    cellaEditor_ = albero.cell(nodo, colonnaStato).value_or(contract::Rect{0, 0, 1500, 0});
+    editor.setBounds(postoEditor(cellaEditor_));
     editor.setValue(guidCorrente().text());
     editor.setVisible(true);
     editor.setFocus();
     editor.sendKeys(elencoStati);
+}
+
+void MenuContestuali::spostaEditorStato(contract::Node nodo) {
+    const bool appenaAperto = std::exchange(appenaAperto_, {}) == nodo;
+    if (appenaAperto || (stato_.campoStato->visible() && nodoEditor_ == nodo))
+        return;
+    stato_.NodoStatoDest = nodo;
+    stato_.posizioneNodoStato = nodo.position;
+    apriEditorStato(nodo);
+    appenaAperto_ = {};
+}
+
+void MenuContestuali::seguiCellaStato() {
+    if (!stato_.campoStato->visible())
+        return;
+    const auto cella = stato_.destinazione.albero->cell(nodoEditor_, colonnaStato);
+    if (!cella || cella->height < cellaEditor_.height || cella->width < cellaEditor_.width)
+        nascondiEditorStato();
+    else
+        stato_.campoStato->setBounds(postoEditor(*cella));
+}
+
+void MenuContestuali::nascondiEditorStato() {
+    nodoEditor_ = appenaAperto_ = {};
+    if (stato_.campoStato->visible())
+        stato_.campoStato->setVisible(false);
 }
 
 void MenuContestuali::mnuRilasciaFigli_Click() {

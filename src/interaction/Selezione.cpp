@@ -50,6 +50,8 @@ void Selezione::OnMouseDown(Lato& lato, contract::MouseButton tasto, contract::T
                 lato.livelloCliccato = static_cast<std::int16_t>(lato.albero->level(punto.node));
                 AggiornaDidascaliaLivello(lato);
             });
+            if (lato.descrizione.destinazione && punto.column == colonnaStato && spostaEditorStato)
+                passo([&] { spostaEditorStato(punto.node); });
             return;
         }
         if (punto.column.empty() || !apreMenu(lato, punto.column))

@@ -267,6 +267,7 @@ void HeadlessTree::laidOut() {
     // A hidden node cannot keep the focus.
     if (focused_)
         setFocused({shownPosition(focused_.position)});
+    contract::fire(OnViewMoved);
 }
 
 void HeadlessTree::endUpdate() {
