@@ -65,10 +65,14 @@ void ModificaNodo::cambioOrigine(std::string_view nome, bool conParametri) {
 void ModificaNodo::cambioDestinazione(std::string_view nome, bool conDate) {
     auto& lato = stato_.destinazione;
     stato_.procedura(nome, [&](auto& passo) {
-        if (stato_.sospendiCambioNodo)
+        // Coming to rest after a move that was suspended is no change either.
+        const bool sospeso = stato_.sospendiCambioNodo || (!conDate && spostatoInSospeso_);
+        spostatoInSospeso_ = sospeso;
+        if (sospeso)
             return;
         if (lato.senzaRecord()) {
             passo([&] { SvuotaFlex(stato_, *lato.dettaglio); });
+            passo([&] { stato_.campoId->setText(""); });
             return;
         }
         passo([&] { CaricaParametri(stato_); });
