@@ -2,17 +2,25 @@
 
 #include "platform/headless/HostWorkflow.h"
 
+#include <utility>
+
 namespace platform::headless {
 
+void HeadlessDateField::setText(std::string_view text) {
+    mistyped_ = false;
+    if (std::exchange(text_, text) != text)
+        contract::fire(Change);
+}
+
 bool HeadlessDateField::type(std::string_view text) {
-    const bool blank = text.find_first_not_of(" \t") == std::string_view::npos;
-    if (!usable() || (!blank && !contract::Date::parse(text)))
+    if (!usable())
         return false;
     setFocus();
-    text_ = text;
+    setText(text);
+    mistyped_ = text.find_first_not_of(" \t") != std::string_view::npos && !hasValidDate();
     if (touched)
         touched();
-    return true;
+    return !mistyped_;
 }
 
 void HeadlessComboBox::setPosition(int position) {
