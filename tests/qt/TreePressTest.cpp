@@ -13,6 +13,7 @@ protected:
     /// Many rows, and columns that do not fit: the last row and a column are seen in part.
     void SetUp() override {
         tree_->setBounds({0, 0, 3150, 6100});
+        view().header()->resizeSection(column("NAME"), 160);
         bindLong(200);
         const QRect room = view().viewport()->rect();
         low_ = view().positionAt(room.bottom());
