@@ -99,8 +99,7 @@ void FRMQZ_COPIADISTINTA::disponiLato(FormBase::Passo& passo, Lato& lato, const 
     disponi(passo, *lato.divisorio, posto.area);
     passo([&] { lato.divisorio->setBar(posto.barra); });
     passo([&] { lato.divisorio->setVisible(!stato_.dettagliNascosti); });
-    if (stato_.campoStato->visible())
-        passo([&] { stato_.campoStato->setVisible(false); });
+    passo([&] { menu_.nascondiEditorStato(); });
 }
 
 /// The origin tree gets this top and so much more height, and the destination tree both.

@@ -20,6 +20,9 @@ FRMQZ_COPIADISTINTA::FRMQZ_COPIADISTINTA()
         menu_.apriEditorStato(passo, nodo);
     };
     selezione_.apriScheda = [this] { menu_.CollegamentoSchedaAnag(); };
+    selezione_.spostaEditorStato = [this](FormBase::Passo& passo, contract::Node nodo) {
+        menu_.spostaEditorStato(passo, nodo);
+    };
 }
 
 FRMQZ_COPIADISTINTA::~FRMQZ_COPIADISTINTA() = default;
@@ -67,7 +70,11 @@ void FRMQZ_COPIADISTINTA::collegaEventi() {
     orig.OnCheckChanged = [this](contract::Node nodo, int casella) { selezione_.PropagaFigli(nodo, casella); };
 
     auto& dest = *stato_.destinazione.albero;
-    dest.OnChangeNode = [this] { modifica_.TRW_ELEMDISTINTADEST_OnChangeNode(); };
+    dest.OnChangeNode = [this] {
+        menu_.nascondiEditorStato(); // it stood over another row, or over rows that are gone
+        modifica_.TRW_ELEMDISTINTADEST_OnChangeNode();
+    };
+    dest.OnViewMoved = [this] { menu_.seguiCellaStato(); };
     dest.OnChangeNodeEx = [this] {
         modifica_.TRW_ELEMDISTINTADEST_OnChangeNodeEx();
         descriviSpostamento();

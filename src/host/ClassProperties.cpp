@@ -135,6 +135,12 @@ QString writeProperty(contract::Cinterface& plugin, const QString& name, const Q
         return unknown(name);
     if (at->second.write == nullptr)
         return QStringLiteral("la proprietà \"%1\" si legge soltanto").arg(name);
+    // No window shows more, and some of them do not survive many times that.
+    constexpr qsizetype longestCaption = 1000;
+    if (name == QLatin1String("Caption") && value.toString().size() > longestCaption)
+        return QStringLiteral("la proprietà \"%1\" vuole un testo di non più di %2 caratteri")
+            .arg(name)
+            .arg(longestCaption);
     if (!at->second.write(plugin, value))
         return QStringLiteral("la proprietà \"%1\" vuole %2").arg(name, QString::fromUtf8(at->second.wanted));
     return {};

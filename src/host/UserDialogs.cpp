@@ -36,7 +36,7 @@ QMessageBox::Icon iconOf(int style) {
     case message::information:
         return QMessageBox::Information;
     default:
-        return (style & buttonBits) == message::yesNo ? QMessageBox::Question : QMessageBox::NoIcon;
+        return QMessageBox::NoIcon;
     }
 }
 

@@ -24,12 +24,12 @@ void FRMQZ_PARAMETRI::creaControlli() {
     CHK_QZ03_FLG_PROV = &form_->addCheckBox("CHK_QZ03_FLG_PROV", Frame2);
     CHK_QZ03_FLG_ANAG = &form_->addCheckBox("CHK_QZ03_FLG_ANAG", Frame2);
     Frame3 = &form_->addGroupBox("Frame3", FME_Parametri);
-    KVT_LABEL3 = &form_->addLabel("KVT_LABEL3", Frame3);
-    CMB_QZ03_TIPOCARICODATA = &form_->addComboBox("CMB_QZ03_TIPOCARICODATA", Frame3);
     KVT_LABEL4 = &form_->addLabel("KVT_LABEL4", Frame3);
     TXT_QZ03_DATAINIZIOVAL = &form_->addDateField("TXT_QZ03_DATAINIZIOVAL", Frame3);
     KVT_LABEL5 = &form_->addLabel("KVT_LABEL5", Frame3);
     TXT_QZ03_DATAFINEVAL = &form_->addDateField("TXT_QZ03_DATAFINEVAL", Frame3);
+    KVT_LABEL3 = &form_->addLabel("KVT_LABEL3", Frame3);
+    CMB_QZ03_TIPOCARICODATA = &form_->addComboBox("CMB_QZ03_TIPOCARICODATA", Frame3);
     etichettaStato_ = &form_->addLabel("LBL_QZ03_ID_WF02", FME_Parametri);
     TXT_QZ03_ID_WF02 = &form_->addLookupField("TXT_QZ03_ID_WF02", FME_Parametri);
     TXT_WF02_DESCR = &form_->addTextField("TXT_WF02_DESCR", FME_Parametri);
@@ -80,12 +80,12 @@ void FRMQZ_PARAMETRI::disponi() {
     Frame3->setBounds({bordo, alto, largo, altoGruppo3});
     const auto etichetta = scala(1900);
     const auto valore = largo - etichetta - 2 * bordo;
-    KVT_LABEL3->setBounds({bordo, titolo, etichetta, campo});
-    CMB_QZ03_TIPOCARICODATA->setBounds({bordo + etichetta, titolo, valore, campo});
-    KVT_LABEL4->setBounds({bordo, titolo + riga, etichetta, campo});
-    TXT_QZ03_DATAINIZIOVAL->setBounds({bordo + etichetta, titolo + riga, valore / 2, campo});
-    KVT_LABEL5->setBounds({bordo, titolo + 2 * riga, etichetta, campo});
-    TXT_QZ03_DATAFINEVAL->setBounds({bordo + etichetta, titolo + 2 * riga, valore / 2, campo});
+    KVT_LABEL4->setBounds({bordo, titolo, etichetta, campo});
+    TXT_QZ03_DATAINIZIOVAL->setBounds({bordo + etichetta, titolo, valore / 2, campo});
+    KVT_LABEL5->setBounds({bordo, titolo + riga, etichetta, campo});
+    TXT_QZ03_DATAFINEVAL->setBounds({bordo + etichetta, titolo + riga, valore / 2, campo});
+    KVT_LABEL3->setBounds({bordo, titolo + 2 * riga, etichetta, campo});
+    CMB_QZ03_TIPOCARICODATA->setBounds({bordo + etichetta, titolo + 2 * riga, valore, campo});
 
     alto += altoGruppo3 + bordo;
     etichettaStato_->setBounds({2 * bordo, alto, etichetta, campo});

@@ -7,11 +7,13 @@ namespace qz {
 namespace {
 
 // Measures for 8 points.
-constexpr contract::Twips larghezza = 4800;
-constexpr contract::Twips altezza = 1680;
+constexpr contract::Twips larghezza = 6000;
+constexpr contract::Twips altezza = 2040;
 constexpr contract::Twips margine = 180;
-constexpr contract::Twips altezzaGruppo = 720;
+constexpr contract::Twips altezzaGruppo = 1080;
 constexpr contract::Twips altezzaCampo = 360;
+constexpr contract::Twips altezzaSpiegazione = 300;
+constexpr contract::Twips sopraSpiegazione = 60;
 constexpr contract::Twips larghezzaPulsante = 1350;
 constexpr contract::Twips altezzaPulsante = 420;
 
@@ -28,6 +30,7 @@ FRMQZ_DATAFINELEGAME::FRMQZ_DATAFINELEGAME(StatoForm& FormChiamante)
     TXT_DATACHIUSURALEGAME = &form_->addDateField("TXT_DATACHIUSURALEGAME", GRB_DATAFINELEGAME);
     CMD_ESEGUI = &form_->addButton("CMD_ESEGUI", nullptr);
     KVT_LABEL1 = &form_->addLabel("KVT_LABEL1", GRB_DATAFINELEGAME);
+    LBL_SIGNIFICATO = &form_->addLabel("LBL_SIGNIFICATO", GRB_DATAFINELEGAME);
 
     CMD_ANNULLA->setCaption("&Annulla");
     CMD_ANNULLA->setToolTip("Chiude senza spostare la data (Esc)");
@@ -40,6 +43,7 @@ FRMQZ_DATAFINELEGAME::FRMQZ_DATAFINELEGAME(StatoForm& FormChiamante)
 
     form_->Load = [this] { Form_Load(); };
     KVT_RESIZEFORM->AfterResize = [this] { disponi(); };
+    TXT_DATACHIUSURALEGAME->Change = [this] { spiegaData(); };
     CMD_ESEGUI->ButtonClick = [this] { CMD_ESEGUI_ButtonClick(); };
     CMD_ANNULLA->ButtonClick = [this] { CMD_ANNULLA_ButtonClick(); };
 }
@@ -57,6 +61,20 @@ void FRMQZ_DATAFINELEGAME::Form_Load() {
         passo([&] { disponi(); });
         passo([&] { TXT_DATACHIUSURALEGAME->setFocus(); });
     });
+    spiegaData();
+}
+
+/// Says under the field what the day means.
+void FRMQZ_DATAFINELEGAME::spiegaData() {
+    procedura("TXT_DATACHIUSURALEGAME_Change", [&](auto& passo) {
+        passo([&] {
+            std::string testo = "ultimo giorno del legame attuale";
+            const auto data = contract::Date::parse(TXT_DATACHIUSURALEGAME->text());
+            if (data && data < contract::Date::of(9999, 12, 31)) // no day follows that one
+                testo += "; il nuovo inizia il " + data->plusDays(1).text();
+            LBL_SIGNIFICATO->setCaption(testo);
+        });
+    });
 }
 
 void FRMQZ_DATAFINELEGAME::disponi() {
@@ -64,10 +82,13 @@ void FRMQZ_DATAFINELEGAME::disponi() {
     const auto bordo = scala(margine);
     const auto largo = form_->clientWidth() - 2 * bordo;
     GRB_DATAFINELEGAME->setBounds({bordo, bordo, largo, scala(altezzaGruppo)});
-    // The group has no caption: the date stands in its middle.
-    const auto riga = (scala(altezzaGruppo) - scala(altezzaCampo)) / 2;
+    // The group has no caption: the date and what it means stand in its middle.
+    const auto spiegazione = scala(sopraSpiegazione) + scala(altezzaSpiegazione);
+    const auto riga = (scala(altezzaGruppo) - scala(altezzaCampo) - spiegazione) / 2;
     KVT_LABEL1->setBounds({bordo, riga, largo / 2 - bordo, scala(altezzaCampo)});
     TXT_DATACHIUSURALEGAME->setBounds({largo / 2, riga, largo / 2 - bordo, scala(altezzaCampo)});
+    LBL_SIGNIFICATO->setBounds(
+        {bordo, riga + scala(altezzaCampo) + scala(sopraSpiegazione), largo - 2 * bordo, scala(altezzaSpiegazione)});
     const auto pulsanti = form_->clientHeight() - scala(altezzaPulsante) - bordo;
     const auto largoPulsante = scala(larghezzaPulsante);
     CMD_ANNULLA->setBounds(

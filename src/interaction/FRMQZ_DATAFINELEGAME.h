@@ -25,6 +25,7 @@ public:
 private:
     void Form_Load();
     void disponi();
+    void spiegaData();
     void CMD_ESEGUI_ButtonClick();
     void CMD_ANNULLA_ButtonClick();
 
@@ -36,6 +37,7 @@ private:
     contract::DateField* TXT_DATACHIUSURALEGAME = nullptr;
     contract::Button* CMD_ESEGUI = nullptr;
     contract::Label* KVT_LABEL1 = nullptr;
+    contract::Label* LBL_SIGNIFICATO = nullptr;
 };
 
 } // namespace qz

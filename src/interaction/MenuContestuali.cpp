@@ -1,11 +1,15 @@
 #include "interaction/MenuContestuali.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace qz {
 
 namespace {
 
 constexpr std::string_view colonnaStato = "Stato";
 constexpr std::string_view elencoStati = "^{F1}";
+constexpr contract::Twips larghezzaMinima = 900; // at 8 points
 
 /// Row heights of the trees for the zoom font sizes, in twips.
 contract::Twips altezzaRiga(int zoom) {
@@ -96,11 +100,12 @@ void MenuContestuali::mnuStatoLegame_Click() {
     stato_.procedura("mnuStatoLegame_Click", [&](auto& passo) { apriEditorStato(passo, stato_.NodoStatoDest); });
 }
 
-contract::Rect MenuContestuali::postoEditor(contract::Node nodo) const {
-    const auto& albero = *stato_.destinazione.albero;
-    const auto posto = albero.bounds();
-    const auto cella = albero.cell(nodo, colonnaStato).value_or(contract::Rect{0, 0, 1500, 0});
-    return {posto.left + cella.left, posto.top + cella.top, cella.width, altezzaRiga(stato_.ridimensionamento->zoom())};
+contract::Rect MenuContestuali::postoEditor(const contract::Rect& cella) const {
+    const auto posto = stato_.destinazione.albero->bounds();
+    // Of a narrow cell it leaves the left edge, so that its button stays within reach.
+    const auto larghezza = std::max(cella.width, stato_.ridimensionamento->scaled(larghezzaMinima));
+    const auto sinistra = std::max(cella.left + cella.width - larghezza, contract::Twips{0});
+    return {posto.left + sinistra, posto.top + cella.top, larghezza, altezzaRiga(stato_.ridimensionamento->zoom())};
 }
 
 /// The node's own, wherever the record set's cursor stands.
@@ -115,9 +120,11 @@ void MenuContestuali::apriEditorStato(FormBase::Passo& passo, contract::Node nod
     auto& albero = *stato_.destinazione.albero;
     if (albero.focused() != nodo)
         passo([&] { albero.setFocused(nodo); });
-    passo([&] { albero.makeVisible(nodo); });
+    passo([&] { albero.makeVisible(nodo, colonnaStato); });
     auto& editor = *stato_.campoStato;
-    passo([&] { editor.setBounds(postoEditor(nodo)); });
+    nodoEditor_ = appenaAperto_ = nodo;
+    passo([&] { cellaEditor_ = albero.cell(nodo, colonnaStato).value_or(contract::Rect{0, 0, 1500, 0}); });
+    passo([&] { editor.setBounds(postoEditor(cellaEditor_)); });
     bool impostato = false;
     passo([&] {
         editor.setValue(guidDelNodo(nodo));
@@ -128,6 +135,32 @@ void MenuContestuali::apriEditorStato(FormBase::Passo& passo, contract::Node nod
     passo([&] { editor.setVisible(true); });
     passo([&] { editor.setFocus(); });
     passo([&] { editor.sendKeys(elencoStati); });
+}
+
+void MenuContestuali::spostaEditorStato(FormBase::Passo& passo, contract::Node nodo) {
+    const bool appenaAperto = std::exchange(appenaAperto_, {}) == nodo;
+    if (appenaAperto || (stato_.campoStato->visible() && nodoEditor_ == nodo))
+        return;
+    stato_.NodoStatoDest = nodo;
+    stato_.posizioneNodoStato = nodo.position;
+    apriEditorStato(passo, nodo);
+    appenaAperto_ = {};
+}
+
+void MenuContestuali::seguiCellaStato() {
+    if (!stato_.campoStato->visible())
+        return;
+    const auto cella = stato_.destinazione.albero->cell(nodoEditor_, colonnaStato);
+    if (!cella || cella->height < cellaEditor_.height || cella->width < cellaEditor_.width)
+        nascondiEditorStato();
+    else
+        stato_.campoStato->setBounds(postoEditor(*cella));
+}
+
+void MenuContestuali::nascondiEditorStato() {
+    nodoEditor_ = appenaAperto_ = {};
+    if (stato_.campoStato->visible())
+        stato_.campoStato->setVisible(false);
 }
 
 void MenuContestuali::mnuRilasciaFigli_Click() {

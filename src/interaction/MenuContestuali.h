@@ -25,6 +25,11 @@ public:
     /// Places the state editor over the "Stato" cell of a destination node and opens its list of states: steps of the
     /// procedure that asks for it.
     void apriEditorStato(FormBase::Passo& passo, contract::Node nodo);
+    /// A left press on the "Stato" cell of a destination node: the editor comes there, unless it stands there already.
+    void spostaEditorStato(FormBase::Passo& passo, contract::Node nodo);
+    /// The destination's cells stand elsewhere: the editor follows its own, and goes where that is not seen in full.
+    void seguiCellaStato();
+    void nascondiEditorStato();
     /// The user left the state editor: a state chosen there is confirmed.
     void TXT_QZ02_STATO_AfterItem();
 
@@ -32,10 +37,13 @@ private:
     /// finita: whether it came to its end.
     void rilasciaFigli(bool& finita);
     void RichiamaScheda(std::string_view procedura, std::string_view programma);
-    contract::Rect postoEditor(contract::Node nodo) const;
+    contract::Rect postoEditor(const contract::Rect& cella) const;
     std::string guidDelNodo(contract::Node nodo) const;
 
     StatoForm& stato_;
+    contract::Node nodoEditor_;   ///< node over whose cell the state editor was last placed
+    contract::Rect cellaEditor_;  ///< what was seen of that cell then
+    contract::Node appenaAperto_; ///< node for which the editor was asked for since the mouse was last pressed
 };
 
 } // namespace qz

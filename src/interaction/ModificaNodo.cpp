@@ -71,10 +71,14 @@ void ModificaNodo::cambioOrigine(std::string_view nome, bool comeEx) {
 void ModificaNodo::cambioDestinazione(std::string_view nome, bool comeEx) {
     auto& lato = stato_.destinazione;
     const auto corpo = [&](auto& passo) {
-        if (stato_.sospendiCambioNodo)
+        // Coming to rest after a move that was suspended is no change either.
+        const bool sospeso = stato_.sospendiCambioNodo || (comeEx && spostatoInSospeso_);
+        spostatoInSospeso_ = sospeso;
+        if (sospeso)
             return;
         if (lato.senzaRecord()) {
             passo([&] { SvuotaFlex(stato_, *lato.dettaglio); });
+            passo([&] { stato_.campoId->setText(""); });
             return;
         }
         passo([&] { CaricaParametri(stato_); });

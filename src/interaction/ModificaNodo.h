@@ -65,8 +65,9 @@ private:
 
     StatoForm& stato_;
     DateLegame lette_;
-    bool superate_ = false;  ///< the database held other dates than those read
-    bool inSospeso_ = false; ///< the cells hold a pair that was neither accepted nor put back yet
+    bool spostatoInSospeso_ = false; ///< the destination's focus was last moved while its changes were suspended
+    bool superate_ = false;          ///< the database held other dates than those read
+    bool inSospeso_ = false;         ///< the cells hold a pair that was neither accepted nor put back yet
 };
 
 } // namespace qz

@@ -46,6 +46,8 @@ void Selezione::OnMouseDown(Lato& lato, contract::MouseButton tasto, contract::T
         if (tasto == contract::MouseButton::left) {
             lato.livelloCliccato = lato.albero->level(punto.node);
             passo([&] { AggiornaDidascaliaLivello(lato); });
+            if (lato.descrizione.destinazione && punto.column == colonnaStato && spostaEditorStato)
+                spostaEditorStato(passo, punto.node);
             return;
         }
         if (punto.column.empty() || !apreMenu(lato, punto.column))

@@ -24,6 +24,8 @@ public:
 
     /// Opens the card of the account and kind remembered.
     std::function<void()> apriScheda;
+    /// A "Stato" cell of the destination was pressed: the state editor comes there.
+    std::function<void(FormBase::Passo&, contract::Node)> spostaEditorStato;
 
 private:
     bool apreMenu(const Lato& lato, const std::string& colonna) const;

@@ -53,13 +53,15 @@ TEST_F(DataFineTest, StandsOnOneGridWithNoRoomForACaption) {
         for (const int punti : {aperta, 14}) {
             misure.setZoom(punti);
             if (punti != aperta)
-                form.setBounds({0, 0, misure.scaled(4800), misure.scaled(1680)});
+                form.setBounds({0, 0, misure.scaled(6000), misure.scaled(2040)});
             misure.formResized();
             const auto gruppo = form.control<platform::headless::HeadlessGroupBox>("GRB_DATAFINELEGAME").bounds();
             const auto data = campo(form).bounds();
             const auto etichetta = form.control<HeadlessLabel>("KVT_LABEL1").bounds();
             const auto esegui = form.control<HeadlessButton>("CMD_ESEGUI").bounds();
-            EXPECT_EQ(gruppo.height - data.top - data.height, data.top) << punti;
+            const auto significato = form.control<HeadlessLabel>("LBL_SIGNIFICATO").bounds();
+            EXPECT_EQ(gruppo.height - significato.top - significato.height, data.top) << punti;
+            EXPECT_GT(significato.top, data.top + data.height) << punti;
             EXPECT_EQ(etichetta.top, data.top) << punti;
             EXPECT_EQ(esegui.top - gruppo.top - gruppo.height, gruppo.top) << punti;
             EXPECT_EQ(form.clientHeight() - esegui.top - esegui.height, gruppo.top) << punti;
@@ -90,6 +92,32 @@ TEST_F(DataFineTest, RefusesWhatIsNoDay) {
         }
     });
     EXPECT_EQ(testo(), "");
+}
+
+TEST_F(DataFineTest, StaysOpenWithADateThatIsNoneAfterOneThatWas) {
+    apri([&](HeadlessForm& form) {
+        EXPECT_TRUE(campo(form).type("30/06/2027"));
+        EXPECT_FALSE(campo(form).type("31/02/2028"));
+        EXPECT_EQ(campo(form).text(), "31/02/2028");
+        form.pressEnter();
+        EXPECT_FALSE(form.isGone());
+    });
+    EXPECT_EQ(testo(), "");
+}
+
+TEST_F(DataFineTest, SaysWhatTheDayMeans) {
+    apri([&](HeadlessForm& form) {
+        auto& significato = form.control<HeadlessLabel>("LBL_SIGNIFICATO");
+        EXPECT_EQ(significato.caption(), "ultimo giorno del legame attuale");
+        campo(form).type("30/06/2027");
+        EXPECT_EQ(significato.caption(), "ultimo giorno del legame attuale; il nuovo inizia il 01/07/2027");
+        campo(form).type("31/02/2028");
+        EXPECT_EQ(significato.caption(), "ultimo giorno del legame attuale");
+        campo(form).type("31/12/9999");
+        EXPECT_EQ(significato.caption(), "ultimo giorno del legame attuale") << "no day follows";
+        campo(form).type("28/02/2028");
+        EXPECT_EQ(significato.caption(), "ultimo giorno del legame attuale; il nuovo inizia il 29/02/2028");
+    });
 }
 
 TEST_F(DataFineTest, HandsTheDateOver) {
@@ -146,7 +174,7 @@ TEST_F(DataFineTest, TakesTheMainFormsZoom) {
         apri([&](HeadlessForm& form) {
             auto& controllo = form.control<platform::headless::HeadlessResizeControl>("KVT_RESIZEFORM");
             EXPECT_EQ(controllo.zoom(), zoom);
-            EXPECT_EQ(form.bounds().width, 600 * zoom);
+            EXPECT_EQ(form.bounds().width, 750 * zoom);
         });
     }
 }

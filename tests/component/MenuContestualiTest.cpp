@@ -137,12 +137,11 @@ TEST_F(MenuContestualiTest, PlacesTheStateEditorOverTheCellAndOpensItsList) {
 
 TEST_F(MenuContestualiTest, GivesTheStateEditorAHeightForEveryZoom) {
     destro(13);
-    contract::Twips prima = 0;
-    for (const int zoom : {8, 10, 12, 14}) {
+    const std::map<int, contract::Twips> altezze{{8, 285}, {10, 360}, {12, 435}, {14, 510}};
+    for (const auto& [zoom, altezza] : altezze) {
         scena.stato.ridimensionamento->setZoom(zoom);
         menu.mnuStatoLegame_Click();
-        EXPECT_GT(scena.stato.campoStato->bounds().height, prima);
-        prima = scena.stato.campoStato->bounds().height;
+        EXPECT_EQ(scena.stato.campoStato->bounds().height, altezza) << zoom;
     }
 }
 
@@ -237,6 +236,24 @@ TEST_F(MenuContestualiTest, SuspendsTheNodeChangesMeanwhile) {
     EXPECT_GT(cambi, 0);
     EXPECT_EQ(lavorati, 0);
     EXPECT_FALSE(scena.stato.sospendiCambioNodo);
+}
+
+TEST_F(MenuContestualiTest, LeavesNothingToReadWhenTheFocusComesToRestAfterwards) {
+    qz::ModificaNodo modifica(scena.stato);
+    albero.OnChangeNode = [&] { modifica.TRW_ELEMDISTINTADEST_OnChangeNode(); };
+    albero.OnChangeNodeEx = [&] { modifica.TRW_ELEMDISTINTADEST_OnChangeNodeEx(); };
+    stati = {{"G11", 5}};
+    destro(11);
+    albero.settle();
+    const auto prima = scena.db->operations();
+    menu.mnuRilasciaFigli_Click();
+    albero.settle();
+    EXPECT_EQ(scena.db->operations(), prima);
+    albero.focusKey(12);
+    const auto mossa = scena.db->operations();
+    EXPECT_GT(mossa, prima) << "a move of the user's is a change again";
+    albero.settle();
+    EXPECT_GT(scena.db->operations(), mossa);
 }
 
 TEST_F(MenuContestualiTest, EndsTheSuspensionAfterAnErrorAndKeepsWhatWasCopied) {

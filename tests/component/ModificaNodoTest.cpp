@@ -52,6 +52,11 @@ TEST_F(ModificaNodoTest, ShowsTheFocusedNodesIdInItsField) {
     EXPECT_EQ(scena.stato.campoId->text(), "13");
 }
 
+TEST_F(ModificaNodoTest, EmptiesTheIdsFieldWithTheTree) {
+    albero.clearNodes();
+    EXPECT_EQ(scena.stato.campoId->text(), "");
+}
+
 TEST_F(ModificaNodoTest, RemembersTheDatesOfTheFocusedNode) {
     EXPECT_EQ(scena.stato.DataInizioNodoDest, giorno("10/05/2024"));
     EXPECT_EQ(scena.stato.DataFineNodoDest, giorno("20/05/2024"));

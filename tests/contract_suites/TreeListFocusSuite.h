@@ -174,6 +174,36 @@ TEST_P(TreeListSuite, ATopRowThatIsNotShownGivesWayToTheNearestThatIs) {
     EXPECT_FALSE(tree().expanded(tree().byKey(50)));
 }
 
+TEST_P(TreeListSuite, TellsWhenItsCellsStandElsewhere) {
+    bind(longTree(100));
+    harness_->draw();
+    int moved = 0;
+    tree().OnViewMoved = [&] { ++moved; };
+    tree().setTopRow(40);
+    EXPECT_GT(moved, 0);
+    moved = 0;
+    tree().setTopRow(40);
+    EXPECT_EQ(moved, 0) << "nothing moved";
+    tree().makeVisible(tree().byKey(95), "NAME");
+    EXPECT_GT(moved, 0);
+    EXPECT_TRUE(tree().cell(tree().byKey(95), "NAME"));
+    bind(smallTree());
+    harness_->draw();
+    moved = 0;
+    tree().setExpanded(tree().byKey(1), false);
+    EXPECT_GT(moved, 0) << "the rows below it stand higher now";
+}
+
+TEST_P(TreeListSuite, MakesACellVisibleAndOpensWhatIsAboveIt) {
+    bind(smallTree());
+    tree().setExpanded(tree().byKey(1), false);
+    tree().makeVisible(tree().byKey(3), "STATE");
+    harness_->draw();
+    EXPECT_TRUE(tree().cell(tree().byKey(3), "STATE"));
+    EXPECT_EQ(tree().key(tree().focused()), 1) << "the focus stays";
+    EXPECT_EQ(errorOf([&] { tree().makeVisible(tree().byKey(3), "NIENTE"); }), contract::RuntimeError::itemNotFound);
+}
+
 TEST_P(TreeListSuite, ACellOnScreenIsHitAtItsMiddle) {
     bind(smallTree());
     harness_->draw();

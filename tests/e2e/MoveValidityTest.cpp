@@ -278,6 +278,29 @@ TEST_F(MoveValidity, DifferentKindsAndEmptyDestinationsStopWithoutAWord) {
     EXPECT_TRUE(beginningWith(program.trace(), {"BeginTrans"}).empty());
 }
 
+TEST_F(MoveValidity, EnterOnADateThatIsNoneNeverRunsWithTheOneBefore) {
+    Dialogue program(place_);
+    aim(program, 2, 21);
+    program.must(R"({"do":"when","form":"FRMQZ_DATAFINELEGAME","steps":[)"
+                 R"({"do":"set","control":"TXT_DATACHIUSURALEGAME","value":"30/06/2027"},)"
+                 R"({"do":"read","control":"LBL_SIGNIFICATO"},)"
+                 R"({"do":"set","control":"TXT_DATACHIUSURALEGAME","value":"31/02/2028"},)"
+                 R"({"do":"key","control":"TXT_DATACHIUSURALEGAME","code":13},)"
+                 R"({"do":"read","control":"TXT_DATACHIUSURALEGAME"},{"do":"click","control":"CMD_ESEGUI"},)"
+                 R"({"do":"read","control":"TXT_DATACHIUSURALEGAME"},{"do":"click","control":"CMD_ANNULLA"}]})");
+    const auto clicked = program.click(moveButton);
+    const auto replies = clicked.value(QLatin1String("modal"))[0][QLatin1String("replies")].toArray();
+    ASSERT_EQ(8, replies.size());
+    EXPECT_EQ("ultimo giorno del legame attuale; il nuovo inizia il 01/07/2027",
+              text(replies.at(1)[QLatin1String("caption")]));
+    for (const int at : {4, 6}) {
+        EXPECT_EQ("31/02/2028", text(replies.at(at)[QLatin1String("value")]));
+        EXPECT_EQ("31/02/2028 non è una data", text(replies.at(at)[QLatin1String("error")]));
+    }
+    EXPECT_EQ((std::vector<std::string>{"Data fine legame non impostata!"}), messages(clicked));
+    EXPECT_EQ("", text(program.state().value(QLatin1String("DataFineLegame"))));
+}
+
 TEST_F(MoveValidity, TheDialogStaysOpenWithoutAValidDate) {
     Dialogue program(place_);
     aim(program, 2, 21);

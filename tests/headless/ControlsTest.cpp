@@ -90,13 +90,15 @@ TEST(HeadlessSplitter, MovesUnlessItIsLocked) {
     EXPECT_EQ(moves, 1);
 }
 
-TEST(HeadlessDateField, RefusesWhatIsNoDate) {
+TEST(HeadlessDateField, KeepsWhatIsNoDateAndKnowsIt) {
     FormContext context;
     HeadlessDateField field("TXT", context);
     EXPECT_TRUE(field.type("29/02/2024 "));
     EXPECT_FALSE(field.type("29/02/2023"));
-    EXPECT_EQ(field.text(), "29/02/2024 ");
+    EXPECT_EQ(field.text(), "29/02/2023");
+    EXPECT_TRUE(field.mistyped());
     EXPECT_TRUE(field.type(""));
+    EXPECT_FALSE(field.mistyped());
     EXPECT_FALSE(field.hasValidDate());
 }
 

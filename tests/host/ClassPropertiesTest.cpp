@@ -62,6 +62,10 @@ TEST_F(ClassProperties, RefuseWhatTheyCanNotHold) {
     EXPECT_NE("", writeProperty(plugin, "WindowState", 40000));
     EXPECT_NE("", writeProperty(plugin, "IsActive", 1));
     EXPECT_NE("", writeProperty(plugin, "Caption", QJsonArray{1}));
+    EXPECT_EQ("", writeProperty(plugin, "Caption", QString(1000, QLatin1Char('x'))));
+    EXPECT_EQ("la proprietà \"Caption\" vuole un testo di non più di 1000 caratteri",
+              writeProperty(plugin, "Caption", QString(30'000'000, QLatin1Char('y'))));
+    EXPECT_EQ(QJsonValue(QString(1000, QLatin1Char('x'))), read("Caption"));
     EXPECT_NE("", writeProperty(plugin, "ClsGlobal", "x"));
     EXPECT_NE("", writeProperty(plugin, "Cwindow", QJsonValue::Null));
     EXPECT_NE("", writeProperty(plugin, "top", 1));

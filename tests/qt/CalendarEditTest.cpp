@@ -1,4 +1,6 @@
 #include "platform/qt/CalendarEdit.h"
+#include "platform/qt/Appearance.h"
+#include "platform/qt/FieldNote.h"
 #include "qt/TreeTestApp.h"
 
 #include <QApplication>
@@ -32,8 +34,11 @@ protected:
         field_->selectAll();
         QTest::keyClicks(field_, QLatin1String(typed));
         other_->setFocus();
+        QCoreApplication::processEvents();
         return field_->text().toStdString();
     }
+
+    QLabel* note() { return window_->findChild<platform::qt::FieldNote*>(); }
 
     std::unique_ptr<QWidget> window_;
     CalendarEdit* field_;
@@ -54,12 +59,23 @@ TEST_F(CalendarEditTest, WritesAShortDateInFull) {
     EXPECT_EQ(leaveWith("3-4-25"), "03/04/2025");
 }
 
-TEST_F(CalendarEditTest, RefusesWhatIsNoDate) {
+TEST_F(CalendarEditTest, WhatIsNoDateStaysAndSaysSo) {
     field_->setText(QStringLiteral("10/05/2024"));
-    for (const char* wrong : {"30/02/2024", "31022024", "domani", "12", "01/01/1899", "  "})
-        EXPECT_EQ(leaveWith(wrong), "10/05/2024") << wrong;
-    field_->setText({});
-    EXPECT_EQ(leaveWith("domani"), "");
+    field_->setAccessibleDescription(QStringLiteral("Fine del legame"));
+    for (const char* wrong : {"30/02/2024", "31022024", "domani", "12"}) {
+        EXPECT_EQ(leaveWith(wrong), wrong);
+        EXPECT_FALSE(field_->hasValidDate());
+        const QString sentence = QLatin1String(wrong) + QStringLiteral(" non è una data");
+        EXPECT_EQ(field_->error(), sentence);
+        EXPECT_EQ(field_->accessibleDescription(), sentence);
+        ASSERT_NE(note(), nullptr);
+        EXPECT_TRUE(note()->isVisible());
+        EXPECT_EQ(note()->text(), sentence);
+    }
+    EXPECT_EQ(leaveWith("11/05/2024"), "11/05/2024");
+    EXPECT_EQ(field_->error(), QString());
+    EXPECT_EQ(field_->accessibleDescription(), QStringLiteral("Fine del legame"));
+    EXPECT_FALSE(note()->isVisible());
 }
 
 TEST_F(CalendarEditTest, KeepsADateBefore1900ThatTheProgramHasSet) {
@@ -71,8 +87,11 @@ TEST_F(CalendarEditTest, KeepsADateBefore1900ThatTheProgramHasSet) {
     // Typed again it is what stood there; another one so early is none.
     EXPECT_EQ(leaveWith("30/12/1899"), "30/12/1899");
     EXPECT_TRUE(field_->hasValidDate());
-    for (const char* early : {"31/12/1899", "31121899", "1/1/1850"})
-        EXPECT_EQ(leaveWith(early), "30/12/1899") << early;
+    for (const char* early : {"31/12/1899", "31121899", "1/1/1850"}) {
+        leaveWith(early);
+        EXPECT_EQ(field_->error(), QLatin1String(early) + QStringLiteral(" non è una data"));
+        EXPECT_FALSE(field_->hasValidDate()) << early;
+    }
 }
 
 TEST_F(CalendarEditTest, ADateBefore1900ThatIsBeingTypedIsNoneYet) {
@@ -83,10 +102,67 @@ TEST_F(CalendarEditTest, ADateBefore1900ThatIsBeingTypedIsNoneYet) {
     EXPECT_FALSE(field_->hasValidDate());
 }
 
-TEST_F(CalendarEditTest, TheLastDateTypedIsWhatComesBack) {
+TEST_F(CalendarEditTest, TheSentenceGoesWhenTypingGoesOn) {
+    leaveWith("31/02/2028");
+    ASSERT_EQ(field_->error(), QStringLiteral("31/02/2028 non è una data"));
+    field_->setFocus();
+    QTest::keyClick(field_, Qt::Key_End);
+    QTest::keyClick(field_, Qt::Key_Backspace);
+    EXPECT_EQ(field_->error(), QString());
+    EXPECT_FALSE(note()->isVisible());
+    QTest::keyClick(field_, Qt::Key_Return);
+    EXPECT_EQ(field_->error(), QStringLiteral("31/02/202 non è una data"));
+    field_->setText({});
+    EXPECT_EQ(field_->error(), QString()) << "what the program sets is its own business";
+}
+
+TEST_F(CalendarEditTest, WhatTheProgramSetAndNobodyChangedIsNotQuestioned) {
+    field_->setText(QStringLiteral("30/12/1899"));
+    field_->setFocus();
+    other_->setFocus();
+    EXPECT_EQ(field_->text(), QStringLiteral("30/12/1899"));
+    EXPECT_EQ(field_->error(), QString());
+}
+
+TEST_F(CalendarEditTest, TheFrameOfAFieldWithAnErrorIsRed) {
+    leaveWith("boh");
+    const QColor red = platform::qt::Appearance::instance().colors().danger;
+    const QImage shot = field_->grab().toImage();
+    EXPECT_EQ(shot.pixelColor(1, shot.height() / 2), red);
+    EXPECT_EQ(shot.pixelColor(shot.width() / 2, 1), red);
+    leaveWith("10/05/2024");
+    EXPECT_NE(field_->grab().toImage().pixelColor(1, shot.height() / 2), red);
+}
+
+TEST_F(CalendarEditTest, TheSentenceStandsAtTheFieldInTheWindowAndFollowsIt) {
+    window_->resize(260, 200);
+    leaveWith("31/02/2028");
+    const auto at = [this] { return QRect(field_->mapTo(window_.get(), QPoint(0, 0)), field_->size()); };
+    EXPECT_TRUE(window_->rect().contains(note()->geometry()));
+    EXPECT_FALSE(at().intersects(note()->geometry()));
+    const int below = note()->y() - at().y();
+    window_->layout()->setContentsMargins(9, 40, 9, 9);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(note()->y() - at().y(), below);
+    field_->hide();
+    EXPECT_FALSE(note()->isVisible());
+    field_->show();
+    EXPECT_TRUE(note()->isVisible());
+    window_->resize(700, 200);
+    field_->setMaximumWidth(200);
+    QCoreApplication::processEvents();
+    EXPECT_GT(note()->x(), at().right()) << "at its side where there is room";
+}
+
+TEST_F(CalendarEditTest, OfALongTextTheSentenceHasTheBeginning) {
+    leaveWith("0123456789012345678901234567890123456789");
+    EXPECT_EQ(field_->error(), QStringLiteral("012345678901234567890123456789… non è una data"));
+}
+
+TEST_F(CalendarEditTest, NothingButBlanksIsTheEmptyField) {
     field_->setText(QStringLiteral("10/05/2024"));
-    leaveWith("11/05/2024");
-    EXPECT_EQ(leaveWith("boh"), "11/05/2024");
+    EXPECT_EQ(leaveWith("   "), "");
+    EXPECT_EQ(field_->error(), QString());
 }
 
 TEST_F(CalendarEditTest, EmptiesAndThenHoldsNoDate) {
@@ -99,14 +175,14 @@ TEST_F(CalendarEditTest, EmptiesAndThenHoldsNoDate) {
     EXPECT_FALSE(field_->hasValidDate());
 }
 
-TEST_F(CalendarEditTest, ClearingAndMistypingBringsTheOldDateBack) {
+TEST_F(CalendarEditTest, ClearingAndMistypingNeverBringsTheOldDateBack) {
     field_->setText(QStringLiteral("10/05/2024"));
     field_->setFocus();
     field_->selectAll();
     QTest::keyClick(field_, Qt::Key_Delete);
     QTest::keyClicks(field_, QStringLiteral("boh"));
     other_->setFocus();
-    EXPECT_EQ(field_->text(), QStringLiteral("10/05/2024"));
+    EXPECT_EQ(field_->text(), QStringLiteral("boh"));
 }
 
 TEST_F(CalendarEditTest, AnUnfinishedTextIsNoDate) {
@@ -121,7 +197,8 @@ TEST_F(CalendarEditTest, TellsEveryChangeAndTheEnd) {
     EXPECT_EQ(changed.count(), 2);
     QTest::keyClick(field_, Qt::Key_Return);
     EXPECT_EQ(finished.count(), 1);
-    EXPECT_EQ(field_->text(), QString()) << "refused before the end was told";
+    EXPECT_EQ(field_->text(), QStringLiteral("31"));
+    EXPECT_EQ(field_->error(), QStringLiteral("31 non è una data"));
 }
 
 TEST_F(CalendarEditTest, F4OpensTheItalianCalendarOnTheDateAndAChoiceFillsTheField) {

@@ -25,6 +25,27 @@ TEST_F(DataFrameTest, TheFieldsShowTheRecord) {
     EXPECT_FALSE(frame->changed());
 }
 
+TEST_F(DataFrameTest, ADateThatIsNoneKeepsTheRecordFromBeingSaved) {
+    openOn({record()});
+    int updates = 0;
+    frame->BeforeUpdate = [&](bool&) { ++updates; };
+    QWidget* field = script("DATA").widget();
+    EXPECT_EQ(script("DATA").set(id("31/02/2028")), QString());
+    EXPECT_TRUE(frame->changed());
+    note->setFocus();
+    EXPECT_FALSE(frame->save());
+    EXPECT_EQ(updates, 0);
+    EXPECT_TRUE(field->hasFocus());
+    EXPECT_EQ(date->text(), "31/02/2028");
+    EXPECT_EQ(script("DATA").read().value("error"), "31/02/2028 non è una data");
+    EXPECT_TRUE(connection->take().empty());
+    frame->undo();
+    EXPECT_EQ(script("DATA").read().value("error"), "");
+    EXPECT_EQ(script("DATA").set(id("290228")), QString());
+    EXPECT_TRUE(frame->save());
+    EXPECT_EQ(date->text(), "29/02/2028");
+}
+
 TEST_F(DataFrameTest, WithoutARecordTheyShowTheDefaults) {
     openOn({});
     EXPECT_EQ(combo->position(), 0);

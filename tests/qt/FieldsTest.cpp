@@ -3,6 +3,8 @@
 #include <QJsonArray>
 #include <QLineEdit>
 
+#include <algorithm>
+
 namespace qt_tests {
 
 namespace {
@@ -62,6 +64,42 @@ TEST_F(FieldsTest, SettingATextTypesOverTheOldOne) {
     EXPECT_FALSE(script("TXT").set(12).isEmpty());
 }
 
+TEST_F(FieldsTest, ALongTextIsPastedAsOnePiece) {
+    const QString longest(1000, QLatin1Char('a'));
+    EXPECT_EQ(script("TXT").set(longest), QString());
+    EXPECT_EQ(std::count(codes.begin(), codes.end(), 'a'), 1000) << "typed";
+    codes.clear();
+    const QString longer = QString(99'999, QLatin1Char('b')) + QStringLiteral("\r\nfine");
+    EXPECT_EQ(script("TXT").set(longer), QString());
+    EXPECT_EQ(script("TXT").read().value("value").toString().size(), 32767) << "what a field of one line takes";
+    EXPECT_EQ(codes, std::vector<int>{1}) << "no key but the one that marks all";
+    EXPECT_EQ(script("TXT").set(QString(QStringLiteral("c")).repeated(2000)), QString());
+    EXPECT_EQ(script("TXT").read().value("value"), QString(QStringLiteral("c")).repeated(2000));
+}
+
+TEST_F(FieldsTest, AFieldThatGetsTheFocusFromTheProgramIsSelected) {
+    auto& data = dynamic_cast<contract::DateField&>(
+        *const_cast<contract::Control*>(windowOf("FRM").contractControl(id("DATA"))));
+    data.setText("31/12/2024");
+    data.setFocus();
+    EXPECT_EQ(qobject_cast<QLineEdit*>(script("DATA").widget())->selectedText(), QStringLiteral("31/12/2024"));
+}
+
+TEST_F(FieldsTest, ADateIsAskedForAsIfItWereLeft) {
+    auto& data = dynamic_cast<contract::DateField&>(
+        *const_cast<contract::Control*>(windowOf("FRM").contractControl(id("DATA"))));
+    int changes = 0;
+    data.Change = [&] { ++changes; };
+    QTest::keyClicks(script("DATA").widget(), QStringLiteral("311224"));
+    EXPECT_EQ(changes, 6);
+    EXPECT_TRUE(data.hasValidDate());
+    EXPECT_EQ(data.text(), "31/12/2024");
+    script("DATA").widget()->setFocus();
+    QTest::keyClick(script("DATA").widget(), 'x');
+    EXPECT_FALSE(data.hasValidDate());
+    EXPECT_NE(script("DATA").read().value("error"), "");
+}
+
 TEST_F(FieldsTest, AScriptsKeysArriveInTheField) {
     EXPECT_EQ(script("TXT").key('a', Qt::NoModifier), QString());
     EXPECT_EQ(script("TXT").key('b', Qt::NoModifier), QString());
@@ -79,11 +117,13 @@ TEST_F(FieldsTest, ATabLeavesTheField) {
     EXPECT_EQ(QApplication::focusWidget(), script("DATA").widget());
 }
 
-TEST_F(FieldsTest, ADateFieldRefusesWhatIsNoDateWhenItIsLeft) {
+TEST_F(FieldsTest, ADateFieldSaysOfWhatIsNoDateWhenItIsLeft) {
     EXPECT_EQ(script("DATA").set(id("31122024")), QString());
     EXPECT_EQ(script("DATA").read().value("value"), "31/12/2024");
+    EXPECT_EQ(script("DATA").read().value("error"), "");
     EXPECT_EQ(script("DATA").set(id("30/02/2024")), QString());
-    EXPECT_EQ(script("DATA").read().value("value"), "31/12/2024");
+    EXPECT_EQ(script("DATA").read().value("value"), "30/02/2024");
+    EXPECT_EQ(script("DATA").read().value("error"), "30/02/2024 non è una data");
     EXPECT_EQ(script("DATA").set(id("")), QString());
     EXPECT_EQ(script("DATA").read().value("value"), "");
 }

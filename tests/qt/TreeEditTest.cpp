@@ -2,6 +2,7 @@
 #include "qt/TreeFixture.h"
 
 #include <QImage>
+#include <QLineEdit>
 
 using platform::qt::CalendarEdit;
 using qt_tests::TreeFixture;
@@ -106,14 +107,67 @@ TEST_F(TreeEdit, EscapeLeavesTheOldDateAndTellsNothing) {
     EXPECT_EQ(start4(), "05/01/2024");
 }
 
-TEST_F(TreeEdit, WhatIsNoDateIsRefused) {
-    for (const char* wrong : {"31/02/2024", "domani", "1", "   ", "30/12/1899"}) {
-        QTest::keyClick(&view(), Qt::Key_F2);
-        editor()->selectAll();
-        QTest::keyClicks(editor(), QLatin1String(wrong));
-        QTest::keyClick(editor(), Qt::Key_Return);
-        EXPECT_EQ(told(), (Log{"edited 4 05/01/2024"})) << wrong;
+TEST_F(TreeEdit, WhatIsNoDateStaysInTheCellAndSaysSo) {
+    QTest::keyClick(&view(), Qt::Key_F2);
+    for (const char* wrong : {"31/02/2024", "domani", "1", "30/12/1899"}) {
+        for (const auto key : {Qt::Key_Return, Qt::Key_Tab}) {
+            editor()->selectAll();
+            QTest::keyClicks(editor(), QLatin1String(wrong));
+            QTest::keyClick(editor(), key);
+            ASSERT_NE(editor(), nullptr) << wrong;
+            EXPECT_EQ(editor()->text(), QLatin1String(wrong));
+            EXPECT_EQ(view().editError(), QLatin1String(wrong) + QStringLiteral(" non è una data"));
+        }
     }
+    EXPECT_TRUE(told().empty());
+    EXPECT_EQ(start4(), "05/01/2024");
+    QTest::keyClick(editor(), Qt::Key_Escape);
+    EXPECT_EQ(editor(), nullptr);
+    EXPECT_EQ(view().editError(), QString());
+    EXPECT_TRUE(told().empty()) << "given up, not edited";
+}
+
+TEST_F(TreeEdit, WhatIsNoDateKeepsTheKeyboardUntilItIsMended) {
+    QTest::keyClick(&view(), Qt::Key_F2);
+    QTest::keyClicks(editor(), QStringLiteral("31/02/2024"));
+    for (const auto button : {Qt::LeftButton, Qt::RightButton}) {
+        view().setFocus(Qt::MouseFocusReason); // as the press does
+        press(2, "START", button);
+        ASSERT_NE(editor(), nullptr);
+        EXPECT_TRUE(editor()->hasFocus());
+        EXPECT_EQ(editor()->text(), QStringLiteral("31/02/2024"));
+    }
+    EXPECT_EQ(focusedId(), 4);
+    EXPECT_TRUE(told().empty());
+    editor()->selectAll();
+    QTest::keyClicks(editor(), QStringLiteral("29/02/2024"));
+    QTest::keyClick(editor(), Qt::Key_Return);
+    EXPECT_EQ(told(), (Log{"edited 4 29/02/2024"}));
+}
+
+TEST_F(TreeEdit, LeavingForAnotherControlTellsNothingOfWhatIsNoDate) {
+    QLineEdit other(window_.get());
+    other.show();
+    QTest::keyClick(&view(), Qt::Key_F2);
+    QTest::keyClicks(editor(), QStringLiteral("31/02/2024"));
+    other.setFocus();
+    EXPECT_TRUE(told().empty());
+    ASSERT_NE(editor(), nullptr);
+    EXPECT_EQ(view().editError(), QStringLiteral("31/02/2024 non è una data"));
+    view().setFocus();
+    EXPECT_TRUE(editor()->hasFocus());
+    // The program may move the focus all the same: what was typed is given up.
+    tree_->setFocused(node(2));
+    EXPECT_EQ(editor(), nullptr);
+    EXPECT_EQ(start4(), "05/01/2024");
+    EXPECT_EQ(told(), (Log{"change 2"}));
+}
+
+TEST_F(TreeEdit, NothingButBlanksEmptiesTheCell) {
+    QTest::keyClick(&view(), Qt::Key_F2);
+    QTest::keyClicks(editor(), QStringLiteral("   "));
+    QTest::keyClick(editor(), Qt::Key_Return);
+    EXPECT_EQ(told(), (Log{"edited 4 "}));
 }
 
 TEST_F(TreeEdit, ADateBefore1900IsShownAndStays) {

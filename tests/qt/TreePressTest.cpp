@@ -2,6 +2,7 @@
 
 #include "qt/TreeFixture.h"
 
+#include <QHeaderView>
 #include <QScrollBar>
 
 using contract::HitCode;
@@ -12,6 +13,7 @@ protected:
     /// Many rows, and columns that do not fit: the last row and a column are seen in part.
     void SetUp() override {
         tree_->setBounds({0, 0, 3150, 6100});
+        view().header()->resizeSection(column("NAME"), 160);
         bindLong(200);
         const QRect room = view().viewport()->rect();
         low_ = view().positionAt(room.bottom());
@@ -90,6 +92,25 @@ TEST_F(TreePress, ALinkOnARowSeenInPartIsTheOneThatOpens) {
     ASSERT_FALSE(link.isEmpty());
     QTest::mouseClick(view().viewport(), Qt::LeftButton, Qt::ControlModifier, link.center());
     EXPECT_EQ(told(), (Log{"change " + id(), "column " + id() + " NAME", "left 2", "link " + id() + " NAME"}));
+}
+
+TEST_F(TreePress, OfACellTheTreeKnowsWhatIsSeenAndScrollsItIntoViewBothWays) {
+    const auto part = tree_->cell({low_}, "NAME");
+    ASSERT_TRUE(part);
+    EXPECT_EQ(part->width, platform::qt::Appearance::twips(seen_.width()));
+    EXPECT_EQ(part->height, platform::qt::Appearance::twips(seen_.height()));
+    int moved = 0;
+    tree_->OnViewMoved = [&] { ++moved; };
+    EXPECT_FALSE(tree_->cell({low_}, "MARK"));
+    tree_->makeVisible({low_}, "MARK");
+    EXPECT_GT(moved, 0);
+    const auto whole = tree_->cell({low_}, "MARK");
+    ASSERT_TRUE(whole);
+    EXPECT_EQ(whole->width, platform::qt::Appearance::twips(view().columnWidth(column("MARK"))));
+    EXPECT_EQ(whole->height, platform::qt::Appearance::twips(view().cellRect(low_, column("MARK")).height()));
+    moved = 0;
+    view().header()->resizeSection(column("CODE"), view().columnWidth(column("CODE")) + 20);
+    EXPECT_GT(moved, 0) << "the columns after it stand elsewhere";
 }
 
 TEST_F(TreePress, ADoubleClickOnARowSeenInPartOpensItsEditor) {

@@ -138,8 +138,11 @@ TEST_F(TreeScript, EditTypesIntoTheCellAndLeavesIt) {
     EXPECT_TRUE(editable);
     EXPECT_EQ(told(), (Log{"change 4", "column 4 START", "rest 4", "edited 4 31/12/2024"}));
     EXPECT_EQ(tree_->edit(4, QStringLiteral("START"), QStringLiteral("31/02/2024"), editable), QString());
-    EXPECT_EQ(told(), (Log{"edited 4 31/12/2024"}));
+    EXPECT_TRUE(editable);
+    EXPECT_TRUE(told().empty()) << "the cell stays open with what is no date";
+    EXPECT_EQ(tree_->read().value(QLatin1String("error")), QStringLiteral("31/02/2024 non è una data"));
     EXPECT_EQ(tree_->edit(4, QStringLiteral("START"), {}, editable), QString());
+    EXPECT_EQ(tree_->read().value(QLatin1String("error")), QString());
     EXPECT_EQ(told(), (Log{"edited 4 "}));
     EXPECT_TRUE(tree_->value(node(4), "START").isNull());
 }

@@ -56,7 +56,9 @@ std::function<void()> HeadlessDataFrame::touch() {
 }
 
 void HeadlessDataFrame::bindField(contract::DateField& control, std::string_view field) {
-    dynamic_cast<HeadlessDateField&>(control).touched = touch();
+    auto& typed = dynamic_cast<HeadlessDateField&>(control);
+    typed.touched = touch();
+    dates_.push_back(&typed);
     bind(
         field,
         [&control]() -> Value {
@@ -200,6 +202,11 @@ void HeadlessDataFrame::refuseStale() {
 }
 
 bool HeadlessDataFrame::save() {
+    for (auto* date : dates_)
+        if (date->mistyped()) {
+            date->setFocus();
+            return false;
+        }
     bool cancel = false;
     contract::fire(BeforeUpdate, cancel);
     if (cancel)

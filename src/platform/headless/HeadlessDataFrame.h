@@ -70,6 +70,7 @@ private:
     std::shared_ptr<contract::Recordset> records_;
     contract::Statement statement_;
     std::vector<Binding> bindings_;
+    std::vector<HeadlessDateField*> dates_;
     std::string table_;
     std::vector<std::string> keyColumns_;
     std::map<std::string, contract::Value> defaults_;

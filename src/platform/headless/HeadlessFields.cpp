@@ -3,17 +3,27 @@
 #include "platform/headless/HostWorkflow.h"
 #include "plugin/contract/TypedDate.h"
 
+#include <utility>
+
 namespace platform::headless {
 
+void HeadlessDateField::setText(std::string_view text) {
+    mistyped_ = false;
+    if (std::exchange(text_, text) != text)
+        contract::fire(Change);
+}
+
 bool HeadlessDateField::type(std::string_view text) {
-    const bool blank = text.find_first_not_of(" \t") == std::string_view::npos;
-    if (!usable() || (!blank && !contract::typedOver(contract::Date::parse(text), contract::Date::parse(text_))))
+    if (!usable())
         return false;
     setFocus();
-    text_ = text;
+    const auto stood = contract::Date::parse(text_);
+    setText(text);
+    mistyped_ = text.find_first_not_of(" \t") != std::string_view::npos &&
+                !contract::typedOver(contract::Date::parse(text_), stood);
     if (touched)
         touched();
-    return true;
+    return !mistyped_;
 }
 
 void HeadlessComboBox::setPosition(int position) {

@@ -16,19 +16,23 @@ public:
     using HeadlessControl::HeadlessControl;
 
     std::string text() const override { return text_; }
-    void setText(std::string_view text) override { text_ = text; }
+    void setText(std::string_view text) override;
     bool hasValidDate() const override { return contract::Date::parse(text_).has_value(); }
+    /// Typed, and neither empty nor a date.
+    bool mistyped() const { return mistyped_; }
 
     /// Told after each change by the user; a data-entry frame's.
     std::function<void()> touched;
 
     // User
 
-    /// Replaces the text. What is neither empty nor a date is refused: the text stays.
+    /// Replaces the text. False for what is neither empty nor a date, which stays all the same, and for a field that
+    /// can not be used.
     bool type(std::string_view text);
 
 private:
     std::string text_;
+    bool mistyped_ = false;
 };
 
 class HeadlessComboBox : public HeadlessControl<contract::ComboBox> {

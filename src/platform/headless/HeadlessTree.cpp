@@ -269,6 +269,7 @@ void HeadlessTree::laidOut() {
     // A hidden node cannot keep the focus.
     if (focused_)
         setFocused({shownPosition(focused_.position)});
+    contract::fire(OnViewMoved);
 }
 
 void HeadlessTree::endUpdate() {

@@ -54,6 +54,7 @@ public:
     contract::Node focused() const override { return focused_; }
     void setFocused(contract::Node node) override;
     void makeVisible(contract::Node node) override;
+    void makeVisible(contract::Node node, std::string_view column) override;
     std::string focusedColumn() const override { return focusedColumn_; }
     void setFocusedColumn(std::string_view column) override;
 
@@ -130,6 +131,7 @@ private:
     void expandAncestors(contract::Node node);
     void laidOut();
     std::int32_t shownPosition(std::int32_t position) const;
+    void scrollTo(std::int32_t position);
     std::string checkText(std::size_t column, std::size_t row) const;
     const std::string& stateText(std::size_t column, std::size_t row) const;
     std::vector<std::size_t> rowsOnScreen() const;

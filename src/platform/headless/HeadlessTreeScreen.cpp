@@ -2,6 +2,7 @@
 #include "plugin/contract/TypedDate.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace platform::headless {
 
@@ -37,7 +38,12 @@ void HeadlessTree::setTopRow(std::int32_t position) {
         shownPosition(std::clamp(position, std::int32_t{0}, static_cast<std::int32_t>(index_.size()) - 1));
     const auto last = std::max(static_cast<std::ptrdiff_t>(positions.size()) - screenRows_, std::ptrdiff_t{0});
     const auto at = std::lower_bound(positions.begin(), positions.end(), wanted) - positions.begin();
-    topRow_ = positions[static_cast<std::size_t>(std::min(at, last))];
+    scrollTo(positions[static_cast<std::size_t>(std::min(at, last))]);
+}
+
+void HeadlessTree::scrollTo(std::int32_t position) {
+    if (std::exchange(topRow_, position) != position)
+        contract::fire(OnViewMoved);
 }
 
 void HeadlessTree::makeVisible(Node node) {
@@ -51,11 +57,16 @@ void HeadlessTree::makeVisible(Node node) {
     const auto at = place(node.position);
     const auto top = place(topRow());
     if (at < top)
-        topRow_ = node.position;
+        scrollTo(node.position);
     else if (at >= top + screenRows_)
-        topRow_ = positions[static_cast<std::size_t>(at - screenRows_ + 1)];
+        scrollTo(positions[static_cast<std::size_t>(at - screenRows_ + 1)]);
     else
-        topRow_ = positions[static_cast<std::size_t>(top)];
+        scrollTo(positions[static_cast<std::size_t>(top)]);
+}
+
+void HeadlessTree::makeVisible(Node node, std::string_view column) {
+    columnIndex(column);
+    makeVisible(node);
 }
 
 contract::TreeHit HeadlessTree::hitTest(Twips x, Twips y) const {

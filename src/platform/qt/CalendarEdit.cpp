@@ -1,6 +1,7 @@
 #include "platform/qt/CalendarEdit.h"
 
 #include "platform/qt/Appearance.h"
+#include "platform/qt/FieldNote.h"
 #include "platform/qt/TreeGlyphs.h"
 #include "plugin/contract/TypedDate.h"
 
@@ -45,6 +46,12 @@ std::optional<Date> shortDateOf(const QString& text) {
     return contract::typedOver(date, std::nullopt);
 }
 
+/// Of a long text the beginning.
+QString shownPart(const QString& typed) {
+    constexpr qsizetype longest = 30;
+    return typed.size() <= longest ? typed : typed.left(longest) + QChar(0x2026);
+}
+
 QIcon calendarIcon(const QColor& color) {
     QPixmap image(32, 32);
     image.fill(Qt::transparent);
@@ -61,9 +68,9 @@ CalendarEdit::CalendarEdit(QWidget* parent) : QLineEdit(parent) {
     button_->setToolTip(tr("Apri il calendario (F4)"));
     connect(button_, &QAction::triggered, this, &CalendarEdit::openCalendar);
     connect(this, &QLineEdit::textChanged, this, [this](const QString& text) {
-        // What the program sets is what a refused text gives way to; what is being typed is not.
+        setError({}); // said again, if need be, when it is typed to the end
         if (!isModified())
-            remember();
+            stood_ = text;
         emit changed(text);
     });
     connect(&Appearance::instance(), &Appearance::changed, this, &CalendarEdit::refreshLook);
@@ -74,23 +81,53 @@ void CalendarEdit::refreshLook() {
     button_->setIcon(calendarIcon(Appearance::instance().colors().textMuted));
 }
 
-void CalendarEdit::remember() {
-    if (text().isEmpty() || hasValidDate())
-        accepted_ = text();
-}
-
 bool CalendarEdit::hasValidDate() const {
     // What the program has set may lie before the days that can be typed.
-    const auto stood = isModified() ? dateOf(accepted_) : dateOf(text());
+    const auto stood = dateOf(stood_);
     return contract::typedOver(dateOf(text()), stood).has_value();
 }
 
 void CalendarEdit::complete() {
-    remember();
-    if (text().isEmpty() || hasValidDate())
+    if (!isModified() || hasValidDate())
         return;
-    const auto date = shortDateOf(text());
-    setText(date ? QString::fromStdString(date->text()) : accepted_);
+    const QString typed = text().trimmed();
+    const auto date = shortDateOf(typed);
+    if (date || typed.isEmpty())
+        setText(date ? QString::fromStdString(date->text()) : QString());
+    else
+        setError(QStringLiteral("%1 non è una data").arg(shownPart(typed)));
+}
+
+void CalendarEdit::setError(const QString& sentence) {
+    if (sentence == error_)
+        return;
+    if (error_.isEmpty())
+        description_ = accessibleDescription();
+    error_ = sentence;
+    if (note_)
+        note_->say(sentence);
+    else
+        QMetaObject::invokeMethod(this, &CalendarEdit::showNote, Qt::QueuedConnection);
+    setAccessibleDescription(sentence.isEmpty() ? description_ : sentence);
+    update();
+}
+
+/// Not at once: a field also loses the keyboard while its window goes.
+void CalendarEdit::showNote() {
+    if (note_ || error_.isEmpty())
+        return;
+    note_ = new FieldNote(this);
+    note_->say(error_);
+}
+
+void CalendarEdit::paintEvent(QPaintEvent* event) {
+    QLineEdit::paintEvent(event);
+    if (error_.isEmpty())
+        return;
+    QPainter painter(this);
+    painter.setPen(QPen(Appearance::instance().colors().danger, 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(rect().adjusted(1, 1, -1, -1));
 }
 
 QSize CalendarEdit::sizeHint() const {

@@ -48,6 +48,7 @@ void DataFrameControl::addBinding(const contract::Control& control, EditSource* 
 
 void DataFrameControl::bindField(contract::DateField& control, std::string_view field) {
     const std::string column(field);
+    dates_.push_back(&control);
     addBinding(control, dynamic_cast<EditSource*>(&control),
                {column,
                 nullptr,

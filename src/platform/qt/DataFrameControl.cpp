@@ -132,7 +132,23 @@ ColumnValues DataFrameControl::valuesToWrite() const {
     return values;
 }
 
+contract::DateField* DataFrameControl::mistypedDate() const {
+    for (auto* date : dates_) {
+        const bool valid = date->hasValidDate(); // writes in full what was typed in short
+        const auto text = date->text();
+        const auto binding = std::find_if(bindings_.begin(), bindings_.end(),
+                                          [date](const Binding& each) { return each.control == date; });
+        if (!valid && text.find_first_not_of(' ') != std::string::npos && text != binding->shown)
+            return date;
+    }
+    return nullptr;
+}
+
 bool DataFrameControl::save() {
+    if (auto* mistyped = mistypedDate()) {
+        mistyped->setFocus();
+        return false;
+    }
     bool cancel = false;
     contract::fire(BeforeUpdate, cancel);
     if (cancel)
@@ -234,6 +250,7 @@ void DataFrameControl::close() {
     for (auto* source : sources_)
         source->edited = nullptr;
     sources_.clear();
+    dates_.clear();
     bindings_.clear();
     recordValues_.clear();
     records_.reset();

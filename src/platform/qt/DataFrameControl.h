@@ -87,6 +87,8 @@ private:
     void followEdit();
     ColumnValues valuesToWrite() const;
     ColumnValues recordAsRead() const;
+    /// The first field in which the user typed what is no date; nothing where there is none.
+    contract::DateField* mistypedDate() const;
     [[noreturn]] void refuseStale();
     void keepWritten(const ColumnValues& values);
     void appendRecord(const ColumnValues& values);
@@ -100,6 +102,7 @@ private:
     std::map<std::string, contract::Value, std::less<>> defaults_;
     ColumnValues recordValues_;
     std::vector<Binding> bindings_;
+    std::vector<contract::DateField*> dates_;
     std::vector<EditSource*> sources_;
     ColumnValues key_;      ///< of the record shown
     bool existing_ = false; ///< the record shown is one of the database

@@ -55,7 +55,7 @@ template <class Interface> void TextFieldBase<Interface>::setPlaceholder(std::st
 }
 
 template <class Interface> QJsonObject TextFieldBase<Interface>::read() const {
-    return {{QStringLiteral("value"), qt::text(text())}};
+    return {{QStringLiteral("value"), qt::text(text())}, {QStringLiteral("error"), QString()}};
 }
 
 template <class Interface> QString TextFieldBase<Interface>::set(const QJsonValue& value) {
@@ -121,7 +121,12 @@ DateFieldControl::DateFieldControl(std::string_view name, QWidget* parent)
 }
 
 DateFieldControl::DateFieldControl(std::string_view name, CalendarEdit* line) : QtControl(name, line), line_(line) {
-    QObject::connect(line, &QLineEdit::textChanged, &context_, [this] { guarded([this] { tellEdited(); }); });
+    QObject::connect(line, &QLineEdit::textChanged, &context_, [this] {
+        guarded([this] {
+            tellEdited();
+            contract::fire(Change);
+        });
+    });
 }
 
 std::string DateFieldControl::text() const {
@@ -134,17 +139,27 @@ void DateFieldControl::setText(std::string_view value) {
 }
 
 bool DateFieldControl::hasValidDate() const {
+    // Who asks wants to know of what is typed as if it were left; a key or a mnemonic leaves the keyboard in the field.
+    if (widget_)
+        line_->complete();
     return widget_ && line_->hasValidDate();
 }
 
+void DateFieldControl::setFocus() {
+    QtControl::setFocus();
+    if (widget_)
+        line_->selectAll();
+}
+
 QJsonObject DateFieldControl::read() const {
-    return {{QStringLiteral("value"), qt::text(text())}};
+    return {{QStringLiteral("value"), qt::text(text())},
+            {QStringLiteral("error"), widget_ ? line_->error() : QString()}};
 }
 
 QString DateFieldControl::set(const QJsonValue& value) {
     if (QString reason = typeInto(line_, name_, value); !reason.isEmpty())
         return reason;
-    // What is no date is refused when the field is left.
+    // Whether it is a date is seen when the field is left.
     input::leave(line_);
     return {};
 }

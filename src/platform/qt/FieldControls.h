@@ -80,6 +80,8 @@ public:
     std::string text() const override;
     void setText(std::string_view value) override;
     bool hasValidDate() const override;
+    /// What it holds is selected, to be typed over.
+    void setFocus() override;
 
     QJsonObject read() const override;
     QString set(const QJsonValue& value) override;

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QRegularExpression>
 
 #include <array>
 #include <exception>
@@ -23,6 +24,9 @@ namespace platform::qt {
 namespace input {
 
 namespace {
+
+/// Nobody types more than that; key by key it would take its time.
+constexpr qsizetype longestTyped = 1000;
 
 struct Key {
     int key;
@@ -158,6 +162,14 @@ void type(QWidget* widget, const QString& text) {
     }
 }
 
+/// The text comes as one piece, as from the clipboard, which stays the user's own.
+void paste(QWidget* field, const QString& text) {
+    static const QRegularExpression lineEnds(QStringLiteral("[\\r\\n]+"));
+    QInputMethodEvent event;
+    event.setCommitString(QString(text).remove(lineEnds));
+    send(field, event);
+}
+
 void replaceText(QWidget* field, const QString& text) {
     const QPointer<QWidget> alive(field);
     press(field, Qt::Key_A, Qt::ControlModifier, QStringLiteral("\x01"));
@@ -165,6 +177,8 @@ void replaceText(QWidget* field, const QString& text) {
         return;
     if (text.isEmpty())
         press(field, Qt::Key_Delete, Qt::NoModifier, QStringLiteral("\x7f"));
+    else if (text.size() > longestTyped)
+        paste(field, text);
     else
         type(field, text);
 }

@@ -29,7 +29,10 @@ void press(QWidget* widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoMod
 bool pressCode(QWidget* widget, int code, Qt::KeyboardModifiers modifiers);
 /// Types a text, key by key.
 void type(QWidget* widget, const QString& text);
-/// Marks what a field holds and types over it; an empty text clears the field.
+/// Pastes a text over what is marked.
+void paste(QWidget* widget, const QString& text);
+/// Marks what a field holds and types over it, or pastes what is longer than 1,000 characters; an empty text clears the
+/// field.
 void replaceText(QWidget* field, const QString& text);
 
 } // namespace input

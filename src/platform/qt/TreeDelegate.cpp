@@ -112,8 +112,8 @@ void TreeDelegate::setEditorData(QWidget* editor, const QModelIndex& index) cons
 void TreeDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const {
     auto* field = static_cast<CalendarEdit*>(editor);
     field->complete();
-    // A cell that was only looked at keeps its value, whatever that is.
-    if (field->text() != field->property("shown").toString())
+    // A cell that was only looked at keeps its value, whatever that is; so does one in which no date was typed.
+    if (field->error().isEmpty() && field->text() != field->property("shown").toString())
         model->setData(index, field->text(), Qt::EditRole);
 }
 
@@ -138,11 +138,22 @@ bool TreeDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const Q
 }
 
 bool TreeDelegate::eventFilter(QObject* editor, QEvent* event) {
+    auto* field = qobject_cast<CalendarEdit*>(editor);
+    // A cell in which no date was typed stays open with its text; Escape leaves it as it was.
+    const auto mistyped = [field] {
+        if (field != nullptr)
+            field->complete();
+        return field != nullptr && !field->error().isEmpty();
+    };
+    if (event->type() == QEvent::FocusOut && mistyped())
+        return false;
     if (event->type() == QEvent::KeyPress) {
         auto* widget = qobject_cast<QWidget*>(editor);
         const auto key = static_cast<QKeyEvent*>(event)->key();
         if (widget != nullptr &&
             (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab || key == Qt::Key_Backtab)) {
+            if (mistyped())
+                return true;
             // Committed here and now: what follows in a script or in the queue of keys finds the cell done.
             emit commitData(widget);
             emit closeEditor(widget, NoHint);

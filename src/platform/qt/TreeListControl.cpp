@@ -25,6 +25,7 @@ QString text(std::string_view utf8) {
 TreeListControl::TreeListControl(std::string_view name, QWidget* parent)
     : QtControl(name, new TreeView(parent)), view_(static_cast<TreeView*>(widget_.data())), model_(&view_->nodes()) {
     view_->setListener(this);
+    connectView();
     QObject::connect(view_, &QObject::destroyed, &focus_, [this] { focus_.forget(); });
     focus_.changed = [this] { contract::fire(OnChangeNode); };
     focus_.rested = [this] { contract::fire(OnChangeNodeEx); };
@@ -226,11 +227,12 @@ void TreeListControl::focusRow(std::int32_t position, std::optional<int> column)
 }
 
 void TreeListControl::makeVisible(Node node) {
-    const auto position = checkedPosition(node);
-    openAncestors(position);
-    if (updates_ > 0)
-        applyExpansions();
-    view_->scrollTo(model_->at(position, std::max(view_->treeColumn(), 0)));
+    showCell(checkedPosition(node), std::max(view_->treeColumn(), 0));
+}
+
+void TreeListControl::makeVisible(Node node, std::string_view column) {
+    const int at = columnNamed(column);
+    showCell(checkedPosition(node), at);
 }
 
 std::string TreeListControl::focusedColumn() const {
@@ -313,6 +315,7 @@ void TreeListControl::applyExpansions() {
     if (after != before)
         view_->scrollTo(view_->currentIndex());
     focus_.release(false);
+    viewMoved();
 }
 
 std::int32_t TreeListControl::nearestShown(std::int32_t position) const {

@@ -52,6 +52,7 @@ public:
     contract::Node focused() const override;
     void setFocused(contract::Node node) override;
     void makeVisible(contract::Node node) override;
+    void makeVisible(contract::Node node, std::string_view column) override;
     std::string focusedColumn() const override;
     void setFocusedColumn(std::string_view column) override;
 
@@ -114,6 +115,10 @@ private:
     /// The node itself when it is shown, else its closed ancestor that is.
     std::int32_t nearestShown(std::int32_t position) const;
     void openAncestors(std::int32_t position);
+    /// Brings a cell into view, closed ancestors opened.
+    void showCell(std::int32_t position, int column);
+    void connectView();
+    void viewMoved();
     void applyExpansions();
     void moveRecordsToFocus();
     contract::HitCode hitCode(QPoint point, std::int32_t position, int column) const;

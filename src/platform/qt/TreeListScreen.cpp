@@ -1,6 +1,8 @@
 #include "platform/qt/TreeHeader.h"
 #include "platform/qt/TreeListControl.h"
 
+#include "platform/qt/InputEvents.h"
+
 #include <QScrollBar>
 
 #include <algorithm>
@@ -86,12 +88,31 @@ std::optional<Rect> TreeListControl::cell(Node node, std::string_view column) co
     const int at = model_->findColumn(column);
     if (at < 0 || !model_->hasPosition(node.position) || nearestShown(node.position) != node.position)
         return std::nullopt;
-    const QRect rect = view_->cellRect(node.position, at);
-    if (rect.isEmpty() || !rect.intersects(view_->viewport()->rect()))
+    const QRect rect = view_->cellRect(node.position, at) & view_->viewport()->rect();
+    if (rect.isEmpty())
         return std::nullopt;
     const QPoint corner = view_->viewport()->mapTo(view_, rect.topLeft());
     return Rect{Appearance::twips(corner.x()), Appearance::twips(corner.y()), Appearance::twips(rect.width()),
                 Appearance::twips(rect.height())};
+}
+
+void TreeListControl::showCell(std::int32_t position, int column) {
+    openAncestors(position);
+    if (updates_ > 0)
+        applyExpansions();
+    view_->scrollTo(model_->at(position, column));
+}
+
+void TreeListControl::connectView() {
+    const auto moved = [this] { viewMoved(); };
+    QObject::connect(view_->verticalScrollBar(), &QScrollBar::valueChanged, &focus_, moved);
+    QObject::connect(view_->horizontalScrollBar(), &QScrollBar::valueChanged, &focus_, moved);
+    QObject::connect(&view_->bands(), &QHeaderView::sectionResized, &focus_, moved);
+}
+
+void TreeListControl::viewMoved() {
+    if (!rebinding_ && !applying_)
+        guarded([this] { contract::fire(OnViewMoved); });
 }
 
 void TreeListControl::update() {

@@ -57,7 +57,8 @@ QJsonObject TreeListControl::read() const {
                        {"nodes", nodes},
                        {"focused", focus ? QJsonValue(static_cast<qint64>(model_->key(focus.position)))
                                          : QJsonValue(QJsonValue::Null)},
-                       {"top_row", topRow()}};
+                       {"top_row", topRow()},
+                       {"error", view_->editError()}};
 }
 
 void TreeListControl::settle() {

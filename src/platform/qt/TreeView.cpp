@@ -130,6 +130,8 @@ int TreeView::spareWidth(int column) const {
     int text = 0;
     if (shown.kind == TreeColumnKind::date)
         text = fontMetrics().horizontalAdvance(QStringLiteral("00/00/0000"));
+    else if (shown.kind == TreeColumnKind::state)
+        text = preferredWidth(column) * 3 / 5; // the first words of a state are enough to know it
     else if (shown.kind != TreeColumnKind::check)
         return 0;
     text = std::max(text, fontMetrics().horizontalAdvance(model_.headerData(column, Qt::Horizontal).toString()));
@@ -137,7 +139,8 @@ int TreeView::spareWidth(int column) const {
 }
 
 // Where the columns do not fit: the column of the names gives up a third of its width, then dates and check boxes give
-// up what is free beside their texts, then the branches stand closer. Only then they have to be scrolled.
+// up what is free beside their texts and states two fifths, then the branches stand closer, then the names give up a
+// half in all. Only then they have to be scrolled: the last column must not hide behind the scroll bar.
 void TreeView::layoutColumns() {
     if (fitting_)
         return;
@@ -169,8 +172,8 @@ void TreeView::layoutColumns() {
     }
     if (stretchColumn_ >= 0) {
         const bool byUser = userWidths_[static_cast<std::size_t>(stretchColumn_)] > 0;
-        header_->resizeSection(stretchColumn_,
-                               byUser ? leastStretched() : std::max(leastStretched(), viewport()->width() - others));
+        const int room = std::max(viewport()->width() - others, preferredWidth(stretchColumn_) / 2);
+        header_->resizeSection(stretchColumn_, byUser ? leastStretched() : room);
     }
     fitting_ = false;
 }
@@ -180,7 +183,7 @@ void TreeView::closeBranches(int lacking) {
         return;
     const int usual = indentation();
     const int before = preferredWidth(firstVisible_);
-    const int closest = std::max(12, Appearance::instance().rowHeight() * 2 / 5);
+    const int closest = std::max(8, Appearance::instance().rowHeight() / 4);
     const int perLevel = (lacking + depth_) / (depth_ + 1); // rounded up
     setIndentation(std::max(closest, usual - perLevel));
     // The user's width, or the column's own, is not for the branches to change.

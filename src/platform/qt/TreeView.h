@@ -10,6 +10,7 @@
 
 namespace platform::qt {
 
+class CalendarEdit;
 class TreeDelegate;
 class TreeHeader;
 
@@ -98,6 +99,10 @@ public:
     bool editFocused();
     /// Of a cell that is open; nothing when none is.
     QWidget* openEditor() const;
+    /// The open editor if what was typed there is no date; it keeps the keyboard until that is mended or given up.
+    CalendarEdit* mistypedEditor() const;
+    /// The sentence that stands at the open editor; empty where there is none.
+    QString editError() const;
     /// Moves the focus to the row, in the column that has it.
     void focusPosition(std::int32_t position);
 

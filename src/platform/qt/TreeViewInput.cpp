@@ -1,3 +1,4 @@
+#include "platform/qt/CalendarEdit.h"
 #include "platform/qt/InputEvents.h"
 #include "platform/qt/TreeView.h"
 
@@ -94,6 +95,8 @@ void TreeView::mousePressEvent(QMouseEvent* event) {
     if (listener_ == nullptr || (button != Qt::LeftButton && button != Qt::RightButton))
         return;
     event->accept();
+    if (auto* editor = mistypedEditor())
+        return editor->setFocus(Qt::OtherFocusReason);
     const QPointer<TreeView> alive(this);
     guarded([&] { listener_->pressBegins(event->position().toPoint()); });
     press(placeAt(event->position().toPoint()), *event);
@@ -150,6 +153,8 @@ void TreeView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void TreeView::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (auto* editor = mistypedEditor())
+        return editor->setFocus(Qt::OtherFocusReason);
     const Place place = placeAt(event->position().toPoint());
     // Quick clicks on a box or a button count each for itself.
     if (place.part == Part::check || place.part == Part::button || event->button() != Qt::LeftButton)
@@ -295,9 +300,23 @@ bool TreeView::editFocused() {
     if (!index.isValid() || !model_.flags(index).testFlag(Qt::ItemIsEditable))
         return false;
     scrollTo(index);
+    if (openEditor() != nullptr)
+        return true;
     editing_ = TreeModel::position(index);
     edit(index);
     return openEditor() != nullptr;
+}
+
+CalendarEdit* TreeView::mistypedEditor() const {
+    auto* editor = qobject_cast<CalendarEdit*>(openEditor());
+    if (editor != nullptr)
+        editor->complete();
+    return editor != nullptr && !editor->error().isEmpty() ? editor : nullptr;
+}
+
+QString TreeView::editError() const {
+    const auto* editor = qobject_cast<CalendarEdit*>(openEditor());
+    return editor != nullptr ? editor->error() : QString();
 }
 
 QWidget* TreeView::openEditor() const {
@@ -305,8 +324,9 @@ QWidget* TreeView::openEditor() const {
 }
 
 void TreeView::commitData(QWidget* editor) {
-    edited_ = editing_;
     QTreeView::commitData(editor);
+    const auto* field = qobject_cast<CalendarEdit*>(editor);
+    edited_ = field == nullptr || field->error().isEmpty() ? editing_ : -1;
 }
 
 void TreeView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
@@ -319,6 +339,8 @@ void TreeView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint h
 void TreeView::focusInEvent(QFocusEvent* event) {
     QTreeView::focusInEvent(event);
     viewport()->update();
+    if (auto* editor = mistypedEditor())
+        editor->setFocus(Qt::OtherFocusReason);
 }
 
 void TreeView::focusOutEvent(QFocusEvent* event) {

@@ -14,14 +14,17 @@ namespace contract {
 
 class Cinterface;
 
-/// One date, typed as "dd/mm/yyyy" or chosen in a calendar. What is no date is refused by the field.
+/// One date, typed as "dd/mm/yyyy" or chosen in a calendar. What is no date stays in the field, which says so.
 class DateField : public Control {
 public:
     /// The text as it stands, blanks included.
     virtual std::string text() const = 0;
     virtual void setText(std::string_view text) = 0;
-    /// Whether the text, blanks around it apart, is a day of the calendar. The empty field holds none.
+    /// Whether the text, blanks around it apart, is a day of the calendar. The empty field holds none. What is typed
+    /// counts as finished: a date typed in short is written in full, and what is none is said at the field.
     virtual bool hasValidDate() const = 0;
+
+    Event<> Change; ///< the text changed, by the user or the program
 };
 
 class ComboBox : public Control {
@@ -96,7 +99,8 @@ public:
     virtual int status() const = 0;
     /// Whether what the fields hold differs from the record.
     virtual bool changed() const = 0;
-    /// Raises BeforeUpdate, then writes the record if it still holds what was shown (else throws). False: refused.
+    /// Raises BeforeUpdate, then writes the record if it still holds what was shown (else throws). False: refused, by
+    /// BeforeUpdate or since a date field holds what is no date; that one gets the focus, and nothing was raised.
     virtual bool save() = 0;
     /// The fields show the record again.
     virtual void undo() = 0;

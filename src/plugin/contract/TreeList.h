@@ -130,6 +130,8 @@ public:
     /// node that is focused already only the cursor comes back; no node leaves the focus where it is.
     virtual void setFocused(Node node) = 0;
     virtual void makeVisible(Node node) = 0;
+    /// The same for a cell: its column is brought into view too. Throws as value().
+    virtual void makeVisible(Node node, std::string_view column) = 0;
     /// Column of the focused cell, empty for none.
     virtual std::string focusedColumn() const = 0;
     virtual void setFocusedColumn(std::string_view column) = 0;
@@ -163,7 +165,7 @@ public:
     virtual void setTopRow(std::int32_t position) = 0;
     /// Point in twips from the tree's upper left corner.
     virtual TreeHit hitTest(Twips x, Twips y) const = 0;
-    /// Of a cell, relative to the tree; nothing when the row is not on screen or the column hidden.
+    /// What is seen of a cell, relative to the tree; nothing when the row is not on screen or the column hidden.
     virtual std::optional<Rect> cell(Node node, std::string_view column) const = 0;
     virtual void update() = 0;
 
@@ -177,6 +179,7 @@ public:
     Event<Node> OnEdited;                              ///< the user left a cell's editor; its value is in the cell
     Event<Node> OnChangedColumn;                       ///< the focused column changed
     Event<Node, int> OnCheckChanged;                   ///< node, new state: 1 checked
+    Event<> OnViewMoved; ///< cells stand elsewhere on screen: scrolled, opened or closed, other widths
 };
 
 } // namespace contract
