@@ -68,9 +68,9 @@ TEST_F(Read, EachKindHasItsMembers) {
         {"GRB_PULSANTI", "caption"},
         {"mnuDettagli", "caption"},
         {"mnuRilasciaFigli", "caption"},
-        {"txtCercaOrig", "value"},
+        {"txtCercaOrig", "error value"},
         {"TRW_DISTINTEORIG", "entries selected tooltip"},
-        {"TRW_ELEMDISTINTAORIG", "columns focused nodes top_row"},
+        {"TRW_ELEMDISTINTAORIG", "columns error focused nodes top_row"},
         {"GRD_DETTDISTINTAORIG", "rows tooltip"},
     };
     for (const auto& [control, expected] : kinds)
@@ -102,8 +102,8 @@ TEST_F(Read, EachKindOfADialogHasItsMembers) {
         {"CHK_QZ03_FLG_PROV", "caption value"},
         {"Frame3", "caption"},
         {"CMB_QZ03_TIPOCARICODATA", "items value"},
-        {"TXT_QZ03_DATAINIZIOVAL", "value"},
-        {"TXT_QZ03_ID_WF02", "value"},
+        {"TXT_QZ03_DATAINIZIOVAL", "error value"},
+        {"TXT_QZ03_ID_WF02", "error value"},
         {"KVT_LABEL3", "caption"},
         {"CMD_SALVA", "caption tooltip"},
         {"CMD_RIPRISTINA", "caption tooltip"},
