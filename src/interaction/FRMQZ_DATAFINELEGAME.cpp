@@ -79,8 +79,15 @@ void FRMQZ_DATAFINELEGAME::disponi() {
 
 void FRMQZ_DATAFINELEGAME::CMD_ESEGUI_ButtonClick() {
     procedura("CMD_ESEGUI_ButtonClick", [&](auto& passo) {
-        if (!TXT_DATACHIUSURALEGAME->hasValidDate())
+        if (!TXT_DATACHIUSURALEGAME->hasValidDate()) {
+            // No box: the status bar says what is missing, and the field waits for it.
+            if (TXT_DATACHIUSURALEGAME->text().empty() && formChiamante_.ospite != nullptr &&
+                formChiamante_.ospite->StatusBar())
+                formChiamante_.ospite->StatusBar()->setText(
+                    "Manca la data: scrivere l'ultimo giorno dei legami attuali (gg/mm/aaaa).");
+            passo([&] { TXT_DATACHIUSURALEGAME->setFocus(); });
             return;
+        }
         passo([&] { DataFineLegame = TestoDaValore(contract::Value(TXT_DATACHIUSURALEGAME->text())); });
         formChiamante_.DataFineLegame = DataFineLegame;
         passo([&] { form_->unload(); });
