@@ -14,10 +14,13 @@
 #include <QActionGroup>
 #include <QCloseEvent>
 #include <QHBoxLayout>
+#include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QScreen>
 #include <QStatusBar>
 #include <QTimer>
+
+#include <algorithm>
 
 namespace host {
 
@@ -42,6 +45,7 @@ MainWindow::MainWindow(UserSettings* settings) : settings_(settings), area_(new 
     hint_->setAlignment(Qt::AlignCenter);
     hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
     hint_->hide();
+    area_->installEventFilter(this);
     makeMenus();
     makeCorner();
     makeStatusBar();
@@ -59,7 +63,7 @@ MainWindow::MainWindow(UserSettings* settings) : settings_(settings), area_(new 
 void MainWindow::makeMenus() {
     // The form's own buttons have the letters S and V.
     auto* programs = menuBar()->addMenu(QStringLiteral("&Programmi"));
-    openAction_ = programs->addAction(QStringLiteral("&Manutenzione distinte"), this, &MainWindow::toggleForm);
+    openAction_ = programs->addAction(QStringLiteral("&Manutenzione distinte"), this, &MainWindow::showForm);
     openAction_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
     closeAction_ = programs->addAction(QStringLiteral("&Chiudi il programma"), this, &MainWindow::toggleForm);
     programs->addSeparator();
@@ -164,7 +168,21 @@ void MainWindow::placeCorner() {
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
+    case QEvent::WindowStateChange:
+        // After the area has given it the place from before.
+        if (watched != menuBar() && watched != area_)
+            QTimer::singleShot(0, this, [this, form = QPointer<QObject>(watched)] {
+                if (auto* window = qobject_cast<QWidget*>(form.data()))
+                    keepWithinReach(*window);
+            });
+        break;
     case QEvent::Resize:
+        if (watched == area_) {
+            placeHint();
+            if (settings_ != nullptr && session_ != nullptr && session_->formOpen())
+                keepWithinReach(*session_->formWindow()->window());
+        }
+        [[fallthrough]];
     case QEvent::Show:
     case QEvent::LayoutRequest:
     case QEvent::ChildAdded:
@@ -175,7 +193,7 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
         break;
     case QEvent::Close:
         // The form's own close button; with the form its splitters go.
-        if (watched != menuBar())
+        if (watched != menuBar() && watched != area_)
             saveSplitters();
         break;
     default:
@@ -271,16 +289,44 @@ void MainWindow::showContext() {
 
 void MainWindow::showFormState() {
     const bool open = session_->formOpen();
-    openAction_->setEnabled(!open);
     closeAction_->setEnabled(open);
     detailsAction_->setEnabled(open);
     if (!open) {
         lastStatus_.clear();
         statusLine_->setText(QString());
     }
-    hint_->resize(hint_->sizeHint());
-    hint_->move(40, 40);
     hint_->setVisible(!open);
+    placeHint();
+}
+
+void MainWindow::placeHint() {
+    const QSize size = hint_->sizeHint();
+    hint_->setGeometry(QRect(QPoint((area_->width() - size.width()) / 2, (area_->height() - size.height()) / 2), size));
+}
+
+void MainWindow::showForm() {
+    auto* form = session_->formOpen() ? session_->formWindow()->window() : nullptr;
+    if (form == nullptr) {
+        toggleForm();
+        return;
+    }
+    // However small it was made, it comes back whole.
+    if (!form->isMaximized())
+        form->showMaximized();
+    area_->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(form));
+    form->setFocus();
+}
+
+// A person's window that is no longer maximised keeps its title, its buttons and its edges within the area.
+void MainWindow::keepWithinReach(QWidget& form) {
+    if (form.isMaximized() || form.isMinimized() || !form.isVisible())
+        return;
+    QRect place = form.geometry();
+    place.setSize(place.size().boundedTo(area_->size()));
+    place.moveLeft(std::clamp(place.left(), 0, area_->width() - place.width()));
+    place.moveTop(std::clamp(place.top(), 0, area_->height() - place.height()));
+    if (place != form.geometry())
+        form.setGeometry(place);
 }
 
 void MainWindow::toggleForm() {

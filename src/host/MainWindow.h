@@ -40,6 +40,10 @@ private:
     void makeStatusBar();
     void makeViewMenu();
     void toggleForm();
+    /// Opens the form, or brings the open one back to the whole of the area.
+    void showForm();
+    void placeHint();
+    void keepWithinReach(QWidget& form);
     void keepTitle();
     void showNotices();
     void showContext();

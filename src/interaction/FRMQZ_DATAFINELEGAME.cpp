@@ -101,8 +101,18 @@ void FRMQZ_DATAFINELEGAME::CMD_ESEGUI_ButtonClick() {
     procedura("CMD_ESEGUI_ButtonClick", [&](auto& passo) {
         bool valida = false;
         passo([&] { valida = TXT_DATACHIUSURALEGAME->hasValidDate(); });
-        if (!valida)
+        if (!valida) {
+            std::string scritto;
+            passo([&] { scritto = TXT_DATACHIUSURALEGAME->text(); });
+            // No box: the status bar says what is missing, and the field waits for it.
+            if (scritto.empty() && formChiamante_.ospite != nullptr && formChiamante_.ospite->StatusBar())
+                passo([&] {
+                    formChiamante_.ospite->StatusBar()->setText(
+                        "Manca la data: scrivere l'ultimo giorno dei legami attuali (gg/mm/aaaa).");
+                });
+            passo([&] { TXT_DATACHIUSURALEGAME->setFocus(); });
             return;
+        }
         passo([&] { DataFineLegame = TestoDaValore(contract::Value(TXT_DATACHIUSURALEGAME->text())); });
         formChiamante_.DataFineLegame = DataFineLegame;
         passo([&] { form_->unload(); });

@@ -83,6 +83,15 @@ TEST_F(DataFineTest, StaysOpenWithoutADate) {
     EXPECT_EQ(testo(), "");
 }
 
+TEST_F(DataFineTest, SaysThatTheDateIsMissing) {
+    apri([&](HeadlessForm& form) {
+        esegui(form);
+        EXPECT_EQ(programma.host->statusText,
+                  "Manca la data: scrivere l'ultimo giorno dei legami attuali (gg/mm/aaaa).");
+        EXPECT_FALSE(form.isGone());
+    });
+}
+
 TEST_F(DataFineTest, RefusesWhatIsNoDay) {
     apri([&](HeadlessForm& form) {
         for (const auto* nessuna : {"30/02/2024", "31/04/2024", "1/1/2024", "2024-01-01", "31/12/1899"}) {

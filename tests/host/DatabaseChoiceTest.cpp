@@ -1,4 +1,4 @@
-// Companies, recent databases and where the present one stands.
+// Companies, recent databases and where the present one stands; the inner window as a person makes it large and small.
 
 #include "TestSession.h"
 #include "host/CompanyChoice.h"
@@ -131,6 +131,35 @@ TEST_F(DatabaseChoice, NoSecretIsAmongTheRecentOnes) {
     for (int i = 0; i < 20; ++i)
         remembered.noteOpened(host::embeddedDatabase(folder.file(std::to_string(i))));
     EXPECT_EQ(9U, remembered.recentDatabases().size());
+}
+
+TEST_F(DatabaseChoice, AnInnerWindowStaysInReachAndComesBackWithItsKey) {
+    window.resize(1280, 800);
+    EXPECT_EQ(QString(), session->openForm({{"Left", 9000}, {"Top", 6000}, {"WindowState", 2}}));
+    QApplication::processEvents();
+    auto* form = session->formWindow()->window();
+    ASSERT_TRUE(form->isMaximized());
+    form->showNormal();
+    QApplication::processEvents();
+    EXPECT_TRUE(window.area()->rect().contains(form->geometry()));
+    window.resize(700, 500);
+    QApplication::processEvents();
+    EXPECT_TRUE(window.area()->rect().contains(form->geometry()));
+    const auto press = [&] {
+        for (auto* action : window.findChildren<QAction*>())
+            if (action->shortcut() == QKeySequence(Qt::CTRL | Qt::Key_M)) {
+                EXPECT_TRUE(action->isEnabled());
+                action->trigger();
+            }
+        QApplication::processEvents();
+    };
+    press();
+    EXPECT_TRUE(form->isMaximized());
+    form->showMinimized();
+    QApplication::processEvents();
+    press();
+    EXPECT_TRUE(form->isMaximized());
+    EXPECT_TRUE(session->formOpen());
 }
 
 } // namespace

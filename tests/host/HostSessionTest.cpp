@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 
 #include <unistd.h>
@@ -129,6 +130,22 @@ TEST_F(Session, ALogThatCanNotBeWrittenIsSaidOnce) {
     session->formWindow()->control("MenuCercaDest")->chooseItem(QStringLiteral("Codice")); // fails
     session->formWindow()->control("MenuCercaDest")->chooseItem(QStringLiteral("Codice"));
     EXPECT_EQ(QStringList{QStringLiteral("Errori non registrati")}, briefOf(*session));
+}
+
+TEST_F(Session, TheEmptyAreasTextStandsInItsMiddle) {
+    start();
+    for (const QSize size : {QSize(1024, 700), QSize(1600, 900)}) {
+        window.resize(size);
+        QApplication::processEvents();
+        const QLabel* hint = nullptr;
+        for (const auto* label : window.area()->findChildren<QLabel*>())
+            if (label->text().startsWith(QStringLiteral("Nessun programma aperto")))
+                hint = label;
+        ASSERT_NE(nullptr, hint);
+        const QPoint off = hint->geometry().center() - window.area()->rect().center();
+        EXPECT_LE(std::abs(off.x()), 1);
+        EXPECT_LE(std::abs(off.y()), 1);
+    }
 }
 
 TEST_F(Session, RefusesWhatIsNoDatabaseOfItsOwn) {
