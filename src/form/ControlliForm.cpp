@@ -111,13 +111,13 @@ void impostaColonne(StatoForm& stato, Lato& lato) {
                       .field = "QZ02_CLIFOR_CG44",
                       .kind = Tipo::code,
                       .link = true,
-                      .width = 1300});
+                      .width = 950});
     albero.addColumn({.name = "RagioneSociale",
                       .caption = "Ragione Sociale",
                       .field = "RagioneSociale",
                       .kind = Tipo::text,
                       .link = true,
-                      .width = 1700});
+                      .width = 2000});
     albero.addColumn({.name = "trQZ02_DATAINIZIOVAL",
                       .caption = "Data inizio",
                       .field = "QZ02_DATAINIZIOVAL",

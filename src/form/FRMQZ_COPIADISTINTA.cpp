@@ -70,6 +70,7 @@ void FRMQZ_COPIADISTINTA::collegaEventi() {
     };
     dest.OnEdited = [this](contract::Node nodo) { modifica_.TRW_ELEMDISTINTADEST_OnEdited(nodo); };
     dest.OnChangedColumn = [this](contract::Node nodo) { modifica_.TRW_ELEMDISTINTADEST_OnChangedColumn(nodo); };
+    dest.OnLocked = [this](contract::Node, const std::string&) { spiegaBlocco(); };
     stato_.destinazione.frame->ChangeStatus = [this](int nuovo) { FME_CopiaDistintaDest_ChangeStatus(nuovo); };
     stato_.campoStato->AfterItem = [this] { menu_.TXT_QZ02_STATO_AfterItem(); };
 
@@ -194,6 +195,12 @@ void FRMQZ_COPIADISTINTA::descriviSpostamento() {
                 ")  →  sotto " + nome(dest);
     }
     stato_.ospite->StatusBar()->setText(testo);
+}
+
+/// The only cells that are ever locked are those of the start of a link with a definitive bonus.
+void FRMQZ_COPIADISTINTA::spiegaBlocco() {
+    if (stato_.ospite != nullptr && stato_.ospite->StatusBar())
+        stato_.ospite->StatusBar()->setText(std::string(dataInizioBloccata) + ".");
 }
 
 bool FRMQZ_COPIADISTINTA::comandoMenu(std::string_view nome) {

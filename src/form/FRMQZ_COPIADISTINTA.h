@@ -97,6 +97,7 @@ private:
     void chiediDataFine();
     void aggiornaDettaglio(Lato& lato);
     void descriviSpostamento();
+    void spiegaBlocco();
 
     StatoForm stato_;
     ControlliForm controlli_;

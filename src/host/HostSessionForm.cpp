@@ -24,12 +24,15 @@ namespace {
 
 const QString notOpen = QStringLiteral("la maschera FRMQZ_COPIADISTINTA non è aperta");
 
-/// Commands of the component that stand in the menu bar: name and caption.
+/// Commands that stand in the menu bar and act on the form: name and caption, and whether the component carries them
+/// out or the window around its form.
 struct MenuCommand {
     const char* name;
     const char* caption;
+    bool ofComponent;
 };
-constexpr std::array<MenuCommand, 1> menuCommands{{{"mnuDettagli", "&Dettagli"}}};
+constexpr std::array<MenuCommand, 2> menuCommands{
+    {{"mnuDettagli", "&Dettagli", true}, {"mnuRipristinaMisure", "&Ripristina le misure", false}}};
 
 const MenuCommand* findCommand(const QString& name) {
     for (const auto& command : menuCommands)
@@ -218,11 +221,12 @@ QStringList HostSession::menuEntries() const {
 }
 
 QString HostSession::chooseMenuEntry(const QString& name) {
-    if (findCommand(name) == nullptr)
+    const auto* command = findCommand(name);
+    if (command == nullptr)
         return QStringLiteral("la barra dei menu non ha la voce \"%1\"").arg(name);
     if (!class_ || !formOpen())
         return notOpen;
-    if (!class_->menuCommand(name.toStdString()))
+    if (command->ofComponent && !class_->menuCommand(name.toStdString()))
         return QStringLiteral("il programma non conosce la voce \"%1\"").arg(name);
     emit menuEntryChosen(name);
     return {};

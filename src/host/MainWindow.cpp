@@ -34,6 +34,8 @@ namespace {
 constexpr const char* title = "Manutenzione distinte";
 constexpr QSize frameRoom{16, 48};
 constexpr QSize startSize(1280, 800);
+constexpr QSize leastSize(680, 520); ///< at startZoom
+constexpr int startZoom = 10;
 
 QString contextText(const HostSession& session) {
     return QStringLiteral("Azienda %1 · %2 · %3").arg(session.company()).arg(session.user(), session.databaseName());
@@ -55,6 +57,8 @@ MainWindow::MainWindow(UserSettings* settings) : settings_(settings), area_(new 
     makeMenus();
     makeCorner();
     makeStatusBar();
+    limitSize();
+    connect(&Appearance::instance(), &Appearance::changed, this, &MainWindow::limitSize);
     if (settings_ == nullptr || !settings_->restoreWindow(*this)) {
         resize(startSize);
         // A person's first window: a screen that has no room for it with its frame is filled instead.
@@ -104,6 +108,9 @@ void MainWindow::makeViewMenu() {
         detailsAction_->toggle();
         session_->chooseMenuEntry(detailsAction_->objectName());
     });
+    resetAction_ = view->addAction(QStringLiteral("&Ripristina le misure"));
+    resetAction_->setObjectName(QStringLiteral("mnuRipristinaMisure"));
+    connect(resetAction_, &QAction::triggered, this, &MainWindow::resetSizes);
     view->addSeparator();
 
     auto* theme = view->addMenu(QStringLiteral("&Tema"));
@@ -177,7 +184,7 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::Close:
         // The form's own close button; with the form its splitters go.
         if (watched != menuBar())
-            saveSplitters();
+            saveForm();
         break;
     default:
         break;
@@ -202,7 +209,7 @@ void MainWindow::attach(HostSession& session) {
     connect(session_, &HostSession::formOpened, this, [this] {
         detailsAction_->setChecked(true);
         if (settings_ != nullptr && session_->formWindow() != nullptr) {
-            settings_->restoreSplitters(*session_->formWindow());
+            settings_->restoreForm(*session_->formWindow());
             session_->formWindow()->window()->installEventFilter(this);
         }
         showFormState();
@@ -211,6 +218,8 @@ void MainWindow::attach(HostSession& session) {
     connect(session_, &HostSession::menuEntryChosen, this, [this](const QString& name) {
         if (name == detailsAction_->objectName())
             detailsAction_->toggle();
+        else if (name == resetAction_->objectName())
+            resetSizes();
     });
     // A script answers line by line; there is nobody to wait, and nobody's input to drop.
     if (settings_ != nullptr) {
@@ -256,18 +265,35 @@ void MainWindow::toggleForm() {
             tell(QMessageBox::Critical, windowTitle(), asSentence(refusal), this);
         return;
     }
-    saveSplitters();
+    saveForm();
     bool gone = false;
     session_->closeForm(gone);
 }
 
-void MainWindow::saveSplitters() {
+// Window, splitters and columns as on the first day.
+void MainWindow::resetSizes() {
+    if (settings_ != nullptr) {
+        settings_->forgetSizes();
+        showNormal();
+        resize(startSize.boundedTo(screen()->availableSize() - frameRoom));
+    }
+    if (session_ != nullptr && session_->formWindow() != nullptr)
+        resetForm(*session_->formWindow());
+}
+
+// Below this the form's buttons would lie over each other.
+void MainWindow::limitSize() {
+    const QSize room = screen()->availableSize() - frameRoom;
+    setMinimumSize((leastSize * Appearance::instance().zoom() / startZoom).boundedTo(room));
+}
+
+void MainWindow::saveForm() {
     if (settings_ != nullptr && session_ != nullptr && session_->formWindow() != nullptr)
-        settings_->saveSplitters(*session_->formWindow());
+        settings_->saveForm(*session_->formWindow());
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-    saveSplitters();
+    saveForm();
     if (session_ != nullptr && session_->formOpen()) {
         bool gone = false;
         session_->closeForm(gone);
@@ -322,7 +348,7 @@ void MainWindow::chooseCompany() {
         tell(QMessageBox::Warning, windowTitle(), QStringLiteral("\"%1\" non è un numero di azienda.").arg(item), this);
         return;
     }
-    saveSplitters();
+    saveForm();
     session_->setCompany(company);
 }
 

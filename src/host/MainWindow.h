@@ -39,7 +39,9 @@ private:
     void toggleForm();
     void showContext();
     void showFormState();
-    void saveSplitters();
+    void saveForm();
+    void resetSizes();
+    void limitSize();
     void chooseCompany();
     void chooseUser();
     void chooseConnection();
@@ -53,6 +55,7 @@ private:
     QAction* openAction_ = nullptr;
     QAction* closeAction_ = nullptr;
     QAction* detailsAction_ = nullptr;
+    QAction* resetAction_ = nullptr;
     QWidget* corner_ = nullptr; ///< at the menu bar's right
     QLabel* context_ = nullptr;
     QToolButton* themeButton_ = nullptr;

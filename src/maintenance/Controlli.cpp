@@ -125,9 +125,9 @@ bool Controlli::PremioDefinitivo(std::int64_t idNodo, bool dataFine, std::string
                 stato_.database());
     if (premio.Empty())
         return false;
-    stato_.MessaggioSpostamento = dataFine ? "La data fine è inferiore alla data scadenza di un premio definitivo"
-                                           : "La data inizio non può essere modificata perchè è presente un premio "
-                                             "definitivo";
+    stato_.MessaggioSpostamento =
+        dataFine ? std::string_view("La data fine è inferiore alla data scadenza di un premio definitivo")
+                 : dataInizioBloccata;
     return true;
 }
 

@@ -53,6 +53,10 @@ struct LegameDaControllare {
     std::optional<std::int64_t> nodo{}; ///< the edited node, in the mode "Edit"; nothing in the mode "Sposta"
 };
 
+/// Why the start of a link with a definitive bonus stays as it is.
+inline constexpr std::string_view dataInizioBloccata =
+    "La data inizio non può essere modificata perchè è presente un premio definitivo";
+
 /// The checks that keep a distinta without cycles and overlaps. They report by appending to the move message, each
 /// reason ending with a line feed; database errors come through.
 class Controlli {

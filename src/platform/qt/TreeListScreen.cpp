@@ -139,6 +139,11 @@ void TreeListControl::cellEdited(std::int32_t position) {
     contract::fire(OnEdited, Node{position});
 }
 
+void TreeListControl::cellLocked(std::int32_t position, int column) {
+    const std::string name = model_->column(column).name;
+    contract::fire(OnLocked, Node{position}, name);
+}
+
 void TreeListControl::toggleExpanded(std::int32_t position) {
     setExpanded({position}, !expanded({position}));
 }
