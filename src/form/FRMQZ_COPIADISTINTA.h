@@ -98,6 +98,10 @@ private:
     void aggiornaDettaglio(Lato& lato);
     void descriviSpostamento();
     void spiegaBlocco();
+    void cercaAncora(Lato& lato, Ricerca& ricerca, bool indietro);
+    bool comandoRicerca(std::string_view nome);
+    void aggiorna();
+    void scriviStato(const std::string& testo);
 
     StatoForm stato_;
     ControlliForm controlli_;
@@ -118,6 +122,7 @@ private:
     std::shared_ptr<contract::Recordset> recordOrig_;
     std::shared_ptr<contract::Recordset> recordDest_;
     std::array<contract::Color, 4> colori_{};
+    std::string notaRicerca_; ///< shown once in the place of what a move would do; empty for none
     bool primaAttivazioneFatta_ = false;
     int contatore_ = 0; ///< cleared with the first activation
 };

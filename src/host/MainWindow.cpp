@@ -112,6 +112,20 @@ void MainWindow::makeViewMenu() {
     resetAction_->setObjectName(QStringLiteral("mnuRipristinaMisure"));
     connect(resetAction_, &QAction::triggered, this, &MainWindow::resetSizes);
     view->addSeparator();
+    // Commands of the form: their captions are the session's.
+    const std::pair<const char*, QKeySequence> commands[] = {{"mnuAggiorna", Qt::Key_F5},
+                                                             {"mnuCerca", Qt::CTRL | Qt::Key_F},
+                                                             {"mnuTrovaSuccessivo", Qt::Key_F3},
+                                                             {"mnuTrovaPrecedente", Qt::SHIFT | Qt::Key_F3}};
+    for (const auto& [command, keys] : commands) {
+        const QString name = QString::fromLatin1(command);
+        auto* action = view->addAction(HostSession::menuEntryCaption(name), this,
+                                       [this, name] { session_->chooseMenuEntry(name); });
+        action->setObjectName(name);
+        action->setShortcut(keys);
+        formActions_.append(action);
+    }
+    view->addSeparator();
 
     auto* theme = view->addMenu(QStringLiteral("&Tema"));
     auto* themes = new QActionGroup(theme);
@@ -250,6 +264,8 @@ void MainWindow::showFormState() {
     openAction_->setEnabled(!open);
     closeAction_->setEnabled(open);
     detailsAction_->setEnabled(open);
+    for (auto* action : formActions_)
+        action->setEnabled(open);
     if (!open) {
         lastStatus_.clear();
         statusLine_->setText(QString());

@@ -56,7 +56,8 @@ private:
     QAction* closeAction_ = nullptr;
     QAction* detailsAction_ = nullptr;
     QAction* resetAction_ = nullptr;
-    QWidget* corner_ = nullptr; ///< at the menu bar's right
+    QList<QAction*> formActions_; ///< those that need an open form, and are the component's
+    QWidget* corner_ = nullptr;   ///< at the menu bar's right
     QLabel* context_ = nullptr;
     QToolButton* themeButton_ = nullptr;
     StatusLine* statusLine_ = nullptr;
