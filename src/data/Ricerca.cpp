@@ -1,8 +1,10 @@
 #include "data/Ricerca.h"
 
 #include "data/Lettere.h"
+
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace qz {
 
@@ -60,6 +62,8 @@ void Ricerca::CercaNellaDistinta(std::string_view colonna) {
         passo([&] { cercato = lato_.cerca->text(); });
         if (testi == nullptr || !cercato)
             return; // passed over: there is nothing to compare
+        ultimaColonna_ = colonna;
+        ultimoTesto_ = *cercato;
         const auto fuoco = lato_.albero->focused();
         const auto trovato = trova(*testi, *cercato, fuoco);
         if (!trovato) {
@@ -73,6 +77,66 @@ void Ricerca::CercaNellaDistinta(std::string_view colonna) {
             passo([&] { lato_.albero->setFocused(trovato); });
         passo([&] { lato_.albero->makeVisible(trovato); });
     });
+}
+
+std::string Ricerca::nome(contract::Node nodo) const {
+    const auto testo = [&](std::string_view colonna) { return lato_.albero->value(nodo, colonna).text(); };
+    return testo(lato_.descrizione.colonnaCodice) + " " + testo(colonnaNome);
+}
+
+std::string Ricerca::percorso(contract::Node nodo) const {
+    constexpr int vicini = 6;
+    std::string testo = nome(nodo);
+    auto padre = lato_.albero->parent(nodo);
+    for (int scritti = 1; padre && scritti < vicini; ++scritti, padre = lato_.albero->parent(padre))
+        testo = nome(padre) + " › " + testo;
+    if (!padre)
+        return testo;
+    auto primo = padre;
+    for (auto sopra = primo; sopra; sopra = lato_.albero->parent(sopra))
+        primo = sopra;
+    return nome(primo) + (primo == padre ? " › " : " › … › ") + testo;
+}
+
+std::string Ricerca::CercaAncora(bool indietro) {
+    if (lato_.vuoto())
+        return {};
+    if (ultimaColonna_.empty()) {
+        ultimaColonna_ = colonnaNome;
+        ultimoTesto_ = lato_.cerca->text();
+    }
+    if (ultimoTesto_.empty()) {
+        ultimaColonna_.clear();
+        lato_.cerca->setFocus();
+        return "Scrivere prima che cosa cercare.";
+    }
+    const auto& testi = blocco(ultimaColonna_);
+    const std::string cercato = senzaMaiuscole(ultimoTesto_);
+    const auto fuoco = lato_.albero->focused();
+    const auto qui = fuoco ? static_cast<std::size_t>(fuoco.position) : 0;
+    // The matches in order, and which of them is the one to go to.
+    std::size_t tutti = 0;
+    std::size_t scelto = 0;
+    std::size_t primo = 0;
+    std::size_t ultimo = 0;
+    std::optional<std::pair<std::size_t, std::size_t>> trovato; // position and place
+    for (auto at = testi.trova(cercato, 0, testi.numero()); at; at = testi.trova(cercato, *at + 1, testi.numero())) {
+        if (++tutti == 1)
+            primo = *at;
+        ultimo = *at;
+        if (indietro ? *at < qui : (*at > qui && !trovato))
+            trovato = {*at, tutti};
+    }
+    if (tutti == 0)
+        return "Nessun nodo contiene \"" + ultimoTesto_ + "\".";
+    if (!trovato)
+        trovato = indietro ? std::pair{ultimo, tutti} : std::pair{primo, std::size_t{1}};
+    scelto = trovato->second;
+    const contract::Node nodo{static_cast<std::int32_t>(trovato->first)};
+    if (nodo != fuoco)
+        lato_.albero->setFocused(nodo);
+    lato_.albero->makeVisible(nodo);
+    return std::to_string(scelto) + " di " + std::to_string(tutti) + ": " + percorso(nodo);
 }
 
 void Ricerca::menuScelto(std::string_view chiave) {

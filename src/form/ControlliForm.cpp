@@ -112,13 +112,13 @@ void impostaColonne(StatoForm& stato, FormBase::Passo& passo, Lato& lato) {
              .field = "QZ02_CLIFOR_CG44",
              .kind = Tipo::code,
              .link = true,
-             .width = 1300});
+             .width = 950});
     colonna({.name = "RagioneSociale",
              .caption = "Ragione Sociale",
              .field = "RagioneSociale",
              .kind = Tipo::text,
              .link = true,
-             .width = 1700});
+             .width = 2000});
     colonna({.name = "trQZ02_DATAINIZIOVAL",
              .caption = "Data inizio",
              .field = "QZ02_DATAINIZIOVAL",

@@ -1,5 +1,7 @@
 #include "form/FRMQZ_COPIADISTINTA.h"
 
+#include "data/AggiornaDistinte.h"
+
 #include "data/CaricaDistinta.h"
 #include "data/DettaglioAnagrafica.h"
 #include "data/Parametri.h"
@@ -81,6 +83,7 @@ void FRMQZ_COPIADISTINTA::collegaEventi() {
     };
     dest.OnEdited = [this](contract::Node nodo) { modifica_.TRW_ELEMDISTINTADEST_OnEdited(nodo); };
     dest.OnChangedColumn = [this](contract::Node nodo) { modifica_.TRW_ELEMDISTINTADEST_OnChangedColumn(nodo); };
+    dest.OnLocked = [this](contract::Node, const std::string&) { spiegaBlocco(); };
     stato_.destinazione.frame->ChangeStatus = [this](int nuovo) { FME_CopiaDistintaDest_ChangeStatus(nuovo); };
     stato_.campoStato->AfterItem = [this] { menu_.TXT_QZ02_STATO_AfterItem(); };
 
@@ -186,12 +189,54 @@ void FRMQZ_COPIADISTINTA::EsciForm() {
     });
 }
 
+void FRMQZ_COPIADISTINTA::scriviStato(const std::string& testo) {
+    if (stato_.ospite != nullptr && stato_.ospite->StatusBar())
+        stato_.ospite->StatusBar()->setText(testo);
+}
+
+/// The focus that a search moves comes to rest later: then it is the search that is told, once.
+void FRMQZ_COPIADISTINTA::cercaAncora(Lato& lato, Ricerca& ricerca, bool indietro) {
+    stato_.procedura("mnuTrova_Click", [&](auto& passo) {
+        passo([&] {
+            const auto prima = lato.albero->focused();
+            const auto nota = ricerca.CercaAncora(indietro);
+            notaRicerca_ = lato.albero->focused() == prima ? std::string() : nota;
+            scriviStato(nota);
+        });
+    });
+}
+
+bool FRMQZ_COPIADISTINTA::comandoRicerca(std::string_view nome) {
+    const bool dest = nome.ends_with("Dest");
+    if (!dest && !nome.ends_with("Orig"))
+        return false;
+    auto& lato = stato_.lato(dest);
+    auto& ricerca = dest ? ricercaDest_ : ricercaOrig_;
+    nome.remove_suffix(4);
+    if (nome == "mnuCerca")
+        stato_.procedura("mnuCerca_Click", [&](auto& passo) { passo([&] { lato.cerca->setFocus(); }); });
+    else if (nome == "mnuTrovaSuccessivo" || nome == "mnuTrovaPrecedente")
+        cercaAncora(lato, ricerca, nome == "mnuTrovaPrecedente");
+    else
+        return false;
+    return true;
+}
+
+void FRMQZ_COPIADISTINTA::aggiorna() {
+    AggiornaDistinte(stato_);
+    scriviStato("Le distinte sono state rilette.");
+}
+
 /// Says in words what the move buttons would do.
 void FRMQZ_COPIADISTINTA::descriviSpostamento() {
     stato_.proceduraCheSegue("descriviSpostamento", [&](auto& passo) {
         const auto barra = stato_.ospite ? stato_.ospite->StatusBar() : nullptr;
         if (!barra)
             return;
+        if (!notaRicerca_.empty()) {
+            passo([&] { barra->setText(std::exchange(notaRicerca_, {})); });
+            return;
+        }
         std::string testo;
         passo([&] { testo = descrizioneSpostamento(); });
         passo([&] { barra->setText(testo); });
@@ -215,9 +260,20 @@ std::string FRMQZ_COPIADISTINTA::descrizioneSpostamento() const {
            nome(dest);
 }
 
+/// The only cells that are ever locked are those of the start of a link with a definitive bonus.
+void FRMQZ_COPIADISTINTA::spiegaBlocco() {
+    scriviStato(std::string(dataInizioBloccata) + ".");
+}
+
 bool FRMQZ_COPIADISTINTA::comandoMenu(std::string_view nome) {
-    if (nome != "mnuDettagli" || !stato_.form)
+    if (!stato_.form)
         return false;
+    if (nome == "mnuAggiorna") {
+        aggiorna();
+        return true;
+    }
+    if (nome != "mnuDettagli")
+        return comandoRicerca(nome);
     stato_.procedura("mnuDettagli_Click", [&](auto& passo) {
         passo([&] {
             if (stato_.dettagliNascosti)

@@ -4,10 +4,10 @@
 #include "form/ControlliForm.h"
 #include "form/Disposizione.h"
 #include "form/shared/StatoForm.h"
+#include "interaction/Comandi.h"
 #include "interaction/MenuContestuali.h"
 #include "interaction/ModificaNodo.h"
 #include "interaction/Selezione.h"
-#include "interaction/Comandi.h"
 
 #include <array>
 #include <functional>
@@ -101,6 +101,11 @@ private:
     void aggiornaDettaglio(FormBase::Passo& passo, Lato& lato);
     void descriviSpostamento();
     std::string descrizioneSpostamento() const;
+    void spiegaBlocco();
+    void cercaAncora(Lato& lato, Ricerca& ricerca, bool indietro);
+    bool comandoRicerca(std::string_view nome);
+    void aggiorna();
+    void scriviStato(const std::string& testo);
 
     StatoForm stato_;
     ControlliForm controlli_;
@@ -121,6 +126,7 @@ private:
     std::shared_ptr<contract::Recordset> recordOrig_;
     std::shared_ptr<contract::Recordset> recordDest_;
     std::array<contract::Color, 4> colori_{};
+    std::string notaRicerca_; ///< shown once in the place of what a move would do; empty for none
     bool primaAttivazioneFatta_ = false;
     int contatore_ = 0; ///< cleared with the first activation
 };

@@ -16,25 +16,43 @@ BusyIndicator::BusyIndicator(std::function<void(const QString&)> show, QObject* 
     auto* dispatcher = QAbstractEventDispatcher::instance();
     connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, this, &BusyIndicator::atRest);
     connect(dispatcher, &QAbstractEventDispatcher::awake, this, [this] {
-        if (!working_) {
-            working_ = true;
-            before_ = statements_;
-            command_.restart();
-        }
+        if (!working_)
+            commandBegins();
     });
     qApp->installEventFilter(this);
 }
 
+void BusyIndicator::commandBegins() {
+    working_ = true;
+    before_ = statements_;
+    command_.restart();
+}
+
+void BusyIndicator::dropWaitingInput() {
+    if (dropping_)
+        return;
+    dropping_ = true;
+    QCoreApplication::processEvents();
+    dropping_ = false;
+    // The loop is about to wait, and what ended it may just have been dealt with.
+    QAbstractEventDispatcher::instance()->wakeUp();
+}
+
+// The loop tells before it waits, whether anything waits for it or not.
 void BusyIndicator::atRest() {
+    const bool tookLong = showing_ || stale_ || (fresh_ && command_.elapsed() > dropAfter);
+    fresh_ = stale_ = false;
     working_ = false;
     // A dialog that waits for its answer is part of the command.
     if (QApplication::activeModalWidget() == nullptr)
         name_.clear();
-    if (!showing_)
-        return;
-    showing_ = false;
-    QApplication::restoreOverrideCursor();
-    show_(QString());
+    if (showing_) {
+        showing_ = false;
+        QApplication::restoreOverrideCursor();
+        show_(QString());
+    }
+    if (tookLong)
+        dropWaitingInput();
 }
 
 void BusyIndicator::statementDone(std::uint64_t statements) {
@@ -78,7 +96,16 @@ bool BusyIndicator::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::KeyPress:
     case QEvent::ShortcutOverride:
     case QEvent::ContextMenu:
-        return showing_ && event->spontaneous();
+        if (!event->spontaneous())
+            return false;
+        // Without a rest since the last input, what comes now had to wait for the work that it started.
+        stale_ = stale_ || (fresh_ && command_.elapsed() > dropAfter);
+        if (showing_ || dropping_ || stale_)
+            return true;
+        // The work that an input starts is timed from it, not from what woke the loop before.
+        commandBegins();
+        fresh_ = true;
+        return false;
     default:
         return QObject::eventFilter(watched, event);
     }

@@ -16,11 +16,13 @@ namespace host {
 /// asks in between belongs to it.
 ///
 /// The program has one thread, so nothing can tick while a command works; the command's own statements are the clock.
-/// What the user types or clicks meanwhile is dropped, lest it land on what the command leaves behind.
+/// What the user types or clicks meanwhile is dropped, lest it land on what the command leaves behind: while the
+/// display stands, and after whatever took longer than dropAfter, with a display or without.
 class BusyIndicator : public QObject {
     Q_OBJECT
 public:
     static constexpr int patience = 1000;       ///< milliseconds before anything is shown
+    static constexpr int dropAfter = 400;       ///< milliseconds of work after which waiting input is dropped
     static constexpr int repaintInterval = 200; ///< milliseconds between two repaints at least
 
     /// show paints a text at once, without handling events; an empty text ends the display.
@@ -37,12 +39,17 @@ public:
 private:
     void atRest();
     void rememberCommand(QObject* used);
+    void commandBegins();
+    void dropWaitingInput();
 
     std::function<void(const QString&)> show_;
-    QElapsedTimer command_; ///< since the event loop last woke up from rest
+    QElapsedTimer command_; ///< since the last input, or since the event loop last woke up from rest
     QElapsedTimer painted_;
     bool working_ = false;
     bool showing_ = false;
+    bool fresh_ = false;    ///< an input was handed on since the last rest
+    bool stale_ = false;    ///< and it took long: what comes until the next rest had to wait for it
+    bool dropping_ = false; ///< what waits is taken out of the queue
     QString name_;
     std::uint64_t statements_ = 0; ///< of the session
     std::uint64_t before_ = 0;     ///< of the session when the command began

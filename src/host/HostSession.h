@@ -115,7 +115,7 @@ public:
     /// Refused where there is no such entry, or no form to act on.
     QString chooseMenuEntry(const QString& name);
     /// Empty for a name that is no entry.
-    QString menuEntryCaption(const QString& name) const;
+    static QString menuEntryCaption(const QString& name);
     bool menuEntryEnabled(const QString& name) const;
 
     UserDialogs& dialogs();
@@ -130,11 +130,15 @@ signals:
     void contextChanged(); ///< company, user or group
     void menuEntryChosen(const QString& name);
 
+private slots:
+    void focusMoved(QWidget*, QWidget* now) { rememberSide(now); }
+
 private:
     void noteDatabase();
     void giveContext();
     void releaseClass();
     void watchForm();
+    void rememberSide(const QWidget* focused);
 
     SessionSettings settings_;
     ComponentLibrary& component_;
@@ -143,6 +147,7 @@ private:
     std::shared_ptr<HostContext> context_;
     std::shared_ptr<HostGlobal> global_;
     std::unique_ptr<contract::PluginClass> class_;
+    QString side_ = QStringLiteral("Orig"); ///< as the component's commands name it
     bool modelsRegistered_ = false;
     bool showing_ = false; ///< ShowForm runs: the class must outlive it, even when a modal form has gone
 };

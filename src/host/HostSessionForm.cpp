@@ -10,6 +10,7 @@
 #include "host/Text.h"
 #include "plugin/contract/Form.h"
 
+#include <QApplication>
 #include <QTimer>
 
 #include <array>
@@ -22,12 +23,21 @@ namespace {
 
 const QString notOpen = QStringLiteral("la maschera FRMQZ_COPIADISTINTA non è aperta");
 
-/// Commands of the component that stand in the menu bar: name and caption.
+/// Commands that stand in the menu bar and act on the form: name and caption, and whether the component carries them
+/// out, for the side that has or had the keyboard or for both, or the window around its form.
 struct MenuCommand {
+    enum class Of { form, side, window };
     const char* name;
     const char* caption;
+    Of of;
 };
-constexpr std::array<MenuCommand, 1> menuCommands{{{"mnuDettagli", "&Dettagli"}}};
+using enum MenuCommand::Of;
+constexpr std::array<MenuCommand, 6> menuCommands{{{"mnuDettagli", "&Dettagli", form},
+                                                   {"mnuAggiorna", "&Aggiorna", form},
+                                                   {"mnuCerca", "&Cerca", side},
+                                                   {"mnuTrovaSuccessivo", "Trova &successivo", side},
+                                                   {"mnuTrovaPrecedente", "Trova &precedente", side},
+                                                   {"mnuRipristinaMisure", "&Ripristina le misure", window}}};
 
 const MenuCommand* findCommand(const QString& name) {
     for (const auto& command : menuCommands)
@@ -46,6 +56,16 @@ bool HostSession::formOpen() const {
     return formWindow() != nullptr;
 }
 
+// Of the widget that has the keyboard; where it stands on neither side the last one counts.
+void HostSession::rememberSide(const QWidget* focused) {
+    for (const QWidget* at = focused; at != nullptr; at = at->parentWidget()) {
+        if (at->objectName() == QLatin1String("FME_ORIGINE"))
+            side_ = QStringLiteral("Orig");
+        else if (at->objectName() == QLatin1String("FME_DESTINAZIONE"))
+            side_ = QStringLiteral("Dest");
+    }
+}
+
 QString HostSession::openForm(const QJsonObject& properties) {
     if (formOpen())
         return QStringLiteral("la maschera FRMQZ_COPIADISTINTA è già aperta");
@@ -55,6 +75,7 @@ QString HostSession::openForm(const QJsonObject& properties) {
         return QStringLiteral("il componente non conosce la classe %1")
             .arg(QLatin1String(contract::copiaDistintaClassId));
     modelsRegistered_ = false;
+    connect(qApp, &QApplication::focusChanged, this, &HostSession::focusMoved, Qt::UniqueConnection);
     try {
         giveContext();
     } catch (const contract::RuntimeError& error) {
@@ -216,17 +237,19 @@ QStringList HostSession::menuEntries() const {
 }
 
 QString HostSession::chooseMenuEntry(const QString& name) {
-    if (findCommand(name) == nullptr)
+    const auto* command = findCommand(name);
+    if (command == nullptr)
         return QStringLiteral("la barra dei menu non ha la voce \"%1\"").arg(name);
     if (!class_ || !formOpen())
         return notOpen;
-    if (!class_->menuCommand(name.toStdString()))
+    const QString given = command->of == MenuCommand::Of::side ? name + side_ : name;
+    if (command->of != MenuCommand::Of::window && !class_->menuCommand(given.toStdString()))
         return QStringLiteral("il programma non conosce la voce \"%1\"").arg(name);
     emit menuEntryChosen(name);
     return {};
 }
 
-QString HostSession::menuEntryCaption(const QString& name) const {
+QString HostSession::menuEntryCaption(const QString& name) {
     const auto* command = findCommand(name);
     return command != nullptr ? QString::fromUtf8(command->caption) : QString();
 }

@@ -31,6 +31,8 @@ namespace {
 
 constexpr QSize frameRoom{16, 48};
 constexpr QSize startSize(1280, 800);
+constexpr QSize leastSize(680, 520); ///< at startZoom
+constexpr int startZoom = 10;
 
 } // namespace
 
@@ -49,6 +51,8 @@ MainWindow::MainWindow(UserSettings* settings) : settings_(settings), area_(new 
     makeMenus();
     makeCorner();
     makeStatusBar();
+    limitSize();
+    connect(&Appearance::instance(), &Appearance::changed, this, &MainWindow::limitSize);
     if (settings_ == nullptr || !settings_->restoreWindow(*this)) {
         resize(startSize);
         // A person's first window: a screen that has no room for it with its frame is filled instead.
@@ -107,6 +111,23 @@ void MainWindow::makeViewMenu() {
         detailsAction_->toggle();
         session_->chooseMenuEntry(detailsAction_->objectName());
     });
+    resetAction_ = view->addAction(QStringLiteral("&Ripristina le misure"));
+    resetAction_->setObjectName(QStringLiteral("mnuRipristinaMisure"));
+    connect(resetAction_, &QAction::triggered, this, &MainWindow::resetSizes);
+    view->addSeparator();
+    // Commands of the form: their captions are the session's.
+    const std::pair<const char*, QKeySequence> commands[] = {{"mnuAggiorna", Qt::Key_F5},
+                                                             {"mnuCerca", Qt::CTRL | Qt::Key_F},
+                                                             {"mnuTrovaSuccessivo", Qt::Key_F3},
+                                                             {"mnuTrovaPrecedente", Qt::SHIFT | Qt::Key_F3}};
+    for (const auto& [command, keys] : commands) {
+        const QString name = QString::fromLatin1(command);
+        auto* action = view->addAction(HostSession::menuEntryCaption(name), this,
+                                       [this, name] { session_->chooseMenuEntry(name); });
+        action->setObjectName(name);
+        action->setShortcut(keys);
+        formActions_.append(action);
+    }
     view->addSeparator();
 
     auto* theme = view->addMenu(QStringLiteral("&Tema"));
@@ -194,7 +215,7 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::Close:
         // The form's own close button; with the form its splitters go.
         if (watched != menuBar() && watched != area_)
-            saveSplitters();
+            saveForm();
         break;
     default:
         break;
@@ -219,7 +240,7 @@ void MainWindow::attach(HostSession& session) {
     connect(session_, &HostSession::formOpened, this, [this] {
         detailsAction_->setChecked(true);
         if (settings_ != nullptr && session_->formWindow() != nullptr) {
-            settings_->restoreSplitters(*session_->formWindow());
+            settings_->restoreForm(*session_->formWindow());
             session_->formWindow()->window()->installEventFilter(this);
         }
         showFormState();
@@ -228,6 +249,8 @@ void MainWindow::attach(HostSession& session) {
     connect(session_, &HostSession::menuEntryChosen, this, [this](const QString& name) {
         if (name == detailsAction_->objectName())
             detailsAction_->toggle();
+        else if (name == resetAction_->objectName())
+            resetSizes();
     });
     new CommandWaits(
         [this](const QString& text) {
@@ -291,6 +314,8 @@ void MainWindow::showFormState() {
     const bool open = session_->formOpen();
     closeAction_->setEnabled(open);
     detailsAction_->setEnabled(open);
+    for (auto* action : formActions_)
+        action->setEnabled(open);
     if (!open) {
         lastStatus_.clear();
         statusLine_->setText(QString());
@@ -335,18 +360,35 @@ void MainWindow::toggleForm() {
             tell(QMessageBox::Critical, windowTitle(), asSentence(refusal), this);
         return;
     }
-    saveSplitters();
+    saveForm();
     bool gone = false;
     session_->closeForm(gone);
 }
 
-void MainWindow::saveSplitters() {
+// Window, splitters and columns as on the first day.
+void MainWindow::resetSizes() {
+    if (settings_ != nullptr) {
+        settings_->forgetSizes();
+        showNormal();
+        resize(startSize.boundedTo(screen()->availableSize() - frameRoom));
+    }
+    if (session_ != nullptr && session_->formWindow() != nullptr)
+        resetForm(*session_->formWindow());
+}
+
+// Below this the form's buttons would lie over each other.
+void MainWindow::limitSize() {
+    const QSize room = screen()->availableSize() - frameRoom;
+    setMinimumSize((leastSize * Appearance::instance().zoom() / startZoom).boundedTo(room));
+}
+
+void MainWindow::saveForm() {
     if (settings_ != nullptr && session_ != nullptr && session_->formWindow() != nullptr)
-        settings_->saveSplitters(*session_->formWindow());
+        settings_->saveForm(*session_->formWindow());
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-    saveSplitters();
+    saveForm();
     if (session_ != nullptr && session_->formOpen()) {
         bool gone = false;
         session_->closeForm(gone);

@@ -48,7 +48,9 @@ private:
     void showNotices();
     void showContext();
     void showFormState();
-    void saveSplitters();
+    void saveForm();
+    void resetSizes();
+    void limitSize();
     QString contextText() const;
     void rememberDatabase();
     void fillRecent(QMenu& menu);
@@ -74,7 +76,9 @@ private:
     QAction* openAction_ = nullptr;
     QAction* closeAction_ = nullptr;
     QAction* detailsAction_ = nullptr;
-    QWidget* corner_ = nullptr; ///< at the menu bar's right
+    QAction* resetAction_ = nullptr;
+    QList<QAction*> formActions_; ///< those that need an open form, and are the component's
+    QWidget* corner_ = nullptr;   ///< at the menu bar's right
     QLabel* context_ = nullptr;
     QToolButton* themeButton_ = nullptr;
     StatusLine* statusLine_ = nullptr;

@@ -33,7 +33,7 @@ void MainWindow::chooseCompany() {
     CompanyChoice choice(companies, session_->company(), this);
     if (choice.exec() != QDialog::Accepted || choice.company() == session_->company())
         return;
-    saveSplitters();
+    saveForm();
     session_->setCompany(choice.company());
 }
 
@@ -73,7 +73,7 @@ void MainWindow::switchDatabase(const std::string& connectionString) {
         tell(QMessageBox::Critical, windowTitle(), asSentence(reason), this);
         return;
     }
-    saveSplitters();
+    saveForm();
     bool gone = true;
     if (session_->formOpen())
         session_->closeForm(gone);

@@ -3,6 +3,8 @@
 #include "host/DialogButtons.h"
 #include "plugin/contract/Host.h"
 
+#include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -64,6 +66,20 @@ std::optional<int> UserDialogs::nextAnswer() {
     return answer;
 }
 
+/// Lets a box that was answered leave the screen, and what it covered come back, before what it started begins; no
+/// input is dealt with meanwhile.
+void UserDialogs::leaveScreen(QWidget& box) const {
+    constexpr int most = 60; // milliseconds: the window manager takes its frame away
+    box.hide();
+    QElapsedTimer waited;
+    waited.start();
+    do
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, most / 4);
+    while (waited.elapsed() < most);
+    if (window_)
+        window_->repaint();
+}
+
 int UserDialogs::showMessage(std::string_view title, std::string_view body, int style) {
     const int buttons = style & buttonBits;
     const bool yesNo = buttons == message::yesNo || buttons == yesNoCancel;
@@ -96,6 +112,7 @@ int UserDialogs::showMessage(std::string_view title, std::string_view body, int 
     box.setDefaultButton(keepsWork ? yes : no);
     box.setEscapeButton(cancel != nullptr ? cancel : no);
     box.exec();
+    leaveScreen(box);
     if (cancel != nullptr && box.clickedButton() == cancel)
         return answerCancel;
     return box.clickedButton() == yes ? message::answerYes : message::answerNo;
@@ -139,6 +156,7 @@ int UserDialogs::showError(std::string_view caption, std::string_view procedure,
     box.setDefaultButton(retry);
     box.setEscapeButton(abort);
     box.exec();
+    leaveScreen(box);
     if (box.clickedButton() == retry)
         return message::answerRetry;
     return box.clickedButton() == ignore ? message::answerIgnore : message::answerAbort;

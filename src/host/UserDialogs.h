@@ -58,6 +58,7 @@ public:
 
 private:
     std::optional<int> nextAnswer();
+    void leaveScreen(QWidget& box) const;
 
     QPointer<QWidget> window_;
     bool scripted_ = false;

@@ -5,6 +5,7 @@
 #include "host/UserFolders.h"
 #include "platform/qt/Appearance.h"
 #include "platform/qt/Scriptable.h"
+#include "platform/qt/TreeListControl.h"
 #include "plugin/contract/Controls.h"
 
 namespace host {
@@ -18,10 +19,15 @@ const QString themeKey = QStringLiteral("aspetto/tema");
 const QString zoomKey = QStringLiteral("aspetto/zoom");
 const QString geometryKey = QStringLiteral("finestra/geometria");
 const QString splitterGroup = QStringLiteral("divisori/");
+const QString columnGroup = QStringLiteral("colonne/");
 const QString databaseKey = QStringLiteral("connessione/database");
 const QString recentKey = QStringLiteral("connessione/recenti");
 constexpr int mostRecent = 9; ///< each has a digit for its key
 const QString odbcKey = QStringLiteral("connessione/odbc");
+
+// Of a column that a person could have made, in pixels at 8 points.
+constexpr double narrowest = 8;
+constexpr double widest = 4000;
 
 /// Calls the action with every splitter of a form.
 template <class Action> void forEachSplitter(platform::qt::FormWindow& form, Action action) {
@@ -31,7 +37,23 @@ template <class Action> void forEachSplitter(platform::qt::FormWindow& form, Act
             action(splitterGroup + form.formName() + QLatin1Char('/') + name, *splitter);
 }
 
+/// The same with every tree.
+template <class Action> void forEachTree(platform::qt::FormWindow& form, Action action) {
+    const QStringList names = form.controlNames();
+    for (const QString& name : names)
+        if (auto* tree = dynamic_cast<platform::qt::TreeListControl*>(form.control(name)))
+            action(columnGroup + form.formName() + QLatin1Char('/') + name + QLatin1Char('/'), *tree);
+}
+
 } // namespace
+
+void resetForm(platform::qt::FormWindow& form) {
+    forEachSplitter(form, [](const QString&, contract::Splitter& splitter) {
+        splitter.setShare(splitter.settings().start);
+        contract::fire(splitter.Move);
+    });
+    forEachTree(form, [](const QString&, platform::qt::TreeListControl& tree) { tree.setColumnWidths({}); });
+}
 
 UserSettings::UserSettings() : settings_(QString::fromStdString(settingsFile().string()), QSettings::IniFormat) {
 }
@@ -59,7 +81,7 @@ void UserSettings::saveWindow(const QMainWindow& window) {
     settings_.setValue(geometryKey, window.saveGeometry());
 }
 
-void UserSettings::restoreSplitters(platform::qt::FormWindow& form) {
+void UserSettings::restoreForm(platform::qt::FormWindow& form) {
     forEachSplitter(form, [this](const QString& key, contract::Splitter& splitter) {
         bool number = false;
         const double share = settings_.value(key).toDouble(&number);
@@ -68,12 +90,32 @@ void UserSettings::restoreSplitters(platform::qt::FormWindow& form) {
         splitter.setShare(share);
         contract::fire(splitter.Move);
     });
+    forEachTree(form, [this](const QString& key, platform::qt::TreeListControl& tree) {
+        std::map<QString, double> widths;
+        for (const auto& column : tree.columns()) {
+            const auto name = toQt(column.name);
+            const double width = settings_.value(key + name).toDouble();
+            if (width >= narrowest && width <= widest)
+                widths[name] = width;
+        }
+        tree.setColumnWidths(widths);
+    });
 }
 
-void UserSettings::saveSplitters(platform::qt::FormWindow& form) {
+void UserSettings::saveForm(platform::qt::FormWindow& form) {
     forEachSplitter(form, [this](const QString& key, const contract::Splitter& splitter) {
         settings_.setValue(key, splitter.share());
     });
+    forEachTree(form, [this](const QString& key, const platform::qt::TreeListControl& tree) {
+        settings_.remove(key.chopped(1));
+        for (const auto& [column, width] : tree.columnWidths())
+            settings_.setValue(key + column, width);
+    });
+}
+
+void UserSettings::forgetSizes() {
+    for (const auto& key : {geometryKey, splitterGroup.chopped(1), columnGroup.chopped(1)})
+        settings_.remove(key);
 }
 
 std::optional<std::string> UserSettings::savedConnection() const {

@@ -14,7 +14,7 @@
 
 namespace host {
 
-/// What the program remembers for a user: window, theme, zoom, the splitters of forms, and the connection.
+/// What the program remembers for a user: window, theme, zoom, the splitters and columns of forms, and the connection.
 class UserSettings {
 public:
     UserSettings();
@@ -24,8 +24,11 @@ public:
     /// False when nothing was remembered.
     bool restoreWindow(QMainWindow& window);
     void saveWindow(const QMainWindow& window);
-    void restoreSplitters(platform::qt::FormWindow& form);
-    void saveSplitters(platform::qt::FormWindow& form);
+    /// The shares of a form's splitters, and the widths that the user gave to the columns of its trees.
+    void restoreForm(platform::qt::FormWindow& form);
+    void saveForm(platform::qt::FormWindow& form);
+    /// Forgets the window's size and what is remembered of every form.
+    void forgetSizes();
 
     /// Connection string of the database to open when the command line names none; no password stands in it.
     std::optional<std::string> savedConnection() const;
@@ -39,5 +42,8 @@ public:
 private:
     QSettings settings_;
 };
+
+/// Puts a form's splitters and the columns of its trees back where the form itself puts them.
+void resetForm(platform::qt::FormWindow& form);
 
 } // namespace host

@@ -98,8 +98,9 @@ Motivo ControllaLegami(Letture& letture, const LegameDaControllare& legame) {
 Motivo PremioDefinitivo(Letture& letture, std::int64_t ditta, NodoId nodo, bool dataFine, std::string_view data) {
     if (!letture.premioDefinitivo(ditta, nodo, dataFine ? std::optional(data) : std::nullopt))
         return std::nullopt;
-    return dataFine ? "La data fine è inferiore alla data scadenza di un premio definitivo"
-                    : "La data inizio non può essere modificata perchè è presente un premio definitivo";
+    return std::string(dataFine
+                           ? std::string_view("La data fine è inferiore alla data scadenza di un premio definitivo")
+                           : dataInizioBloccata);
 }
 
 } // namespace qz

@@ -61,6 +61,10 @@ struct LegameDaControllare {
 /// Whether the link may be saved.
 Motivo ControllaLegami(Letture& letture, const LegameDaControllare& legame);
 
+/// Why the start of a link with a definitive bonus stays as it is.
+inline constexpr std::string_view dataInizioBloccata =
+    "La data inizio non può essere modificata perchè è presente un premio definitivo";
+
 /// Whether a definitive bonus blocks a change of a node's validity. Only an end date looks at the date ("dd/mm/yyyy").
 Motivo PremioDefinitivo(Letture& letture, std::int64_t ditta, NodoId nodo, bool dataFine, std::string_view data);
 

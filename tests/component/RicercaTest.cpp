@@ -62,6 +62,31 @@ TEST_P(RicercaTest, ChangesNothingWithoutAMatch) {
     EXPECT_TRUE(scena.host->errors.empty());
 }
 
+TEST_P(RicercaTest, GoesOnToTheNextAndThePreviousMatchRoundTheEnd) {
+    cerca("SOGGETTO"); // 1, 2, 4 and 5 match; 2 has the focus
+    EXPECT_EQ(ricerca.CercaAncora(false), "3 di 4: 104 SOGGETTO 104");
+    EXPECT_EQ(inFuoco(), 4);
+    lato.cerca->setText("altro, non ancora cercato");
+    EXPECT_EQ(ricerca.CercaAncora(false), "4 di 4: 104 SOGGETTO 104 › 105 SOGGETTO 105");
+    EXPECT_EQ(ricerca.CercaAncora(false), "1 di 4: 101 SOGGETTO 101");
+    EXPECT_EQ(ricerca.CercaAncora(true), "4 di 4: 104 SOGGETTO 104 › 105 SOGGETTO 105");
+    EXPECT_EQ(ricerca.CercaAncora(true), "3 di 4: 104 SOGGETTO 104");
+    EXPECT_EQ(ricerca.CercaAncora(true), "2 di 4: 101 SOGGETTO 101 › 102 SOGGETTO 102");
+    EXPECT_EQ(inFuoco(), 2);
+}
+
+TEST_P(RicercaTest, GoesOnWithoutASearchByTheFieldsTextAndSaysWhatIsMissing) {
+    EXPECT_EQ(ricerca.CercaAncora(false), "Scrivere prima che cosa cercare.");
+    lato.cerca->setText("105");
+    EXPECT_EQ(ricerca.CercaAncora(false), "1 di 1: 104 SOGGETTO 104 › 105 SOGGETTO 105");
+    EXPECT_EQ(ricerca.CercaAncora(false), "1 di 1: 104 SOGGETTO 104 › 105 SOGGETTO 105");
+    cerca("ASSENTE");
+    EXPECT_EQ(ricerca.CercaAncora(true), "Nessun nodo contiene \"ASSENTE\".");
+    EXPECT_EQ(inFuoco(), 5);
+    scena.carica(lato, "30");
+    EXPECT_EQ(ricerca.CercaAncora(false), "");
+}
+
 TEST_P(RicercaTest, MatchesEveryValueWithTheEmptyText) {
     EXPECT_EQ(cerca(""), 2);
     scena.albero(lato).focusKey(3); // has no name: the next one with a name is found

@@ -92,6 +92,40 @@ TEST_F(Busy, ADialogOfTheCommandDoesNotGiveItAnotherName) {
         << shown.first().toStdString();
 }
 
+TEST_F(Busy, WhatIsTypedDuringWorkThatTellsNothingIsDroppedToo) {
+    QPushButton button(QStringLiteral("Esegui"));
+    button.show();
+    int clicks = 0;
+    QObject::connect(&button, &QPushButton::clicked, [&] {
+        ++clicks;
+        // No statement, and less than what is shown: these wait in the queue until the work is done.
+        work(host::BusyIndicator::dropAfter + 100);
+        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
+            qt_handleMouseEvent(button.windowHandle(), QPointF(5, 5), QPointF(button.mapToGlobal(QPoint(5, 5))),
+                                type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::LeftButton, type,
+                                Qt::NoModifier, 1000);
+    });
+    rest();
+    QTimer::singleShot(0, [&] { QTest::mouseClick(&button, Qt::LeftButton); });
+    rest();
+    EXPECT_EQ(clicks, 1);
+    rest();
+    QTimer::singleShot(0, [&] { QTest::mouseClick(&button, Qt::LeftButton); });
+    rest();
+    EXPECT_EQ(clicks, 2) << "what is clicked afterwards counts";
+}
+
+TEST_F(Busy, TheTimeBeforeACommandIsNotTheCommands) {
+    QPushButton button(QStringLiteral("Esegui"));
+    button.show();
+    QObject::connect(&button, &QPushButton::clicked, [&] { busy.statementDone(1); });
+    rest();
+    work(host::BusyIndicator::patience + 50);
+    QTest::mouseClick(&button, Qt::LeftButton);
+    EXPECT_TRUE(shown.isEmpty());
+    rest();
+}
+
 TEST_F(Busy, WhatIsTypedMeanwhileIsDropped) {
     QPushButton button(QStringLiteral("Esegui"));
     button.show();

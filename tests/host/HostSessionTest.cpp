@@ -360,7 +360,7 @@ TEST_F(Session, KnowsItsSettings) {
 
 TEST_F(Session, TheMenuBarsDetailsHideAndShowTheGrids) {
     start();
-    EXPECT_EQ(QStringList{"mnuDettagli"}, session->menuEntries());
+    EXPECT_EQ("mnuDettagli", session->menuEntries().value(0));
     EXPECT_FALSE(session->menuEntryEnabled("mnuDettagli"));
     EXPECT_NE("", session->chooseMenuEntry("mnuDettagli"));
     EXPECT_EQ("", session->openForm());

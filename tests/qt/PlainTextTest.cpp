@@ -29,7 +29,10 @@ class PlainTextTest : public FormTest {
 protected:
     /// The tip that the mouse would bring up there; empty for none.
     static QString tipAt(QWidget* widget, QPoint point) {
-        QToolTip::hideText();
+        // One that stands would be taken for the next one's.
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (window->inherits("QTipLabel"))
+                delete window;
         QHelpEvent event(QEvent::ToolTip, point, widget->mapToGlobal(point));
         QCoreApplication::sendEvent(widget, &event);
         return QToolTip::isVisible() ? QToolTip::text() : QString();
@@ -39,7 +42,8 @@ protected:
         if (tip.isEmpty() || tip == id("Apri l'elenco (F1)")) // a field's own button
             return;
         ++tips;
-        EXPECT_EQ(read(tip).toStdString(), bad) << widget->metaObject()->className();
+        // In a tree the node's path: its code stands before.
+        EXPECT_TRUE(read(tip).endsWith(QString::fromStdString(bad))) << read(tip).toStdString();
         EXPECT_FALSE(tip.contains(QLatin1String("<img"))) << widget->metaObject()->className();
     }
 };

@@ -54,15 +54,35 @@ TEST_F(TreeEdit, ALockedColumnOpensNoneUntilItIsUnlocked) {
     EXPECT_NE(editor(), nullptr);
 }
 
-TEST_F(TreeEdit, LockedCellsLookDifferent) {
-    const auto shot = [this] {
-        return view().viewport()->grab(view().cellRect(node(2).position, column("START"))).toImage();
+TEST_F(TreeEdit, TheFocusedRowsLockedCellLooksDifferentAndKeepsItsText) {
+    const auto shot = [this](std::int64_t id) {
+        return view().viewport()->grab(view().cellRect(node(id).position, column("START"))).toImage();
     };
-    const QImage before = shot();
+    const QImage before = shot(4);
+    const QImage other = shot(2);
     tree_->setColumnLocked(3, true);
-    EXPECT_NE(before, shot());
+    EXPECT_NE(before, shot(4));
+    EXPECT_EQ(other, shot(2)) << "the lock is the focused node's";
+    // The right end of the date stands where it stood, and in a narrow column nothing stands before it.
+    const int text = view().fontMetrics().horizontalAdvance(QStringLiteral("05/01/2024"));
+    view().header()->resizeSection(column("START"), text + 8);
+    const QImage narrow = shot(4);
     tree_->setColumnLocked(3, false);
-    EXPECT_EQ(before, shot());
+    EXPECT_EQ(narrow, shot(4));
+}
+
+TEST_F(TreeEdit, AKeyOrADoubleClickOnALockedCellIsTold) {
+    std::vector<std::string> locked;
+    tree_->OnLocked = [&](contract::Node at, const std::string& name) {
+        locked.push_back(std::to_string(tree_->key(at)) + " " + name);
+    };
+    QTest::keyClick(&view(), Qt::Key_F2);
+    EXPECT_TRUE(locked.empty());
+    QTest::keyClick(view().openEditor(), Qt::Key_Escape);
+    tree_->setColumnLocked(3, true);
+    QTest::keyClick(&view(), Qt::Key_F2);
+    QTest::mouseDClick(view().viewport(), Qt::LeftButton, Qt::NoModifier, middle(4, "START"));
+    EXPECT_EQ(locked, (std::vector<std::string>{"4 START", "4 START"}));
 }
 
 TEST_F(TreeEdit, EnterCommitsTheDateToItsRecordAndTellsOnce) {

@@ -2,6 +2,7 @@
 #include "qt/TreeFixture.h"
 
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QImage>
 #include <QScrollBar>
 #include <QToolTip>
@@ -17,6 +18,7 @@ protected:
         Appearance::instance().setTheme(ThemeKind::light);
     }
     int width(const char* name) { return view().columnWidth(column(name)); }
+    int leastName() { return view().fontMetrics().horizontalAdvance(QStringLiteral("aeion")) * 20 / 5 + 12; }
     /// As the user's drag of the header's edge does.
     void drag(const char* name, int by) {
         auto* header = view().header();
@@ -62,12 +64,22 @@ TEST_F(TreeLayout, ThatColumnGivesUpAHalfBeforeTheColumnsAreScrolled) {
     EXPECT_EQ(width("NAME"), wanted / 2);
 }
 
+TEST_F(TreeLayout, ANarrowTreeStillShowsEighteenLettersOfAName) {
+    bindSmall();
+    tree_->setBounds({0, 0, 5400, 6300});
+    QCoreApplication::processEvents();
+    const QString name = QStringLiteral("Panificio Leone Sa");
+    ASSERT_EQ(name.size(), 18);
+    EXPECT_GE(view().contentRect(node(1).position, column("NAME")).width(),
+              view().fontMetrics().horizontalAdvance(name + QChar(0x2026)));
+}
+
 TEST_F(TreeLayout, ThenDatesAndBoxesGiveUpTheirSpareRoomAndTheBranchesStandCloser) {
     bindSmall();
     const int code = width("CODE");
     const int start = width("START");
     const int mark = width("MARK");
-    const int least = 2400 / 15 * 10 / 8 * 2 / 3;
+    const int least = std::max(2400 / 15 * 10 / 8 * 2 / 3, leastName());
     const int branches = view().indentation();
     const auto sum = [&] { return width("CODE") + width("NAME") + width("START") + width("MARK"); };
     const auto shrink = [&](int by) {
@@ -90,13 +102,13 @@ TEST_F(TreeLayout, ThenDatesAndBoxesGiveUpTheirSpareRoomAndTheBranchesStandClose
     EXPECT_LT(width("CODE"), code);
     EXPECT_TRUE(view().horizontalScrollBar()->isVisible());
     const auto advance = [&](const char* text) { return view().fontMetrics().horizontalAdvance(QString(text)); };
-    EXPECT_GE(width("START"), advance("31/12/2099") + 12);
-    EXPECT_GE(width("MARK"), advance("Segna") + 12);
-    EXPECT_GE(width("CODE"), 3 * view().indentation() + advance("1234567") + 12);
+    EXPECT_GE(width("START"), advance("31/12/2099") + 4);
+    EXPECT_GE(width("MARK"), advance("Segna") + 4);
+    EXPECT_GE(width("CODE"), 3 * view().indentation() + advance("1234") + 12);
 
-    shrink(start - width("START") + mark - width("MARK") + 6); // as far as they go, and the branches a little
+    shrink(start - width("START") + mark - width("MARK") + 3); // as far as they go, and the branches a little
     EXPECT_EQ(sum(), view().viewport()->width());
-    EXPECT_EQ(view().indentation(), branches - 2); // for three levels
+    EXPECT_EQ(view().indentation(), branches - 1); // for three levels
 
     shrink(-50);
     EXPECT_EQ(width("START"), start);
@@ -239,6 +251,56 @@ TEST_F(TreeLayout, TheFocusedCellIsMarkedInTheRow) {
     const QImage without = shot("START");
     tree_->setFocusedColumn("START");
     EXPECT_NE(without, shot("START"));
+}
+
+TEST_F(TreeLayout, CodesStandWhereTheirBranchesEnd) {
+    bindSmall();
+    const auto left = [&](std::int64_t id) { return view().linkRect(node(id).position, column("CODE")).left(); };
+    EXPECT_EQ(left(2), left(4));
+    EXPECT_EQ(left(2) - left(1), view().indentation());
+    EXPECT_EQ(left(3) - left(2), view().indentation());
+    // Of a chain the codes stand within the column, however deep.
+    std::vector<contract_suites::TreeRow> rows;
+    for (std::int64_t id = 1; id <= 60; ++id)
+        rows.push_back({id, id == 1 ? std::nullopt : std::optional(id - 1), "n"});
+    tree_->bind(contract_suites::treeRecords(rows), "ID", "PARENT", 60);
+    QCoreApplication::processEvents();
+    EXPECT_GT(view().linkRect(node(60).position, column("CODE")).width(), 0);
+    EXPECT_EQ(left(60), left(59));
+    EXPECT_NE(view().viewport()->grab().toImage(), QImage());
+}
+
+TEST_F(TreeLayout, ANodesTipShowsItsPath) {
+    bindSmall();
+    EXPECT_EQ(view().path(node(3).position), QStringLiteral("1 uno\n  2 due\n    3 tre"));
+    QHelpEvent event(QEvent::ToolTip, middle(3, "NAME"), view().viewport()->mapToGlobal(middle(3, "NAME")));
+    QCoreApplication::sendEvent(view().viewport(), &event);
+    EXPECT_EQ(QToolTip::text(), view().path(node(3).position));
+    std::vector<contract_suites::TreeRow> rows;
+    for (std::int64_t id = 1; id <= 30; ++id)
+        rows.push_back({id, id == 1 ? std::nullopt : std::optional(id - 1), "n"});
+    tree_->bind(contract_suites::treeRecords(rows), "ID", "PARENT");
+    const QStringList lines = view().path(node(30).position).split(QLatin1Char('\n'));
+    ASSERT_EQ(lines.size(), 14);
+    EXPECT_EQ(lines.first(), QStringLiteral("1 n"));
+    EXPECT_EQ(lines.at(1), QStringLiteral("…"));
+    EXPECT_EQ(lines.last().trimmed(), QStringLiteral("30 n"));
+}
+
+TEST_F(TreeLayout, WidthsThatTheUserGaveAreHandedOutAndPutBack) {
+    bindSmall();
+    EXPECT_TRUE(tree_->columnWidths().empty());
+    const int before = width("START");
+    drag("START", 40);
+    const auto given = tree_->columnWidths();
+    ASSERT_EQ(given.size(), 1U);
+    EXPECT_EQ(given.begin()->first, QStringLiteral("START"));
+    tree_->setColumnWidths({});
+    EXPECT_EQ(width("START"), before);
+    tree_->setColumnWidths(given);
+    EXPECT_EQ(width("START"), before + 40);
+    tree_->setColumnWidths({{QStringLiteral("MANCA"), 50.0}});
+    EXPECT_TRUE(tree_->columnWidths().empty());
 }
 
 TEST_F(TreeLayout, WhileTheScrollBarIsDraggedATipTellsTheTopRow) {

@@ -207,8 +207,11 @@ bool HeadlessTree::editCell(Node node, std::string_view column, std::string_view
     if (!focusNode(node))
         return false;
     setFocusedColumn(column);
-    if (!columnEditable(column))
+    if (!columnEditable(column)) {
+        if (columnOf(column).editable)
+            contract::fire(OnLocked, node, std::string(column));
         return false;
+    }
     contract::Value value = contract::Value::null();
     if (columnOf(column).kind != contract::TreeColumnKind::date)
         value = text;

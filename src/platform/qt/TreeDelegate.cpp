@@ -16,6 +16,12 @@ namespace platform::qt {
 
 using contract::TreeColumnKind;
 
+namespace {
+
+constexpr int leastLock = 8; ///< pixels below which a padlock is none
+
+} // namespace
+
 TreeDelegate::TreeDelegate(TreeView& tree) : QStyledItemDelegate(&tree), tree_(tree) {
 }
 
@@ -25,19 +31,16 @@ void TreeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
     const auto& column = tree_.nodes().column(index.column());
     const bool enabled = tree_.isEnabled();
     const bool focusedRow = enabled && tree_.rowFocused(position);
-    const bool locked = column.editable && tree_.nodes().locked(static_cast<std::size_t>(index.column()));
+    // The lock is the focused node's.
+    const bool locked =
+        tree_.rowFocused(position) && column.editable && tree_.nodes().locked(static_cast<std::size_t>(index.column()));
     painter->save();
-
-    if (locked && !focusedRow)
-        painter->fillRect(option.rect.adjusted(0, 0, 0, -1), palette.locked);
 
     QColor ink = palette.text;
     if (!enabled)
         ink = palette.textDisabled;
     else if (focusedRow)
         ink = palette.selectionText;
-    else if (locked)
-        ink = palette.lockedText;
 
     if (column.kind == TreeColumnKind::check) {
         const bool checked = tree_.nodes().checked(position);
@@ -56,21 +59,25 @@ void TreeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
         drawCheckBox(*painter, tree_.checkRect(position, index.column()), checked, line, fill, mark);
     } else {
         QRect room = tree_.contentRect(position, index.column());
-        if (locked) {
-            const int side = std::min(room.height() - 8, option.fontMetrics.height());
-            drawLock(*painter, QRectF(room.left() - 3, room.center().y() - side / 2.0, side, side), ink);
-            room.setLeft(room.left() + side);
-        }
         QFont font = tree_.font();
         if (tree_.rowFocused(position)) // told apart without colour too
             font.setWeight(QFont::DemiBold);
+        const auto text = tree_.nodes().drawnText(position, index.column());
+        if (locked) {
+            // The text keeps its room: a column that has none beside it shows no lock.
+            const int free = room.width() - QFontMetrics(font).horizontalAdvance(text);
+            const int side = std::min({room.height() - 10, option.fontMetrics.height() - 3, free});
+            if (side >= leastLock) {
+                drawLock(*painter, QRectF(room.left(), room.center().y() - side / 2.0, side, side), ink);
+                room.setLeft(room.left() + side);
+            }
+        }
         if (tree_.linkPointed(position, index.column())) {
             font.setUnderline(true);
             ink = focusedRow ? palette.selectionText : palette.link;
         }
         painter->setFont(font);
         painter->setPen(ink);
-        const auto text = tree_.nodes().drawnText(position, index.column());
         const auto alignment = index.data(Qt::TextAlignmentRole).toInt();
         painter->drawText(room, alignment | Qt::TextSingleLine,
                           QFontMetrics(font).elidedText(text, Qt::ElideRight, room.width()));
@@ -128,12 +135,16 @@ bool TreeDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const Q
                              const QModelIndex& index) {
     if (event->type() != QEvent::ToolTip || !index.isValid())
         return QStyledItemDelegate::helpEvent(event, view, option, index);
-    const auto text = tree_.nodes().drawnText(TreeModel::position(index), index.column());
-    const auto room = tree_.contentRect(TreeModel::position(index), index.column()).width();
-    if (tree_.nodes().column(index.column()).kind == TreeColumnKind::check ||
-        tree_.fontMetrics().horizontalAdvance(text) <= room)
-        return QStyledItemDelegate::helpEvent(event, view, option, index);
-    QToolTip::showText(event->globalPos(), letters(text), view);
+    const auto position = TreeModel::position(index);
+    const auto kind = tree_.nodes().column(index.column()).kind;
+    QString tip = tree_.path(position);
+    // What does not fit stands above the node's path, unless the path holds it anyway.
+    if (kind == TreeColumnKind::date || kind == TreeColumnKind::state) {
+        const auto text = tree_.nodes().drawnText(position, index.column());
+        if (tree_.fontMetrics().horizontalAdvance(text) > tree_.contentRect(position, index.column()).width())
+            tip = text + QLatin1Char('\n') + tip;
+    }
+    QToolTip::showText(event->globalPos(), letters(tip), view);
     return true;
 }
 

@@ -68,7 +68,8 @@ void TreeHeader::paintSection(QPainter* painter, const QRect& rect, int logicalI
     painter->fillRect(cell, palette.header);
     painter->setPen(isEnabled() ? palette.headerText : palette.textDisabled);
     painter->setFont(font());
-    const QRect room = cell.adjusted(margin, 0, -margin, 0);
+    const int beside = tree_.inset(logicalIndex);
+    const QRect room = cell.adjusted(beside, 0, -beside, 0);
     const auto alignment = model()->headerData(logicalIndex, Qt::Horizontal, Qt::TextAlignmentRole).toInt();
     const auto caption = model()->headerData(logicalIndex, Qt::Horizontal).toString();
     painter->drawText(room, alignment, fontMetrics().elidedText(caption, Qt::ElideRight, room.width()));

@@ -98,7 +98,7 @@ void TreeListControl::bind(std::shared_ptr<contract::Recordset> records, std::st
     int deepest = 0;
     for (std::int32_t at = 0; at < count; ++at)
         deepest = std::max(deepest, model_->nodes().level(at));
-    view_->setDepth(deepest);
+    view_->setDepth(deepest, model_->digits(view_->treeColumn()));
     if (count > 0) {
         const Node wanted = focusKey ? byKey(*focusKey) : Node{};
         openAncestors(wanted ? wanted.position : 0);
@@ -349,6 +349,23 @@ bool TreeListControl::columnLocked(std::size_t position) const {
         throw RuntimeError(RuntimeError::itemNotFound, "L'albero \"" + name_ + "\" non ha una colonna in posizione " +
                                                            std::to_string(position) + ".");
     return model_->locked(position);
+}
+
+std::map<QString, double> TreeListControl::columnWidths() const {
+    std::map<QString, double> widths;
+    for (std::size_t at = 0; at < model_->columns().size(); ++at)
+        if (const double width = view_->userWidths()[at]; width > 0)
+            widths[QString::fromStdString(model_->columns()[at].name)] = width;
+    return widths;
+}
+
+void TreeListControl::setColumnWidths(const std::map<QString, double>& widths) {
+    std::vector<double> given;
+    for (const auto& column : model_->columns()) {
+        const auto at = widths.find(QString::fromStdString(column.name));
+        given.push_back(at == widths.end() ? 0.0 : at->second);
+    }
+    view_->setUserWidths(given);
 }
 
 void TreeListControl::refreshColumn(std::string_view column) {

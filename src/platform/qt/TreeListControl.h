@@ -6,6 +6,7 @@
 #include "plugin/contract/TreeList.h"
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -76,6 +77,11 @@ public:
     std::optional<contract::Rect> cell(contract::Node node, std::string_view column) const override;
     void update() override;
 
+    /// Widths that the user gave to columns, by their names, in pixels at 8 points.
+    std::map<QString, double> columnWidths() const;
+    /// Gives these columns their widths and takes the user's from the others.
+    void setColumnWidths(const std::map<QString, double>& widths);
+
     // Scriptable
     QJsonObject read() const override;
     QString key(int code, Qt::KeyboardModifiers modifiers) override;
@@ -98,6 +104,7 @@ private:
     void linkClicked(std::int32_t position, int column) override;
     void checkToggled(std::int32_t position, bool checked) override;
     void cellEdited(std::int32_t position) override;
+    void cellLocked(std::int32_t position, int column) override;
     void toggleExpanded(std::int32_t position) override;
     void expandByKey(std::int32_t position, int key) override;
 

@@ -111,7 +111,7 @@ void TreeListControl::connectView() {
 }
 
 void TreeListControl::viewMoved() {
-    if (!rebinding_ && !applying_)
+    if (!rebinding_)
         guarded([this] { contract::fire(OnViewMoved); });
 }
 
@@ -169,6 +169,11 @@ void TreeListControl::checkToggled(std::int32_t position, bool checked) {
 
 void TreeListControl::cellEdited(std::int32_t position) {
     contract::fire(OnEdited, Node{position});
+}
+
+void TreeListControl::cellLocked(std::int32_t position, int column) {
+    const std::string name = model_->column(column).name;
+    contract::fire(OnLocked, Node{position}, name);
 }
 
 void TreeListControl::toggleExpanded(std::int32_t position) {

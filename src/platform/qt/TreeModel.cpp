@@ -38,6 +38,23 @@ int TreeModel::findKind(TreeColumnKind kind) const {
     return found == columns_.end() ? -1 : static_cast<int>(found - columns_.begin());
 }
 
+int TreeModel::firstVisible() const {
+    const auto found =
+        std::find_if(columns_.begin(), columns_.end(), [](const auto& column) { return column.visible; });
+    return found == columns_.end() ? -1 : static_cast<int>(found - columns_.begin());
+}
+
+int TreeModel::digits(int column) const {
+    const int field = column < 0 ? -1 : fields_[static_cast<std::size_t>(column)];
+    std::int64_t highest = 0;
+    if (field >= 0) {
+        const auto& cells = records_->rows().column(static_cast<std::size_t>(field));
+        for (std::size_t at = 0; at < records_->RecordCount(); ++at)
+            highest = std::max(highest, cells.integer(at).value_or(0));
+    }
+    return static_cast<int>(std::to_string(highest).size());
+}
+
 void TreeModel::setLocked(std::size_t position, bool locked) {
     locked_[position] = locked;
 }
@@ -312,7 +329,8 @@ QVariant TreeModel::headerData(int section, Qt::Orientation orientation, int rol
     if (role == Qt::TextAlignmentRole) {
         switch (column(section).kind) {
         case TreeColumnKind::code:
-            return QVariant(Qt::AlignRight | Qt::AlignVCenter);
+            // Behind the branches it stands where they end, so that its place tells its level.
+            return QVariant((section == firstVisible() ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
         case TreeColumnKind::date:
         case TreeColumnKind::check:
             return QVariant(Qt::AlignCenter);

@@ -34,6 +34,11 @@ public:
     /// Position of the first column of that kind; -1 for none.
     int findKind(contract::TreeColumnKind kind) const;
 
+    /// Position of the first visible column; -1 for none.
+    int firstVisible() const;
+    /// Digits of the highest number of a column's field; 1 where it has none.
+    int digits(int column) const;
+
     void setLocked(std::size_t position, bool locked);
     bool locked(std::size_t position) const { return locked_[position]; }
     /// Whether the cells of a column open an editor: a date column, editable and not locked.

@@ -22,6 +22,17 @@ constexpr int margin = 6;
 constexpr int baseZoom = 8;
 /// Deeper levels scroll into view; the first column does not grow without end.
 constexpr int deepestRoom = 8;
+/// Letters of a name that a narrow tree still shows, with the dots behind them, before its columns have to be scrolled.
+constexpr int leastLetters = 20;
+
+/// Width of so many letters as names have them, from the five most frequent ones.
+int widthOfLetters(const QFontMetrics& font, int letters) {
+    return font.horizontalAdvance(QStringLiteral("aeion")) * letters / 5;
+}
+/// Letters of a state in a narrow tree.
+constexpr int leastStateLetters = 6;
+/// Ancestors of a deep node that its path names.
+constexpr int nearest = 12;
 
 double zoomFactor() {
     return static_cast<double>(Appearance::instance().zoom()) / baseZoom;
@@ -107,9 +118,26 @@ void TreeView::columnAdded(int column) {
     layoutColumns();
 }
 
-void TreeView::setDepth(int levels) {
+void TreeView::setDepth(int levels, int digits) {
     depth_ = std::min(levels, deepestRoom);
+    digits_ = std::max(digits, leastDigits);
     layoutColumns();
+}
+
+void TreeView::setUserWidths(const std::vector<double>& widths) {
+    std::fill(userWidths_.begin(), userWidths_.end(), 0.0);
+    std::copy_n(widths.begin(), std::min(widths.size(), userWidths_.size()), userWidths_.begin());
+    layoutColumns();
+}
+
+int TreeView::inset(int column) const {
+    const auto kind = model_.column(column).kind;
+    // They stand in the middle of what they have.
+    return kind == TreeColumnKind::date || kind == TreeColumnKind::check ? 2 : margin;
+}
+
+int TreeView::codeWidth() const {
+    return fontMetrics().horizontalAdvance(QString(digits_, QLatin1Char('0')));
 }
 
 int TreeView::preferredWidth(int column) const {
@@ -119,8 +147,7 @@ int TreeView::preferredWidth(int column) const {
     if (column != firstVisible_)
         return width;
     // The deepest code stands in full behind its branches.
-    const int code = fontMetrics().horizontalAdvance(QStringLiteral("0000000"));
-    return std::max(width, (depth_ + 1) * indentation() + code + 2 * margin);
+    return std::max(width, (depth_ + 1) * indentation() + codeWidth() + 2 * margin);
 }
 
 int TreeView::spareWidth(int column) const {
@@ -131,21 +158,22 @@ int TreeView::spareWidth(int column) const {
     if (shown.kind == TreeColumnKind::date)
         text = fontMetrics().horizontalAdvance(QStringLiteral("00/00/0000"));
     else if (shown.kind == TreeColumnKind::state)
-        text = preferredWidth(column) * 3 / 5; // the first words of a state are enough to know it
+        text = leastStateLetters * fontMetrics().averageCharWidth();
     else if (shown.kind != TreeColumnKind::check)
         return 0;
     text = std::max(text, fontMetrics().horizontalAdvance(model_.headerData(column, Qt::Horizontal).toString()));
-    return std::max(preferredWidth(column) - text - 2 * margin - 1, 0);
+    return std::max(preferredWidth(column) - text - 2 * inset(column) - 1, 0);
 }
 
-// Where the columns do not fit: the column of the names gives up a third of its width, then dates and check boxes give
-// up what is free beside their texts and states two fifths, then the branches stand closer, then the names give up a
-// half in all. Only then they have to be scrolled: the last column must not hide behind the scroll bar.
+// Where the columns do not fit: the column of the names gives up a third of its width, but not what shows a name of
+// some letters, then dates, check boxes and states give up what is free beside their texts, then the branches stand
+// closer, then the names give up a half in all. Only then they have to be scrolled: the last column must not hide
+// behind the scroll bar.
 void TreeView::layoutColumns() {
     if (fitting_)
         return;
     fitting_ = true;
-    setIndentation(std::max(14, Appearance::instance().rowHeight() * 7 / 10));
+    setIndentation(std::max(12, Appearance::instance().rowHeight() / 2));
     int lacking = -viewport()->width();
     int spare = 0;
     // A column that is only just being added has no width yet.
@@ -172,7 +200,8 @@ void TreeView::layoutColumns() {
     }
     if (stretchColumn_ >= 0) {
         const bool byUser = userWidths_[static_cast<std::size_t>(stretchColumn_)] > 0;
-        const int room = std::max(viewport()->width() - others, preferredWidth(stretchColumn_) / 2);
+        const int room =
+            std::max(viewport()->width() - others, std::min(preferredWidth(stretchColumn_) / 2, leastStretched()));
         header_->resizeSection(stretchColumn_, byUser ? leastStretched() : room);
     }
     fitting_ = false;
@@ -193,7 +222,9 @@ void TreeView::closeBranches(int lacking) {
 
 int TreeView::leastStretched() const {
     const int wanted = preferredWidth(stretchColumn_);
-    return userWidths_[static_cast<std::size_t>(stretchColumn_)] > 0 ? wanted : wanted * 2 / 3;
+    if (userWidths_[static_cast<std::size_t>(stretchColumn_)] > 0)
+        return wanted;
+    return std::min(wanted, std::max(wanted * 2 / 3, widthOfLetters(fontMetrics(), leastLetters) + 2 * margin));
 }
 
 std::int32_t TreeView::positionAt(int y) const {
@@ -212,8 +243,7 @@ QRect TreeView::cellRect(std::int32_t position, int column) const {
 }
 
 int TreeView::levelsDrawn() const {
-    const int code = fontMetrics().horizontalAdvance(QStringLiteral("0000000"));
-    return std::max(0, (columnWidth(firstVisible_) - code - 2 * margin) / std::max(1, indentation()) - 1);
+    return std::max(0, (columnWidth(firstVisible_) - codeWidth() - 2 * margin) / std::max(1, indentation()) - 1);
 }
 
 int TreeView::indent(std::int32_t position) const {
@@ -226,7 +256,7 @@ QRect TreeView::contentRect(std::int32_t position, int column) const {
         return {};
     if (column == firstVisible_)
         cell.setLeft(cell.left() + indent(position) - margin + 2);
-    return cell.adjusted(margin, 0, -margin, -1);
+    return cell.adjusted(inset(column), 0, -inset(column), -1);
 }
 
 QRect TreeView::buttonRect(std::int32_t position) const {
@@ -283,6 +313,33 @@ std::vector<std::int32_t> TreeView::visiblePositions() const {
         shown.push_back(position);
     }
     return shown;
+}
+
+QString TreeView::nameOf(std::int32_t position) const {
+    QStringList parts;
+    for (const auto kind : {TreeColumnKind::code, TreeColumnKind::text})
+        for (int column = 0; column < model_.columnCount(); ++column)
+            if (model_.column(column).kind == kind && model_.column(column).visible)
+                if (const QString part = model_.drawnText(position, column); !part.isEmpty())
+                    parts.append(part);
+    return parts.join(QLatin1Char(' '));
+}
+
+QString TreeView::path(std::int32_t position) const {
+    std::vector<std::int32_t> named;
+    auto at = position;
+    for (; at >= 0 && named.size() < nearest; at = model_.nodes().parent(at))
+        named.push_back(at);
+    QStringList lines;
+    if (at >= 0) {
+        while (model_.nodes().parent(at) >= 0)
+            at = model_.nodes().parent(at);
+        lines.append(nameOf(at));
+        lines.append(QStringLiteral("…"));
+    }
+    for (auto node = named.rbegin(); node != named.rend(); ++node)
+        lines.append(QString(2 * lines.size(), QLatin1Char(' ')) + nameOf(*node));
+    return lines.join(QLatin1Char('\n'));
 }
 
 void TreeView::fetchVisibleTexts() {

@@ -37,6 +37,8 @@ public:
     virtual void linkClicked(std::int32_t position, int column) = 0;
     virtual void checkToggled(std::int32_t position, bool checked) = 0;
     virtual void cellEdited(std::int32_t position) = 0;
+    /// The user would have edited a cell of a locked column.
+    virtual void cellLocked(std::int32_t position, int column) = 0;
     virtual void toggleExpanded(std::int32_t position) = 0;
     /// Plus opens, minus closes, an asterisk opens all that hangs below.
     virtual void expandByKey(std::int32_t position, int key) = 0;
@@ -65,8 +67,14 @@ public:
     void columnAdded(int column);
     /// Column in which the branches stand; the first visible one, -1 for none.
     int treeColumn() const { return firstVisible_; }
-    /// Levels below the top one: the first column gets room for them.
-    void setDepth(int levels);
+    /// Levels below the top one, and digits of the longest code: the first column gets room for both.
+    void setDepth(int levels, int digits);
+    /// Widths that the user gave, by column, in pixels at 8 points; 0 for those that are as the form wants them. Of a
+    /// list that is too short the others.
+    const std::vector<double>& userWidths() const { return userWidths_; }
+    void setUserWidths(const std::vector<double>& widths);
+    /// Room on either side of a column's texts, in pixels.
+    int inset(int column) const;
     /// Fits the widths: those of the form at this zoom, those of the user, the rest to the last text column.
     void layoutColumns();
 
@@ -93,6 +101,8 @@ public:
 
     /// Asks for the texts of unbound columns that the rows on screen lack.
     void fetchVisibleTexts();
+    /// The node's place: its ancestors and itself, one below the other; of a very deep one the nearest and the first.
+    QString path(std::int32_t position) const;
     std::vector<std::int32_t> visiblePositions() const;
 
     /// Opens the editor of the focused cell, if it has one.
@@ -140,6 +150,8 @@ protected:
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:
+    static constexpr int leastDigits = 4;
+
     enum class Part { none, row, button, check, link };
     struct Place {
         std::int32_t position = -1;
@@ -168,6 +180,8 @@ private:
     /// Levels whose branches the first column has room for beside a code; deeper ones stand at its last.
     int levelsDrawn() const;
     int indent(std::int32_t position) const;
+    int codeWidth() const;
+    QString nameOf(std::int32_t position) const;
     int preferredWidth(int column) const;
     /// What a column can do without while its text and its caption still stand in full, in pixels.
     int spareWidth(int column) const;
@@ -186,6 +200,7 @@ private:
     QString emptyText_;
     std::string scrollTipColumn_;
     int depth_ = 0;
+    int digits_ = leastDigits;
     int firstVisible_ = -1;
     int stretchColumn_ = -1;
     std::vector<double> userWidths_; // pixels at 8 points; 0: as the form wants it

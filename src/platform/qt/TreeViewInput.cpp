@@ -297,8 +297,14 @@ bool TreeView::typeIntoCell(QKeyEvent* event) {
 
 bool TreeView::editFocused() {
     const QModelIndex index = currentIndex();
-    if (!index.isValid() || !model_.flags(index).testFlag(Qt::ItemIsEditable))
+    if (!index.isValid())
         return false;
+    if (!model_.flags(index).testFlag(Qt::ItemIsEditable)) {
+        if (listener_ != nullptr && model_.column(index.column()).editable &&
+            model_.locked(static_cast<std::size_t>(index.column())))
+            guarded([&] { listener_->cellLocked(TreeModel::position(index), index.column()); });
+        return false;
+    }
     scrollTo(index);
     if (openEditor() != nullptr)
         return true;

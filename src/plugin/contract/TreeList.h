@@ -178,6 +178,7 @@ public:
     Event<Node, const std::string&> OnHyperLink;       ///< node, column name
     Event<Node> OnEdited;                              ///< the user left a cell's editor; its value is in the cell
     Event<Node> OnChangedColumn;                       ///< the focused column changed
+    Event<Node, const std::string&> OnLocked;          ///< the user would have edited a cell of this locked column
     Event<Node, int> OnCheckChanged;                   ///< node, new state: 1 checked
     Event<> OnViewMoved; ///< cells stand elsewhere on screen: scrolled, opened or closed, other widths
 };

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "form/shared/StatoForm.h"
+
+namespace qz {
+
+/// Reads both distinte again. The focused nodes, the closed branches, the levels on the buttons and the uppermost rows
+/// stay where they still exist; what is new is open. Errors are reported by the loads.
+void AggiornaDistinte(StatoForm& stato);
+
+} // namespace qz
