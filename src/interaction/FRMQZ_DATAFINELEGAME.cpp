@@ -60,20 +60,26 @@ void FRMQZ_DATAFINELEGAME::Form_Load() {
 }
 
 void FRMQZ_DATAFINELEGAME::disponi() {
-    const auto scala = [this](contract::Twips misura) { return KVT_RESIZEFORM->scaled(misura); };
-    const auto bordo = scala(margine);
-    const auto largo = form_->clientWidth() - 2 * bordo;
-    GRB_DATAFINELEGAME->setBounds({bordo, bordo, largo, scala(altezzaGruppo)});
-    // The group has no caption: the date stands in its middle.
-    const auto riga = (scala(altezzaGruppo) - scala(altezzaCampo)) / 2;
-    KVT_LABEL1->setBounds({bordo, riga, largo / 2 - bordo, scala(altezzaCampo)});
-    TXT_DATACHIUSURALEGAME->setBounds({largo / 2, riga, largo / 2 - bordo, scala(altezzaCampo)});
-    const auto pulsanti = form_->clientHeight() - scala(altezzaPulsante) - bordo;
-    const auto largoPulsante = scala(larghezzaPulsante);
-    CMD_ANNULLA->setBounds(
-        {form_->clientWidth() - bordo - largoPulsante, pulsanti, largoPulsante, scala(altezzaPulsante)});
-    CMD_ESEGUI->setBounds({form_->clientWidth() - bordo - 2 * largoPulsante - bordo / 2, pulsanti, largoPulsante,
-                           scala(altezzaPulsante)});
+    procedura("Ridisponi", [&](auto& passo) {
+        const auto scala = [this](contract::Twips misura) { return KVT_RESIZEFORM->scaled(misura); };
+        const auto bordo = scala(margine);
+        const auto largo = form_->clientWidth() - 2 * bordo;
+        passo([&] { GRB_DATAFINELEGAME->setBounds({bordo, bordo, largo, scala(altezzaGruppo)}); });
+        // The group has no caption: the date stands in its middle.
+        const auto riga = (scala(altezzaGruppo) - scala(altezzaCampo)) / 2;
+        passo([&] { KVT_LABEL1->setBounds({bordo, riga, largo / 2 - bordo, scala(altezzaCampo)}); });
+        passo([&] { TXT_DATACHIUSURALEGAME->setBounds({largo / 2, riga, largo / 2 - bordo, scala(altezzaCampo)}); });
+        const auto pulsanti = form_->clientHeight() - scala(altezzaPulsante) - bordo;
+        const auto largoPulsante = scala(larghezzaPulsante);
+        passo([&] {
+            CMD_ANNULLA->setBounds(
+                {form_->clientWidth() - bordo - largoPulsante, pulsanti, largoPulsante, scala(altezzaPulsante)});
+        });
+        passo([&] {
+            CMD_ESEGUI->setBounds({form_->clientWidth() - bordo - 2 * largoPulsante - bordo / 2, pulsanti,
+                                   largoPulsante, scala(altezzaPulsante)});
+        });
+    });
 }
 
 void FRMQZ_DATAFINELEGAME::CMD_ESEGUI_ButtonClick() {
