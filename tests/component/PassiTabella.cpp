@@ -76,6 +76,11 @@ constexpr Dipendenza mancano[] = {
     {"TXT_DATACHIUSURALEGAME.", ""},
     // A move that failed gives the trees again without scrolling them back.
     {"", ".setTopRow"},
+    // Dates that could not be read are missing ones, which the form lets pass.
+    {"TXT_QZ03_DATAINIZIOVAL.text", "LogClass.ShowMessage"},
+    {"TXT_QZ03_DATAINIZIOVAL.text", "TXT_QZ03_DATAINIZIOVAL.setFocus"},
+    {"TXT_QZ03_DATAFINEVAL.text", "LogClass.ShowMessage"},
+    {"TXT_QZ03_DATAFINEVAL.text", "TXT_QZ03_DATAINIZIOVAL.setFocus"},
     // No state was chosen in the list.
     {"ClsGlobal.IDLookup", "WF02"},
     // Nobody said yes.
