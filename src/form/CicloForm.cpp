@@ -129,7 +129,9 @@ void FRMQZ_COPIADISTINTA::primaAttivazione() {
             passo([&] { lato->menuCerca->addItem("RagSoc", "Rag. Sociale"); });
             passo([&] { lato->menuCerca->addItem("Codice", "Codice"); });
         }
-        passo([&] { stato_.campoStato->setObject(stato_.globale().newWorkflowState()); });
+        std::shared_ptr<contract::WorkflowState> flusso;
+        passo([&] { flusso = stato_.globale().newWorkflowState(); });
+        passo([&] { stato_.campoStato->setObject(flusso); });
         passo([&] { stato_.destinazione.albero->refreshColumn("Stato"); });
         passo([&] { CaricaParametri(stato_); });
         passo([&] { ColoriSTD(); });

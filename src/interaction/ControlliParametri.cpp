@@ -51,47 +51,54 @@ void FRMQZ_PARAMETRI::creaControlli() {
 }
 
 void FRMQZ_PARAMETRI::disponi() {
-    const auto scala = [this](contract::Twips misura) { return KVT_RESIZEFORM->scaled(misura); };
-    const auto bordo = scala(margine);
-    const auto riga = scala(rigaAlta);
-    const auto campo = scala(campoAlto);
-    const auto titolo = scala(titoloAlto);
-    const auto largoForm = scala(larghezza);
+    procedura("Ridisponi", [&](auto& passo) {
+        const auto scala = [this](contract::Twips misura) { return KVT_RESIZEFORM->scaled(misura); };
+        const auto bordo = scala(margine);
+        const auto riga = scala(rigaAlta);
+        const auto campo = scala(campoAlto);
+        const auto titolo = scala(titoloAlto);
+        const auto largoForm = scala(larghezza);
 
-    const auto altoGruppo2 = titolo + 2 * riga + bordo;
-    const auto altoGruppo3 = titolo + 3 * riga + bordo;
-    const auto altoFrame = riga + altoGruppo2 + altoGruppo3 + riga + 4 * bordo;
-    if (const contract::Rect posto = form_->bounds(); posto.width != largoForm || form_->clientHeight() != altoFrame)
-        form_->setBounds({posto.left, posto.top, largoForm, posto.height + altoFrame - form_->clientHeight()});
+        const auto altoGruppo2 = titolo + 2 * riga + bordo;
+        const auto altoGruppo3 = titolo + 3 * riga + bordo;
+        const auto altoFrame = riga + altoGruppo2 + altoGruppo3 + riga + 4 * bordo;
+        if (const contract::Rect posto = form_->bounds();
+            posto.width != largoForm || form_->clientHeight() != altoFrame)
+            passo([&] {
+                form_->setBounds({posto.left, posto.top, largoForm, posto.height + altoFrame - form_->clientHeight()});
+            });
 
-    const auto largo = form_->clientWidth() - 2 * bordo;
-    FME_Parametri->setBounds({0, 0, form_->clientWidth(), form_->clientHeight()});
-    GRIDNAV_PARAMETRI->setBounds({bordo, bordo / 2, largo, riga});
+        const auto largo = form_->clientWidth() - 2 * bordo;
+        passo([&] { FME_Parametri->setBounds({0, 0, form_->clientWidth(), form_->clientHeight()}); });
+        passo([&] { GRIDNAV_PARAMETRI->setBounds({bordo, bordo / 2, largo, riga}); });
 
-    auto alto = riga + bordo;
-    Frame2->setBounds({bordo, alto, largo, altoGruppo2});
-    const auto meta = (largo - 3 * bordo) / 2;
-    CHK_QZ03_FLG_CONDVEND->setBounds({bordo, titolo, meta, campo});
-    CHK_QZ03_FLG_CLAS->setBounds({2 * bordo + meta, titolo, meta, campo});
-    CHK_QZ03_FLG_PROV->setBounds({bordo, titolo + riga, meta, campo});
-    CHK_QZ03_FLG_ANAG->setBounds({2 * bordo + meta, titolo + riga, meta, campo});
+        auto alto = riga + bordo;
+        passo([&] { Frame2->setBounds({bordo, alto, largo, altoGruppo2}); });
+        const auto meta = (largo - 3 * bordo) / 2;
+        passo([&] { CHK_QZ03_FLG_CONDVEND->setBounds({bordo, titolo, meta, campo}); });
+        passo([&] { CHK_QZ03_FLG_CLAS->setBounds({2 * bordo + meta, titolo, meta, campo}); });
+        passo([&] { CHK_QZ03_FLG_PROV->setBounds({bordo, titolo + riga, meta, campo}); });
+        passo([&] { CHK_QZ03_FLG_ANAG->setBounds({2 * bordo + meta, titolo + riga, meta, campo}); });
 
-    alto += altoGruppo2 + bordo;
-    Frame3->setBounds({bordo, alto, largo, altoGruppo3});
-    const auto etichetta = scala(1900);
-    const auto valore = largo - etichetta - 2 * bordo;
-    KVT_LABEL4->setBounds({bordo, titolo, etichetta, campo});
-    TXT_QZ03_DATAINIZIOVAL->setBounds({bordo + etichetta, titolo, valore / 2, campo});
-    KVT_LABEL5->setBounds({bordo, titolo + riga, etichetta, campo});
-    TXT_QZ03_DATAFINEVAL->setBounds({bordo + etichetta, titolo + riga, valore / 2, campo});
-    KVT_LABEL3->setBounds({bordo, titolo + 2 * riga, etichetta, campo});
-    CMB_QZ03_TIPOCARICODATA->setBounds({bordo + etichetta, titolo + 2 * riga, valore, campo});
+        alto += altoGruppo2 + bordo;
+        passo([&] { Frame3->setBounds({bordo, alto, largo, altoGruppo3}); });
+        const auto etichetta = scala(1900);
+        const auto valore = largo - etichetta - 2 * bordo;
+        passo([&] { KVT_LABEL4->setBounds({bordo, titolo, etichetta, campo}); });
+        passo([&] { TXT_QZ03_DATAINIZIOVAL->setBounds({bordo + etichetta, titolo, valore / 2, campo}); });
+        passo([&] { KVT_LABEL5->setBounds({bordo, titolo + riga, etichetta, campo}); });
+        passo([&] { TXT_QZ03_DATAFINEVAL->setBounds({bordo + etichetta, titolo + riga, valore / 2, campo}); });
+        passo([&] { KVT_LABEL3->setBounds({bordo, titolo + 2 * riga, etichetta, campo}); });
+        passo([&] { CMB_QZ03_TIPOCARICODATA->setBounds({bordo + etichetta, titolo + 2 * riga, valore, campo}); });
 
-    alto += altoGruppo3 + bordo;
-    etichettaStato_->setBounds({2 * bordo, alto, etichetta, campo});
-    TXT_QZ03_ID_WF02->setBounds({2 * bordo + etichetta, alto, scala(1300), campo});
-    const auto descrizione = 2 * bordo + etichetta + scala(1300) + bordo / 2;
-    TXT_WF02_DESCR->setBounds({descrizione, alto, form_->clientWidth() - descrizione - bordo, campo});
+        alto += altoGruppo3 + bordo;
+        passo([&] { etichettaStato_->setBounds({2 * bordo, alto, etichetta, campo}); });
+        passo([&] { TXT_QZ03_ID_WF02->setBounds({2 * bordo + etichetta, alto, scala(1300), campo}); });
+        const auto descrizione = 2 * bordo + etichetta + scala(1300) + bordo / 2;
+        passo([&] {
+            TXT_WF02_DESCR->setBounds({descrizione, alto, form_->clientWidth() - descrizione - bordo, campo});
+        });
+    });
 }
 
 } // namespace qz

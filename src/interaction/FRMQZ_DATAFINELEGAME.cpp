@@ -78,23 +78,31 @@ void FRMQZ_DATAFINELEGAME::spiegaData() {
 }
 
 void FRMQZ_DATAFINELEGAME::disponi() {
-    const auto scala = [this](contract::Twips misura) { return KVT_RESIZEFORM->scaled(misura); };
+    procedura("Ridisponi", [&](auto& passo) {
+ };
     const auto bordo = scala(margine);
     const auto largo = form_->clientWidth() - 2 * bordo;
-    GRB_DATAFINELEGAME->setBounds({bordo, bordo, largo, scala(altezzaGruppo)});
+    passo([&] {
+        GRB_DATAFINELEGAME->setBounds({bordo, bordo, largo, scala(altezzaGruppo)}); });
     // The group has no caption: the date and what it means stand in its middle.
     const auto spiegazione = scala(sopraSpiegazione) + scala(altezzaSpiegazione);
     const auto riga = (scala(altezzaGruppo) - scala(altezzaCampo) - spiegazione) / 2;
-    KVT_LABEL1->setBounds({bordo, riga, largo / 2 - bordo, scala(altezzaCampo)});
-    TXT_DATACHIUSURALEGAME->setBounds({largo / 2, riga, largo / 2 - bordo, scala(altezzaCampo)});
-    LBL_SIGNIFICATO->setBounds(
-        {bordo, riga + scala(altezzaCampo) + scala(sopraSpiegazione), largo - 2 * bordo, scala(altezzaSpiegazione)});
+    passo([&] {
+        KVT_LABEL1->setBounds({bordo, riga, largo / 2 - bordo, scala(altezzaCampo)}); });
+    passo([&] {
+        TXT_DATACHIUSURALEGAME->setBounds({largo / 2, riga, largo / 2 - bordo, scala(altezzaCampo)}); });
+    passo([&] {
+        LBL_SIGNIFICATO->setBounds({bordo, riga + scala(altezzaCampo) + scala(sopraSpiegazione), largo - 2 * bordo,
+                                    scala(altezzaSpiegazione)}); });
     const auto pulsanti = form_->clientHeight() - scala(altezzaPulsante) - bordo;
     const auto largoPulsante = scala(larghezzaPulsante);
-    CMD_ANNULLA->setBounds(
-        {form_->clientWidth() - bordo - largoPulsante, pulsanti, largoPulsante, scala(altezzaPulsante)});
-    CMD_ESEGUI->setBounds({form_->clientWidth() - bordo - 2 * largoPulsante - bordo / 2, pulsanti, largoPulsante,
-                           scala(altezzaPulsante)});
+    passo([&] {
+        CMD_ANNULLA->setBounds(
+            {form_->clientWidth() - bordo - largoPulsante, pulsanti, largoPulsante, scala(altezzaPulsante)}); });
+    passo([&] {
+        CMD_ESEGUI->setBounds({form_->clientWidth() - bordo - 2 * largoPulsante - bordo / 2, pulsanti, largoPulsante,
+                               scala(altezzaPulsante)}); });
+});
 }
 
 void FRMQZ_DATAFINELEGAME::CMD_ESEGUI_ButtonClick() {

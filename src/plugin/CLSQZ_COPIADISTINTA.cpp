@@ -37,6 +37,11 @@ CLSQZ_COPIADISTINTA::CLSQZ_COPIADISTINTA() : activeDll_(this) {
 }
 
 CLSQZ_COPIADISTINTA::~CLSQZ_COPIADISTINTA() {
+    Class_Terminate();
+    --vivi;
+}
+
+void CLSQZ_COPIADISTINTA::Class_Terminate() noexcept {
     senzaErrori([&] {
         try {
             rilascia();
@@ -44,7 +49,6 @@ CLSQZ_COPIADISTINTA::~CLSQZ_COPIADISTINTA() {
             mostraErrore(errore, luogoTerminate);
         }
     });
-    --vivi;
 }
 
 contract::Value CLSQZ_COPIADISTINTA::ShowForm() {

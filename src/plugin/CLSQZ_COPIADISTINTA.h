@@ -91,6 +91,9 @@ public:
     virtual void navigatore(std::shared_ptr<contract::Navigator> object) { navigatore_ = std::move(object); }
 
     void DestroyClass() override;
+    /// The end of the class's life: releases everything, and shows the error that the release could not show itself.
+    /// Destruction calls it.
+    void Class_Terminate() noexcept;
     std::vector<std::pair<std::string, contract::Value>> state() const override;
     bool menuCommand(std::string_view name) override;
     void companyChanged() override;

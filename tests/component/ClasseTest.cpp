@@ -293,6 +293,18 @@ TEST(Classe, SwallowsAnErrorOfItsReleaseThatCanNotBeShown) {
     EXPECT_TRUE(programma.host->messages.empty());
 }
 
+TEST(Classe, ShowsAtItsEndTheErrorThatItsReleaseCouldNotShow) {
+    Programma programma;
+    auto rotta = std::make_unique<ClasseRotta>();
+    auto& classe = *rotta;
+    classe.ClsGlobal(programma.interfaccia().ClsGlobal());
+    programma.classe = std::move(rotta);
+    programma.mostra();
+    programma.host->journal->failCall("LogClass.ShowMessage", 1, contract::RuntimeError(7, "memoria esaurita"));
+    classe.Class_Terminate();
+    EXPECT_EQ(programma.messaggi(), Testi{"Errore VB n.7 - memoria esaurita nel Terminate della classe principale"});
+}
+
 TEST(Classe, TellsWhereItsLifeEndedWithAnError) {
     EXPECT_EQ(qz::testoErroreFinale(contract::RuntimeError(13, "Tipo non corrispondente"), qz::luogoDestroyClass),
               "Errore VB n.13 - Tipo non corrispondente nel metodo DestroyClass della classe principale");

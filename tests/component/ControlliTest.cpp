@@ -261,6 +261,19 @@ TEST_F(ControlliTest, ReportsAnOverlapWithItsParentAndPeriod) {
                          "01/01/2024 al 30/06/2024\n");
 }
 
+TEST_F(ControlliTest, NamesASupplierInItsReasons) {
+    scena.tabelle.nodi = {{1, 20, {}, 101}, {2, 20, 1, 102, "01/01/2024", "30/06/2024"}};
+    scena.stato.origine.TipoCF = 1;
+    EXPECT_FALSE(controlli.ControllaLegami(legame(102, "30/06/2024", "31/12/2024")));
+    EXPECT_EQ(messaggio, "Fornitore 102 già legato alla distinta B: Nodo padre 101 - SOGGETTO 101 nel periodo dal "
+                         "01/01/2024 al 30/06/2024\n");
+    scena.stato.MessaggioSpostamento.clear();
+    auto sottoSeStesso = legame(101, "01/01/2024", "31/12/2024");
+    sottoSeStesso.idPadre = 1;
+    EXPECT_FALSE(controlli.ControllaLegami(sottoSeStesso));
+    EXPECT_EQ(messaggio, "Fornitore 101 uguale al nodo padre, non è possibile salvare la struttura.\n");
+}
+
 TEST_F(ControlliTest, TrimsTheParentsAccountAndNothingElse) {
     scena.db->answer(" SELECT  CG44_CLIFOR AS Anagrafica, CG16_RAGSOANAG AS RagSoc,  QZ02",
                      platform::headless::rows({"Anagrafica", "RagSoc", "DataI", "DataF", "CodDistinta"},

@@ -91,15 +91,6 @@ void HeadlessForm::refuseTwice(std::string_view name) const {
         throw RuntimeError(457, "Il controllo \"" + std::string(name) + "\" esiste già.");
 }
 
-template <class Kind, class... More>
-Kind& HeadlessForm::add(std::string_view name, const Control* parent, More&&... more) {
-    refuseTwice(name);
-    auto control = std::make_unique<Kind>(name, context_, std::forward<More>(more)...);
-    auto& added = *control;
-    controls_.push_back({std::move(control), parent});
-    return added;
-}
-
 contract::Frame& HeadlessForm::addFrame(std::string_view name, Control* parent) {
     return add<HeadlessFrame>(name, parent);
 }
@@ -161,13 +152,21 @@ contract::Splitter& HeadlessForm::addSplitter(std::string_view name, Control* pa
 }
 
 contract::ResizeControl& HeadlessForm::addResizeControl(std::string_view name) {
-    resize_ = &add<HeadlessResizeControl>(name, nullptr, *this, factory_.zoom());
-    return *resize_;
+    return useResizeControl(add<HeadlessResizeControl>(name, nullptr, *this, factory_.zoom()));
+}
+
+HeadlessResizeControl& HeadlessForm::useResizeControl(HeadlessResizeControl& control) {
+    resize_ = &control;
+    return control;
 }
 
 contract::MdiContainer& HeadlessForm::addMdiContainer(std::string_view name) {
-    container_ = &add<HeadlessMdiContainer>(name, nullptr, *this);
-    return *container_;
+    return useMdiContainer(add<HeadlessMdiContainer>(name, nullptr, *this));
+}
+
+HeadlessMdiContainer& HeadlessForm::useMdiContainer(HeadlessMdiContainer& control) {
+    container_ = &control;
+    return control;
 }
 
 contract::DataFrame& HeadlessForm::addDataFrame(std::string_view name, Control* parent) {
@@ -183,8 +182,12 @@ contract::WorkflowStateField& HeadlessForm::addWorkflowStateField(std::string_vi
 }
 
 contract::PopupMenu& HeadlessForm::addPopupMenu(std::string_view name) {
-    refuseTwice(name);
-    return *menus_.emplace_back(std::make_unique<HeadlessPopupMenu>(name));
+    return addMenu(std::make_unique<HeadlessPopupMenu>(name));
+}
+
+HeadlessPopupMenu& HeadlessForm::addMenu(std::unique_ptr<HeadlessPopupMenu> menu) {
+    refuseTwice(menu->name());
+    return *menus_.emplace_back(std::move(menu));
 }
 
 Control* HeadlessForm::findControl(std::string_view name) const {

@@ -99,14 +99,27 @@ public:
     bool pressEnter();
     bool pressEscape();
 
+protected:
+    /// Makes a control of any kind and keeps it; a form of other controls adds them with it.
+    template <class Kind, class... More>
+    Kind& add(std::string_view name, const contract::Control* parent, More&&... more) {
+        refuseTwice(name);
+        auto control = std::make_unique<Kind>(name, context_, std::forward<More>(more)...);
+        auto& added = *control;
+        controls_.push_back({std::move(control), parent});
+        return added;
+    }
+    HeadlessPopupMenu& addMenu(std::unique_ptr<HeadlessPopupMenu> menu);
+    HeadlessResizeControl& useResizeControl(HeadlessResizeControl& control);
+    HeadlessMdiContainer& useMdiContainer(HeadlessMdiContainer& control);
+    HeadlessFactory& factory() const { return factory_; }
+
 private:
     struct Entry {
         std::unique_ptr<contract::Control> control;
         const contract::Control* parent;
     };
 
-    template <class Kind, class... More>
-    Kind& add(std::string_view name, const contract::Control* parent, More&&... more);
     void refuseTwice(std::string_view name) const;
     contract::Control* findControl(std::string_view name) const;
     HeadlessPopupMenu* findMenu(std::string_view name) const;

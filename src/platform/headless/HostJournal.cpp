@@ -12,7 +12,9 @@ void HostJournal::call(std::string_view operation, std::initializer_list<std::st
         separator = ", ";
     }
     line += ')';
-    lines_.push_back(std::move(line));
+    lines_.push_back(line);
+    if (onCall)
+        onCall(line);
 
     const auto [begin, end] = failures_.equal_range(operation);
     auto due = failures_.end();

@@ -3,6 +3,7 @@
 #include "plugin/contract/RuntimeError.h"
 
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <map>
 #include <string>
@@ -14,6 +15,9 @@ namespace platform::headless {
 /// Every call that reached the host, in order, as "Object.Operation(argument, argument)"; and what is to fail.
 class HostJournal {
 public:
+    /// Told of every call when it is noted; what it throws, the call throws.
+    std::function<void(std::string_view line)> onCall;
+
     /// Notes the call, then throws what failCall() asked for.
     void call(std::string_view operation, std::initializer_list<std::string> arguments = {});
     /// Notes a line as it is.

@@ -28,7 +28,7 @@ int HostLog::answer(int unasked) {
 int HostLog::ShowError(std::string_view application, std::string_view caption, std::string_view procedure, int style) {
     state_->journal->call("LogClass.ShowError", {std::string(application), std::string(caption), std::string(procedure),
                                                  std::to_string(style)});
-    const auto given = answer(contract::message::answerAbort);
+    const auto given = state_->errorAnswer ? state_->errorAnswer() : answer(contract::message::answerAbort);
     state_->errors.push_back({std::string(caption), description_, style, given, std::string(procedure), number_,
                               std::exchange(databaseErrors_, {})});
     return given;

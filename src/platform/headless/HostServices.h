@@ -54,6 +54,8 @@ struct HostState {
     /// Answers to the next message boxes and error displays. Without one, questions are answered 7 (no), error displays
     /// 3 (abort), others 1.
     std::deque<int> answers;
+    /// Gives the answers to error displays; without it they come from the answers above.
+    std::function<int()> errorAnswer;
     std::vector<ShownMessage> messages;
     std::vector<ShownMessage> errors;
 
