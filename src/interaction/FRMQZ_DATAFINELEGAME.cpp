@@ -79,30 +79,25 @@ void FRMQZ_DATAFINELEGAME::spiegaData() {
 
 void FRMQZ_DATAFINELEGAME::disponi() {
     procedura("Ridisponi", [&](auto& passo) {
- };
-    const auto bordo = scala(margine);
-    const auto largo = form_->clientWidth() - 2 * bordo;
-    passo([&] {
-        GRB_DATAFINELEGAME->setBounds({bordo, bordo, largo, scala(altezzaGruppo)}); });
-    // The group has no caption: the date and what it means stand in its middle.
-    const auto spiegazione = scala(sopraSpiegazione) + scala(altezzaSpiegazione);
-    const auto riga = (scala(altezzaGruppo) - scala(altezzaCampo) - spiegazione) / 2;
-    passo([&] {
-        KVT_LABEL1->setBounds({bordo, riga, largo / 2 - bordo, scala(altezzaCampo)}); });
-    passo([&] {
-        TXT_DATACHIUSURALEGAME->setBounds({largo / 2, riga, largo / 2 - bordo, scala(altezzaCampo)}); });
-    passo([&] {
-        LBL_SIGNIFICATO->setBounds({bordo, riga + scala(altezzaCampo) + scala(sopraSpiegazione), largo - 2 * bordo,
-                                    scala(altezzaSpiegazione)}); });
-    const auto pulsanti = form_->clientHeight() - scala(altezzaPulsante) - bordo;
-    const auto largoPulsante = scala(larghezzaPulsante);
-    passo([&] {
-        CMD_ANNULLA->setBounds(
-            {form_->clientWidth() - bordo - largoPulsante, pulsanti, largoPulsante, scala(altezzaPulsante)}); });
-    passo([&] {
-        CMD_ESEGUI->setBounds({form_->clientWidth() - bordo - 2 * largoPulsante - bordo / 2, pulsanti, largoPulsante,
-                               scala(altezzaPulsante)}); });
-});
+        const auto scala = [this](contract::Twips misura) { return KVT_RESIZEFORM->scaled(misura); };
+        const auto bordo = scala(margine);
+        const auto largo = form_->clientWidth() - 2 * bordo;
+        const auto campo = scala(altezzaCampo);
+        passo([&] { GRB_DATAFINELEGAME->setBounds({bordo, bordo, largo, scala(altezzaGruppo)}); });
+        // The group has no caption: the date and what it means stand in its middle.
+        const auto spiegazione = scala(sopraSpiegazione) + scala(altezzaSpiegazione);
+        const auto riga = (scala(altezzaGruppo) - campo - spiegazione) / 2;
+        passo([&] { KVT_LABEL1->setBounds({bordo, riga, largo / 2 - bordo, campo}); });
+        passo([&] { TXT_DATACHIUSURALEGAME->setBounds({largo / 2, riga, largo / 2 - bordo, campo}); });
+        const auto sotto = riga + campo + scala(sopraSpiegazione);
+        passo([&] { LBL_SIGNIFICATO->setBounds({bordo, sotto, largo - 2 * bordo, scala(altezzaSpiegazione)}); });
+        const auto pulsanti = form_->clientHeight() - scala(altezzaPulsante) - bordo;
+        const auto largoPulsante = scala(larghezzaPulsante);
+        const auto alto = scala(altezzaPulsante);
+        const auto destra = form_->clientWidth() - bordo;
+        passo([&] { CMD_ANNULLA->setBounds({destra - largoPulsante, pulsanti, largoPulsante, alto}); });
+        passo([&] { CMD_ESEGUI->setBounds({destra - 2 * largoPulsante - bordo / 2, pulsanti, largoPulsante, alto}); });
+    });
 }
 
 void FRMQZ_DATAFINELEGAME::CMD_ESEGUI_ButtonClick() {

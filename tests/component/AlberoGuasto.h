@@ -70,6 +70,10 @@ public:
         const ChiamataControllo chiamata(name(), std::string("makeVisible(") + std::to_string(node.position) + ")");
         HeadlessTree::makeVisible(node);
     }
+    void makeVisible(contract::Node node, std::string_view column) override {
+        const ChiamataControllo chiamata(name(), std::string("makeVisible(") + std::to_string(node.position) + ")");
+        HeadlessTree::makeVisible(node, column);
+    }
     contract::Value value(contract::Node node, std::string_view column) const override {
         const ChiamataControllo chiamata(name(), std::string("value(") + std::string(column) + ")");
         return HeadlessTree::value(node, column);

@@ -267,9 +267,9 @@ TEST_F(ControlliTest, NamesASupplierInItsReasons) {
     EXPECT_FALSE(controlli.ControllaLegami(legame(102, "30/06/2024", "31/12/2024")));
     EXPECT_EQ(messaggio, "Fornitore 102 già legato alla distinta B: Nodo padre 101 - SOGGETTO 101 nel periodo dal "
                          "01/01/2024 al 30/06/2024\n");
-    scena.stato.MessaggioSpostamento.clear();
+    messaggio.clear();
     auto sottoSeStesso = legame(101, "01/01/2024", "31/12/2024");
-    sottoSeStesso.idPadre = 1;
+    sottoSeStesso.padre = NodoId(1);
     EXPECT_FALSE(controlli.ControllaLegami(sottoSeStesso));
     EXPECT_EQ(messaggio, "Fornitore 101 uguale al nodo padre, non è possibile salvare la struttura.\n");
 }
