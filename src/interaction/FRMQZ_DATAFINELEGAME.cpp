@@ -67,13 +67,12 @@ void FRMQZ_DATAFINELEGAME::Form_Load() {
 /// Says under the field what the day means.
 void FRMQZ_DATAFINELEGAME::spiegaData() {
     procedura("TXT_DATACHIUSURALEGAME_Change", [&](auto& passo) {
-        passo([&] {
-            std::string testo = "ultimo giorno del legame attuale";
-            const auto data = contract::Date::parse(TXT_DATACHIUSURALEGAME->text());
-            if (data && data < contract::Date::of(9999, 12, 31)) // no day follows that one
-                testo += "; il nuovo inizia il " + data->plusDays(1).text();
-            LBL_SIGNIFICATO->setCaption(testo);
-        });
+        std::string testo = "ultimo giorno del legame attuale";
+        std::optional<contract::Date> data;
+        passo([&] { data = contract::Date::parse(TXT_DATACHIUSURALEGAME->text()); });
+        if (data && data < contract::Date::of(9999, 12, 31)) // no day follows that one
+            testo += "; il nuovo inizia il " + data->plusDays(1).text();
+        passo([&] { LBL_SIGNIFICATO->setCaption(testo); });
     });
 }
 

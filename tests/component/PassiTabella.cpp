@@ -173,7 +173,8 @@ std::string nomiDelleProcedure() {
            "RichiamaSchedaFornitori\nRidisponi\nSvuotaFlex\nTRW_DISTINTEDEST_Click\nTRW_DISTINTEORIG_Click\n"
            "TRW_ELEMDISTINTADEST_OnChangeNode\nTRW_ELEMDISTINTADEST_OnChangeNodeEx\n"
            "TRW_ELEMDISTINTADEST_OnChangedColumn\nTRW_ELEMDISTINTADEST_OnEdited\n"
-           "TRW_ELEMDISTINTADEST_OnMouseDown\nTRW_ELEMDISTINTAORIG_OnMouseDown\nTXT_QZ02_STATO_AfterItem\n"
+           "TRW_ELEMDISTINTADEST_OnMouseDown\nTRW_ELEMDISTINTAORIG_OnMouseDown\nTXT_DATACHIUSURALEGAME_Change\n"
+           "TXT_QZ02_STATO_AfterItem\n"
            "VisualizzaDettagli\nVisualizzaSelezioneDistinta\ndecodificaStato\ndescriviSpostamento\nlkp_Stati\n"
            "mnuRilasciaFigli_Click\nmnuStatoLegame_Click\ntxtCercaDest_KeyPress\ntxtCercaOrig_KeyPress\n";
 }

@@ -17,7 +17,7 @@ public:
 
     std::string text() const override { return text_; }
     void setText(std::string_view text) override;
-    bool hasValidDate() const override { return contract::Date::parse(text_).has_value(); }
+    bool hasValidDate() const override { return !mistyped_ && contract::Date::parse(text_).has_value(); }
     /// Typed, and neither empty nor a date.
     bool mistyped() const { return mistyped_; }
 
