@@ -223,8 +223,12 @@ bool FRMQZ_COPIADISTINTA::comandoRicerca(std::string_view nome) {
 }
 
 void FRMQZ_COPIADISTINTA::aggiorna() {
-    AggiornaDistinte(stato_);
-    scriviStato("Le distinte sono state rilette.");
+    stato_.procedura("mnuAggiorna_Click", [&](auto& passo) {
+        bool rilette = false;
+        passo([&] { rilette = AggiornaDistinte(stato_); });
+        if (rilette)
+            passo([&] { scriviStato("Le distinte sono state rilette."); });
+    });
 }
 
 /// Says in words what the move buttons would do.
