@@ -73,10 +73,12 @@ void FRMQZ_COPIADISTINTA::collegaEventi() {
 
     auto& dest = *stato_.destinazione.albero;
     dest.OnChangeNode = [this] {
-        menu_.nascondiEditorStato(); // it stood over another row, or over rows that are gone
+        // It stood over another row, or over rows that are gone.
+        stato_.procedura(stato_.destinazione.descrizione.nomeCambioNodo,
+                         [&](auto& passo) { menu_.nascondiEditorStato(passo); });
         modifica_.TRW_ELEMDISTINTADEST_OnChangeNode();
     };
-    dest.OnViewMoved = [this] { menu_.seguiCellaStato(); };
+    dest.OnViewMoved = [this] { menu_.TRW_ELEMDISTINTADEST_OnViewMoved(); };
     dest.OnChangeNodeEx = [this] {
         modifica_.TRW_ELEMDISTINTADEST_OnChangeNodeEx();
         descriviSpostamento();
@@ -266,7 +268,8 @@ std::string FRMQZ_COPIADISTINTA::descrizioneSpostamento() const {
 
 /// The only cells that are ever locked are those of the start of a link with a definitive bonus.
 void FRMQZ_COPIADISTINTA::spiegaBlocco() {
-    scriviStato(std::string(dataInizioBloccata) + ".");
+    stato_.procedura("TRW_ELEMDISTINTADEST_OnLocked",
+                     [&](auto& passo) { passo([&] { scriviStato(std::string(dataInizioBloccata) + "."); }); });
 }
 
 bool FRMQZ_COPIADISTINTA::comandoMenu(std::string_view nome) {
