@@ -199,12 +199,11 @@ void FRMQZ_COPIADISTINTA::scriviStato(const std::string& testo) {
 /// The focus that a search moves comes to rest later: then it is the search that is told, once.
 void FRMQZ_COPIADISTINTA::cercaAncora(Lato& lato, Ricerca& ricerca, bool indietro) {
     stato_.procedura("mnuTrova_Click", [&](auto& passo) {
-        passo([&] {
-            const auto prima = lato.albero->focused();
-            const auto nota = ricerca.CercaAncora(indietro);
-            notaRicerca_ = lato.albero->focused() == prima ? std::string() : nota;
-            scriviStato(nota);
-        });
+        const auto prima = lato.albero->focused();
+        std::string nota;
+        passo([&] { nota = ricerca.CercaAncora(indietro); });
+        notaRicerca_ = lato.albero->focused() == prima ? std::string() : nota;
+        passo([&] { scriviStato(nota); });
     });
 }
 

@@ -1,13 +1,20 @@
 // What the commands of the menu bar do when a call fails on the way.
 
-#include "component/Programma.h"
+#include "component/Guasti.h"
+#include "platform/headless/HeadlessTree.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
+using prove::Guasti;
 using prove::Programma;
+using prove::ProgrammaConGuasti;
 using Testi = std::vector<std::string>;
 
 namespace {
@@ -65,6 +72,80 @@ TEST(AggiornaConErrori, AStatusLineThatFailsIsReported) {
                                       contract::RuntimeError(5, "rotto"));
     EXPECT_TRUE(programma.classe->menuCommand("mnuAggiorna"));
     EXPECT_EQ(programma.errori(), Testi{"mnuAggiorna_Click"});
+}
+
+/// Goes to the next match of the origin with the n-th call failing; what was called, and where it ended.
+struct Ricerca {
+    Testi chiamate;
+    Testi errori;
+    std::int64_t fuoco = 0;
+    std::string stato;
+};
+
+Ricerca cercaAncora(std::optional<std::size_t> guasto, int risposta) {
+    Guasti guasti;
+    ProgrammaConGuasti programma;
+    prepara(programma);
+    programma.stato().origine.cerca->setText("soggetto");
+    programma.host->statusText.clear();
+    programma.rispondi(risposta);
+    guasti.registra(guasto);
+    {
+        const Guasti::Tratto tratto(true);
+        EXPECT_TRUE(programma.classe->menuCommand("mnuTrovaSuccessivoOrig"));
+    }
+    guasti.ferma();
+    const auto& albero = programma.albero("TRW_ELEMDISTINTAORIG");
+    return {guasti.traccia(), programma.errori(), albero.key(albero.focused()), programma.host->statusText};
+}
+
+TEST(CercaAncoraConErrori, AgainRepeatsTheFailedCallAlone) {
+    const auto pulita = cercaAncora({}, 3);
+    EXPECT_EQ(pulita.fuoco, 2);
+    EXPECT_EQ(pulita.stato, "2 di 3: 101 SOGGETTO 101 › 102 SOGGETTO 102");
+    ASSERT_GE(pulita.chiamate.size(), 4U);
+    for (std::size_t i = 0; i < pulita.chiamate.size(); ++i) {
+        SCOPED_TRACE(pulita.chiamate[i]);
+        const auto corsa = cercaAncora(i, 4);
+        EXPECT_EQ(corsa.fuoco, 2);
+        EXPECT_EQ(corsa.stato, pulita.stato);
+        if (pulita.chiamate[i].find(".value(") != std::string::npos)
+            continue; // reads for one text, all of them again
+        auto attese = pulita.chiamate;
+        attese.insert(attese.begin() + static_cast<std::ptrdiff_t>(i), pulita.chiamate[i]);
+        EXPECT_TRUE(corsa.chiamate == attese);
+    }
+}
+
+TEST(CercaAncoraConErrori, GoOnContinuesBehindTheFailedCallAndLeaveEndsTheSearch) {
+    const auto pulita = cercaAncora({}, 3);
+    const auto& tutte = pulita.chiamate;
+    const auto rende = std::find(tutte.begin(), tutte.end(), "TRW_ELEMDISTINTAORIG.makeVisible(1)") - tutte.begin();
+    ASSERT_LT(static_cast<std::size_t>(rende), tutte.size());
+    const auto oltre = cercaAncora(static_cast<std::size_t>(rende), 5);
+    EXPECT_TRUE(oltre.chiamate == tutte);
+    EXPECT_EQ(oltre.errori, Testi{"CercaAncora"});
+    EXPECT_EQ(oltre.stato, pulita.stato);
+    const auto lasciata = cercaAncora(static_cast<std::size_t>(rende), 3);
+    EXPECT_EQ(lasciata.chiamate.size(), static_cast<std::size_t>(rende) + 2) << "only the status line is emptied";
+    EXPECT_EQ(lasciata.errori, Testi{"CercaAncora"});
+    EXPECT_EQ(lasciata.stato, "");
+    EXPECT_EQ(cercaAncora(tutte.size() - 1, 3).errori, Testi{"mnuTrova_Click"});
+}
+
+TEST(CercaConErrori, AFieldThatDoesNotTakeTheKeyboardIsReported) {
+    Guasti guasti;
+    ProgrammaConGuasti programma;
+    prepara(programma);
+    programma.rispondi(3);
+    guasti.registra(0);
+    {
+        const Guasti::Tratto tratto(true);
+        EXPECT_TRUE(programma.classe->menuCommand("mnuCercaOrig"));
+    }
+    guasti.ferma();
+    EXPECT_EQ(guasti.traccia(), Testi{"txtCercaOrig.setFocus"});
+    EXPECT_EQ(programma.errori(), Testi{"mnuCerca_Click"});
 }
 
 } // namespace
