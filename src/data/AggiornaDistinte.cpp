@@ -48,14 +48,19 @@ void ripristina(Lato& lato, const Aspetto& aspetto) {
 
 } // namespace
 
-void AggiornaDistinte(StatoForm& stato) {
+bool AggiornaDistinte(StatoForm& stato) {
+    bool rilette = true;
     for (auto* lato : {&stato.origine, &stato.destinazione}) {
         if (lato->IdDistinta.empty())
             continue;
         const auto aspetto = aspettoDi(*lato);
+        const auto prima = lato->dati;
         CaricaDistinta(stato, *lato, lato->IdDistinta);
+        // A load that was left keeps the record set, and one that failed and was passed over has none that is open.
+        rilette = rilette && lato->dati != prima && lato->dati->IsOpen();
         stato.procedura("mnuAggiorna_Click", [&](auto& passo) { passo([&] { ripristina(*lato, aspetto); }); });
     }
+    return rilette;
 }
 
 } // namespace qz

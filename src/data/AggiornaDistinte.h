@@ -5,7 +5,8 @@
 namespace qz {
 
 /// Reads both distinte again. The focused nodes, the closed branches, the levels on the buttons and the uppermost rows
-/// stay where they still exist; what is new is open. Errors are reported by the loads.
-void AggiornaDistinte(StatoForm& stato);
+/// stay where they still exist; what is new is open. Errors are reported by the loads. Whether all that is loaded was
+/// read.
+bool AggiornaDistinte(StatoForm& stato);
 
 } // namespace qz

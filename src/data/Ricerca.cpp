@@ -25,6 +25,34 @@ contract::Node trova(const BloccoRicerca& testi, const std::string& testo, contr
     return trovato ? contract::Node{static_cast<std::int32_t>(*trovato)} : contract::Node{};
 }
 
+/// A match, its number among all of them, and how many they are.
+struct Posto {
+    contract::Node nodo;
+    std::size_t numero = 0;
+    std::size_t tutti = 0;
+};
+
+/// The match behind the focused node, or the one before it, round the end.
+Posto vicino(const BloccoRicerca& testi, const std::string& cercato, contract::Node fuoco, bool indietro) {
+    const auto qui = fuoco ? static_cast<std::size_t>(fuoco.position) : 0;
+    std::size_t tutti = 0;
+    std::size_t primo = 0;
+    std::size_t ultimo = 0;
+    std::optional<std::pair<std::size_t, std::size_t>> trovato; // position and number
+    for (auto at = testi.trova(cercato, 0, testi.numero()); at; at = testi.trova(cercato, *at + 1, testi.numero())) {
+        if (++tutti == 1)
+            primo = *at;
+        ultimo = *at;
+        if (indietro ? *at < qui : (*at > qui && !trovato))
+            trovato = {*at, tutti};
+    }
+    if (tutti == 0)
+        return {};
+    if (!trovato)
+        trovato = indietro ? std::pair{ultimo, tutti} : std::pair{primo, std::size_t{1}};
+    return {contract::Node{static_cast<std::int32_t>(trovato->first)}, trovato->second, tutti};
+}
+
 } // namespace
 
 const BloccoRicerca& Ricerca::blocco(std::string_view colonna) {
@@ -99,44 +127,39 @@ std::string Ricerca::percorso(contract::Node nodo) const {
 }
 
 std::string Ricerca::CercaAncora(bool indietro) {
+    std::string nota;
+    stato_.procedura("CercaAncora", [&](auto& passo) { cercaAncora(passo, indietro, nota); });
+    return nota;
+}
+
+void Ricerca::cercaAncora(FormBase::Passo& passo, bool indietro, std::string& nota) {
     if (lato_.vuoto())
-        return {};
+        return;
     if (ultimaColonna_.empty()) {
+        passo([&] { ultimoTesto_ = lato_.cerca->text(); });
+        if (ultimoTesto_.empty()) {
+            nota = "Scrivere prima che cosa cercare.";
+            passo([&] { lato_.cerca->setFocus(); });
+            return;
+        }
         ultimaColonna_ = colonnaNome;
-        ultimoTesto_ = lato_.cerca->text();
     }
-    if (ultimoTesto_.empty()) {
-        ultimaColonna_.clear();
-        lato_.cerca->setFocus();
-        return "Scrivere prima che cosa cercare.";
-    }
-    const auto& testi = blocco(ultimaColonna_);
-    const std::string cercato = senzaMaiuscole(ultimoTesto_);
+    const BloccoRicerca* testi = nullptr;
+    passo([&] { testi = &blocco(ultimaColonna_); });
+    if (testi == nullptr)
+        return; // passed over: there is nothing to compare
     const auto fuoco = lato_.albero->focused();
-    const auto qui = fuoco ? static_cast<std::size_t>(fuoco.position) : 0;
-    // The matches in order, and which of them is the one to go to.
-    std::size_t tutti = 0;
-    std::size_t scelto = 0;
-    std::size_t primo = 0;
-    std::size_t ultimo = 0;
-    std::optional<std::pair<std::size_t, std::size_t>> trovato; // position and place
-    for (auto at = testi.trova(cercato, 0, testi.numero()); at; at = testi.trova(cercato, *at + 1, testi.numero())) {
-        if (++tutti == 1)
-            primo = *at;
-        ultimo = *at;
-        if (indietro ? *at < qui : (*at > qui && !trovato))
-            trovato = {*at, tutti};
+    const auto posto = vicino(*testi, senzaMaiuscole(ultimoTesto_), fuoco, indietro);
+    if (posto.tutti == 0) {
+        nota = "Nessun nodo contiene \"" + ultimoTesto_ + "\".";
+        return;
     }
-    if (tutti == 0)
-        return "Nessun nodo contiene \"" + ultimoTesto_ + "\".";
-    if (!trovato)
-        trovato = indietro ? std::pair{ultimo, tutti} : std::pair{primo, std::size_t{1}};
-    scelto = trovato->second;
-    const contract::Node nodo{static_cast<std::int32_t>(trovato->first)};
-    if (nodo != fuoco)
-        lato_.albero->setFocused(nodo);
-    lato_.albero->makeVisible(nodo);
-    return std::to_string(scelto) + " di " + std::to_string(tutti) + ": " + percorso(nodo);
+    if (posto.nodo != fuoco)
+        passo([&] { lato_.albero->setFocused(posto.nodo); });
+    passo([&] { lato_.albero->makeVisible(posto.nodo); });
+    const std::string numero = std::to_string(posto.numero) + " di " + std::to_string(posto.tutti);
+    nota = numero;
+    passo([&] { nota = numero + ": " + percorso(posto.nodo); });
 }
 
 void Ricerca::menuScelto(std::string_view chiave) {

@@ -31,6 +31,7 @@ public:
     void tastoPremuto(int codice);
 
 private:
+    void cercaAncora(FormBase::Passo& passo, bool indietro, std::string& nota);
     const BloccoRicerca& blocco(std::string_view colonna);
     /// Codes and names from the top-level node down; of a very deep node the first and the nearest ones.
     std::string percorso(contract::Node nodo) const;

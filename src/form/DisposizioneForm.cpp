@@ -99,7 +99,7 @@ void FRMQZ_COPIADISTINTA::disponiLato(FormBase::Passo& passo, Lato& lato, const 
     disponi(passo, *lato.divisorio, posto.area);
     passo([&] { lato.divisorio->setBar(posto.barra); });
     passo([&] { lato.divisorio->setVisible(!stato_.dettagliNascosti); });
-    passo([&] { menu_.nascondiEditorStato(); });
+    menu_.nascondiEditorStato(passo);
 }
 
 /// The origin tree gets this top and so much more height, and the destination tree both.

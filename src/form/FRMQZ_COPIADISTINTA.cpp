@@ -73,10 +73,12 @@ void FRMQZ_COPIADISTINTA::collegaEventi() {
 
     auto& dest = *stato_.destinazione.albero;
     dest.OnChangeNode = [this] {
-        menu_.nascondiEditorStato(); // it stood over another row, or over rows that are gone
+        // It stood over another row, or over rows that are gone.
+        stato_.procedura(stato_.destinazione.descrizione.nomeCambioNodo,
+                         [&](auto& passo) { menu_.nascondiEditorStato(passo); });
         modifica_.TRW_ELEMDISTINTADEST_OnChangeNode();
     };
-    dest.OnViewMoved = [this] { menu_.seguiCellaStato(); };
+    dest.OnViewMoved = [this] { menu_.TRW_ELEMDISTINTADEST_OnViewMoved(); };
     dest.OnChangeNodeEx = [this] {
         modifica_.TRW_ELEMDISTINTADEST_OnChangeNodeEx();
         descriviSpostamento();
@@ -197,12 +199,11 @@ void FRMQZ_COPIADISTINTA::scriviStato(const std::string& testo) {
 /// The focus that a search moves comes to rest later: then it is the search that is told, once.
 void FRMQZ_COPIADISTINTA::cercaAncora(Lato& lato, Ricerca& ricerca, bool indietro) {
     stato_.procedura("mnuTrova_Click", [&](auto& passo) {
-        passo([&] {
-            const auto prima = lato.albero->focused();
-            const auto nota = ricerca.CercaAncora(indietro);
-            notaRicerca_ = lato.albero->focused() == prima ? std::string() : nota;
-            scriviStato(nota);
-        });
+        const auto prima = lato.albero->focused();
+        std::string nota;
+        passo([&] { nota = ricerca.CercaAncora(indietro); });
+        notaRicerca_ = lato.albero->focused() == prima ? std::string() : nota;
+        passo([&] { scriviStato(nota); });
     });
 }
 
@@ -223,8 +224,12 @@ bool FRMQZ_COPIADISTINTA::comandoRicerca(std::string_view nome) {
 }
 
 void FRMQZ_COPIADISTINTA::aggiorna() {
-    AggiornaDistinte(stato_);
-    scriviStato("Le distinte sono state rilette.");
+    stato_.procedura("mnuAggiorna_Click", [&](auto& passo) {
+        bool rilette = false;
+        passo([&] { rilette = AggiornaDistinte(stato_); });
+        if (rilette)
+            passo([&] { scriviStato("Le distinte sono state rilette."); });
+    });
 }
 
 /// Says in words what the move buttons would do.
@@ -262,7 +267,8 @@ std::string FRMQZ_COPIADISTINTA::descrizioneSpostamento() const {
 
 /// The only cells that are ever locked are those of the start of a link with a definitive bonus.
 void FRMQZ_COPIADISTINTA::spiegaBlocco() {
-    scriviStato(std::string(dataInizioBloccata) + ".");
+    stato_.procedura("TRW_ELEMDISTINTADEST_OnLocked",
+                     [&](auto& passo) { passo([&] { scriviStato(std::string(dataInizioBloccata) + "."); }); });
 }
 
 bool FRMQZ_COPIADISTINTA::comandoMenu(std::string_view nome) {

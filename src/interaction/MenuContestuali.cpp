@@ -1,6 +1,7 @@
 #include "interaction/MenuContestuali.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace qz {
@@ -147,20 +148,24 @@ void MenuContestuali::spostaEditorStato(FormBase::Passo& passo, contract::Node n
     appenaAperto_ = {};
 }
 
-void MenuContestuali::seguiCellaStato() {
+void MenuContestuali::TRW_ELEMDISTINTADEST_OnViewMoved() {
     if (!stato_.campoStato->visible())
         return;
-    const auto cella = stato_.destinazione.albero->cell(nodoEditor_, colonnaStato);
-    if (!cella || cella->height < cellaEditor_.height || cella->width < cellaEditor_.width)
-        nascondiEditorStato();
-    else
-        stato_.campoStato->setBounds(postoEditor(*cella));
+    // Whatever moved the rows is a command of its own, and this a part of it.
+    stato_.proceduraCheSegue("TRW_ELEMDISTINTADEST_OnViewMoved", [&](auto& passo) {
+        std::optional<contract::Rect> cella;
+        passo([&] { cella = stato_.destinazione.albero->cell(nodoEditor_, colonnaStato); });
+        if (!cella || cella->height < cellaEditor_.height || cella->width < cellaEditor_.width)
+            nascondiEditorStato(passo);
+        else
+            passo([&] { stato_.campoStato->setBounds(postoEditor(*cella)); });
+    });
 }
 
-void MenuContestuali::nascondiEditorStato() {
+void MenuContestuali::nascondiEditorStato(FormBase::Passo& passo) {
     nodoEditor_ = appenaAperto_ = {};
     if (stato_.campoStato->visible())
-        stato_.campoStato->setVisible(false);
+        passo([&] { stato_.campoStato->setVisible(false); });
 }
 
 void MenuContestuali::mnuRilasciaFigli_Click() {

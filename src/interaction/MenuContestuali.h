@@ -28,8 +28,9 @@ public:
     /// A left press on the "Stato" cell of a destination node: the editor comes there, unless it stands there already.
     void spostaEditorStato(FormBase::Passo& passo, contract::Node nodo);
     /// The destination's cells stand elsewhere: the editor follows its own, and goes where that is not seen in full.
-    void seguiCellaStato();
-    void nascondiEditorStato();
+    void TRW_ELEMDISTINTADEST_OnViewMoved();
+    /// Steps of the procedure in which it has to go.
+    void nascondiEditorStato(FormBase::Passo& passo);
     /// The user left the state editor: a state chosen there is confirmed.
     void TXT_QZ02_STATO_AfterItem();
 

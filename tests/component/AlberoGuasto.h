@@ -124,6 +124,8 @@ public:
         avvolgi(OnEdited);
         avvolgi(OnChangedColumn);
         avvolgi(OnCheckChanged);
+        avvolgi(OnLocked);
+        avvolgi(OnViewMoved);
     }
 };
 

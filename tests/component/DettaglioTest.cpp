@@ -293,6 +293,50 @@ TEST_F(DettaglioTest, ReportsAnErrorUnderTheNameItSharesWithTheLoad) {
     EXPECT_EQ(scena.errori(), Testi{"Form_Load"});
 }
 
+/// A connection that can take back the rows it gave.
+class ConnessioneCheRiprende : public platform::headless::ScriptedConnection {
+public:
+    void Read(const contract::Statement& statement, contract::Snapshot& rows) override {
+        ScriptedConnection::Read(statement, rows);
+        date_ = &rows;
+    }
+    void riprendi() { date_->setRowCount(0); }
+
+private:
+    contract::Snapshot* date_ = nullptr;
+};
+
+/// A grid that has the rows taken back when it is given the name in its second row.
+class GrigliaCheRiprende : public HeadlessDetailGrid {
+public:
+    using HeadlessDetailGrid::HeadlessDetailGrid;
+    void setCell(std::size_t row, std::size_t column, std::string_view text) override {
+        HeadlessDetailGrid::setCell(row, column, text);
+        if (row == 1 && column == 0)
+            connessione->riprendi();
+    }
+    std::shared_ptr<ConnessioneCheRiprende> connessione = std::make_shared<ConnessioneCheRiprende>();
+};
+
+TEST_F(DettaglioTest, ReportsAnErrorOfTheFormatterUnderItsOwnName) {
+    platform::headless::FormContext contesto;
+    GrigliaCheRiprende riprende("GRD_DETTDISTINTAORIG", contesto);
+    riprende.connessione->answer(
+        "", platform::headless::rows({"Soggetto", "Valuta"}, {{Value(" 101 SOGGETTO "), Value(" EUR ")}}));
+    riprende.connessione->Open();
+    scena.stato.connessione = riprende.connessione;
+    for (const int risposta : {3, 5}) {
+        scena.host->answers = {risposta};
+        qz::CaricaDatiAnagrafici(scena.stato, 101, riprende, "");
+        ASSERT_EQ(riprende.rowCount(), 2U);
+        EXPECT_EQ(riprende.cell(0, 1), "101 SOGGETTO");
+        EXPECT_EQ(riprende.cell(1, 0), "Valuta");
+        EXPECT_EQ(riprende.cell(1, 1), "");
+    }
+    EXPECT_EQ(scena.errori(), (Testi{"CaricaDatiAnagrafici", "CaricaDatiAnagrafici"}));
+    EXPECT_EQ(scena.host->errors[0].number, contract::RuntimeError::noCurrentRecord);
+}
+
 TEST_F(DettaglioTest, EmptiesAGridWithTheFormLocked) {
     risposta();
     qz::CaricaDatiAnagrafici(scena.stato, 345, griglia(origine), "");
