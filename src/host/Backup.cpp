@@ -2,8 +2,10 @@
 
 #include "host/NewFile.h"
 #include "host/StateTables.h"
+#include "platform/shared/SystemReason.h"
 #include "platform/sqlite/Backup.h"
 #include "platform/sqlite/Connection.h"
+#include "platform/sqlite/FilePlace.h"
 #include "plugin/contract/RuntimeError.h"
 
 #include <filesystem>
@@ -42,13 +44,17 @@ void flushFolder(const fs::path& file) {
 
 } // namespace
 
-std::uintmax_t backUp(const std::string& database, const std::string& destination,
-                      const std::function<void(int)>& progress) {
-    const fs::path file = fs::absolute(destination);
+namespace {
+
+std::uintmax_t copyTo(const fs::path& file, const std::string& database, const std::function<void(int)>& progress) {
     if (isOneOf(file, database))
         refuse("La copia di sicurezza non si scrive sul database aperto né sui suoi file: scegliere un altro nome.");
     if (fs::is_directory(file))
         refuse("«" + file.string() + "» è una cartella: scegliere il nome di un file.");
+    if (fs::exists(file) && !fs::is_regular_file(file))
+        refuse("«" + file.string() + "» non è un file: scegliere un altro nome.");
+    if (const auto why = platform::sqlite::strayJournal(file.string()))
+        refuse("La copia di sicurezza «" + file.string() + "» non si può scrivere: " + *why + ".");
     removeLeftOvers(file);
     const fs::path making = makingName(file);
     std::error_code error;
@@ -78,6 +84,19 @@ std::uintmax_t backUp(const std::string& database, const std::string& destinatio
     }
     flushFolder(file);
     return bytes;
+}
+
+} // namespace
+
+std::uintmax_t backUp(const std::string& database, const std::string& destination,
+                      const std::function<void(int)>& progress) {
+    try {
+        return copyTo(fs::absolute(destination), database, progress);
+    } catch (const fs::filesystem_error& failure) {
+        // A folder that may not be searched, a name that no file can have.
+        refuse("La copia di sicurezza «" + destination +
+               "» non si può scrivere: " + platform::systemReason(failure.code().value()) + ".");
+    }
 }
 
 } // namespace host

@@ -76,8 +76,8 @@ bool wantsPassword(std::string_view connectionString) {
 }
 
 std::string passwordHint(std::string_view connectionString) {
-    return wantsPassword(connectionString) ? " La stringa di connessione nomina un utente senza password: se ne serve "
-                                             "una, si dà con la variabile DISTINTE_ODBC_PASSWORD."
+    return wantsPassword(connectionString) ? " La stringa di connessione nomina un utente e nessuna password; se ne "
+                                             "serve una, si dà con la variabile DISTINTE_ODBC_PASSWORD."
                                            : "";
 }
 

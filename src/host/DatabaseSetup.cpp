@@ -11,6 +11,7 @@
 #include "platform/shared/SystemReason.h"
 #include "platform/sqlite/Connection.h"
 #include "platform/sqlite/DatabaseFile.h"
+#include "platform/sqlite/FilePlace.h"
 #include "plugin/contract/RuntimeError.h"
 
 #include <cstdlib>
@@ -84,6 +85,9 @@ std::string prepareDefaultDatabase(const contract::Schema& schema) {
     if (error)
         fail("la cartella \"" + path.parent_path().string() +
              "\" non si può creare: " + platform::systemReason(error.value()));
+    // Looked for again after it: the journal of a program that has started meanwhile has its database.
+    if (const auto why = platform::sqlite::strayJournal(path.string()); why && !fs::exists(path, error))
+        fail("il database \"" + path.string() + "\" non si può creare: " + *why);
     removeLeftOvers(path);
     const fs::path making = makingName(path);
     const auto discard = [&] {
@@ -102,7 +106,8 @@ std::string prepareDefaultDatabase(const contract::Schema& schema) {
         throw;
     } catch (const fs::filesystem_error& failure) {
         discard();
-        fail("il database \"" + path.string() + "\" non si può creare: " + platform::systemReason(failure.code().value()));
+        fail("il database \"" + path.string() +
+             "\" non si può creare: " + platform::systemReason(failure.code().value()));
     }
     return path.string();
 }

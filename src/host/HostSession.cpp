@@ -17,11 +17,32 @@
 #include <QTimer>
 
 #include <array>
+#include <filesystem>
+#include <system_error>
 
 namespace host {
 
 using contract::Fragment;
 using contract::Statement;
+
+namespace {
+
+/// What is appended to line by line must not be the database, by whatever name.
+void refuseDatabaseAs(const QString& appended, const std::string& connectionString, const std::string& what) {
+    if (appended.isEmpty() || !isEmbedded(connectionString))
+        return;
+    namespace fs = std::filesystem;
+    const fs::path file = appended.toStdString();
+    const std::string database = embeddedPath(connectionString);
+    std::error_code error;
+    for (const std::string& own : {database, database + "-journal"})
+        if (fs::equivalent(file, own, error) || fs::weakly_canonical(file, error) == fs::weakly_canonical(own, error))
+            throw StartFailure(ExitStatus::usage, "«" + file.string() +
+                                                      "» è il database stesso o il suo giornale e non può fare da " +
+                                                      what + ": indicare un altro file");
+}
+
+} // namespace
 
 HostSession::HostSession(SessionSettings settings, ComponentLibrary& component, QMdiArea* area, QWidget* window)
     : settings_(std::move(settings)), component_(component), area_(area), window_(window),
@@ -33,6 +54,8 @@ HostSession::HostSession(SessionSettings settings, ComponentLibrary& component, 
     context_->dialogs.setScripted(settings_.scripted);
     context_->journal.setRecording(settings_.scripted);
     context_->trace.setRecording(settings_.scripted);
+    refuseDatabaseAs(settings_.logFile, settings_.connectionString, "registro degli errori");
+    refuseDatabaseAs(settings_.traceFile, settings_.connectionString, "file di traccia");
     context_->errorLog.setFile(settings_.logFile);
     context_->statusText = [this](const QString& text) { emit statusText(text); };
     context_->trace.cut = [this](const QString& reason) { context_->notices.add({notice::traceCut, reason, true}); };

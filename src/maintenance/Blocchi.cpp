@@ -130,8 +130,8 @@ void Blocchi::conosci(std::vector<Soggetto> soggetti) {
                 ignoti[{soggetto.ditta, soggetto.tipo}].push_back(soggetto.account);
         soggetti.clear();
         for (const auto& [chiave, account] : ignoti)
-            aBlocchi(account, [&](std::span<const CodiceAccount> blocco) {
-                leggiLegami(chiave.first, chiave.second, blocco, soggetti);
+            aBlocchi(account, [&, ditta = chiave.first, tipo = chiave.second](std::span<const CodiceAccount> blocco) {
+                leggiLegami(ditta, tipo, blocco, soggetti);
             });
     }
 }
@@ -203,7 +203,9 @@ std::optional<LegameSovrapposto> Blocchi::sovrapposto(const Soggetto& soggetto, 
         const auto& [distinta, padre, inizioNoto, fineNota] = noto.legame;
         if (!inizioNoto || !fineNota || !fine || noto.id == escluso)
             continue;
-        const auto dentro = [&](contract::Date giorno) { return *inizioNoto <= giorno && giorno <= *fineNota; };
+        const auto dentro = [primo = *inizioNoto, ultimo = *fineNota](contract::Date giorno) {
+            return primo <= giorno && giorno <= ultimo;
+        };
         if (!dentro(periodo.inizio) && !dentro(*fine) && !(periodo.inizio <= *inizioNoto && *fine >= *fineNota))
             continue;
         const auto codice = noto.distintaPadre ? codiceDistinta(*noto.distintaPadre) : std::nullopt;

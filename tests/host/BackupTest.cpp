@@ -19,6 +19,7 @@
 #include <thread>
 
 #include <csignal>
+#include <sys/stat.h>
 #include <sys/wait.h>
 
 namespace {
@@ -86,6 +87,21 @@ TEST_F(BackupTest, NeverWritesOnTheDatabaseOrItsFiles) {
     EXPECT_NE(std::string::npos, refusal(file, folder.path().string()).find("è una cartella"));
     EXPECT_NE(std::string::npos, refusal(file, folder.file("manca/copia.sqlite")).find("non si può creare"));
     EXPECT_EQ(before, host_test::contentOf(file));
+}
+
+TEST_F(BackupTest, IsNotWrittenBesideAJournalThatWouldBePlayedIntoIt) {
+    host_test::write(copy + "-journal", "x");
+    EXPECT_NE(std::string::npos, refusal(file, copy).find("copia.sqlite-journal"));
+    EXPECT_FALSE(std::filesystem::exists(copy));
+    EXPECT_EQ("x", host_test::contentOf(copy + "-journal"));
+}
+
+TEST_F(BackupTest, IsNotWrittenOnWhatIsNoFileNorWhereNobodyMayLook) {
+    ASSERT_EQ(0, ::mkfifo(copy.c_str(), 0600));
+    EXPECT_NE(std::string::npos, refusal(file, copy).find("non è un file"));
+    EXPECT_TRUE(std::filesystem::is_fifo(copy));
+    // Such a name can not even be asked about.
+    EXPECT_NE(std::string::npos, refusal(file, folder.file(std::string(300, 'a'))).find("non si può scrivere"));
 }
 
 TEST_F(BackupTest, IsOfOneMomentWhileAnotherWrites) {

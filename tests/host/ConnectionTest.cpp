@@ -3,6 +3,7 @@
 #include "host/ConnectionDialog.h"
 #include "host/DatabaseAccess.h"
 #include "host/DatabaseSetup.h"
+#include "host/StartFailure.h"
 #include "host/UserSettings.h"
 
 #include "TestFolder.h"
@@ -75,6 +76,9 @@ TEST(Password, IsWantedForAUserWithoutOne) {
 
 TEST(Password, IsSaidToBeMissingWhereNobodyCanBeAsked) {
     EXPECT_NE(std::string::npos, host::passwordHint("Server=erp;UID=sa").find("DISTINTE_ODBC_PASSWORD"));
+    // Told as it stands, and not taken for a password itself.
+    EXPECT_EQ(host::passwordHint("Server=erp;UID=sa"),
+              host::StartFailure(host::ExitStatus::database, host::passwordHint("Server=erp;UID=sa")).what());
     EXPECT_EQ("", host::passwordHint("Server=erp;UID=sa;PWD=x"));
     EXPECT_EQ("", host::passwordHint("embedded:/UID=sa"));
 }

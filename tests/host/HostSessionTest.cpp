@@ -171,6 +171,20 @@ TEST_F(Session, RefusesATraceFileThatCanNotBeWritten) {
     EXPECT_THROW(start(), StartFailure);
 }
 
+TEST_F(Session, WritesNeitherTraceNorLogIntoTheDatabase) {
+    const std::string before = host_test::contentOf(file);
+    std::filesystem::create_symlink(file, folder.file("collegamento"));
+    for (const std::string& other : {file, folder.file("collegamento"), file + "-journal"}) {
+        settings.traceFile = QString::fromStdString(other);
+        EXPECT_THROW(start(), StartFailure) << other;
+        settings.traceFile.clear();
+        settings.logFile = QString::fromStdString(other);
+        EXPECT_THROW(start(), StartFailure) << other;
+        settings.logFile.clear();
+    }
+    EXPECT_EQ(before, host_test::contentOf(file));
+}
+
 TEST_F(Session, OpensTheFormAndHandsItsModelsOver) {
     start();
     EXPECT_FALSE(session->formOpen());

@@ -4,7 +4,9 @@
 
 #include "TestFolder.h"
 #include "TestSchema.h"
+#include "host/DatabaseAccess.h"
 #include "host/DatabaseSetup.h"
+#include "host/StartFailure.h"
 #include "host/UserFolders.h"
 
 #include <gtest/gtest.h>
@@ -96,6 +98,30 @@ TEST(NewFile, ProgramsThatStartAtOnceKeepTheDatabaseOfTheFirst) {
     EXPECT_NE(0U, first);
     EXPECT_EQ(1, std::distance(std::filesystem::directory_iterator(folder.file("distinte")),
                                std::filesystem::directory_iterator()));
+}
+
+TEST(NewFile, NothingIsMadeBesideAJournalThatWouldBePlayedIntoIt) {
+    const Folder folder;
+    const Environment data("XDG_DATA_HOME", folder.path().c_str());
+    const auto& schema = host_test::component().schema();
+    const std::string file = host::defaultDatabase().string();
+    std::filesystem::create_directories(folder.file("distinte"));
+    host_test::write(file + "-journal", "x");
+    const auto expectRefused = [&](auto action) {
+        try {
+            action();
+            ADD_FAILURE() << "made";
+        } catch (const host::StartFailure& failure) {
+            EXPECT_NE(std::string::npos, std::string(failure.what()).find("demo.sqlite-journal")) << failure.what();
+        }
+        EXPECT_FALSE(std::filesystem::exists(file));
+        EXPECT_EQ("x", host_test::contentOf(file + "-journal"));
+    };
+    expectRefused([&] { host::prepareDefaultDatabase(schema); });
+    expectRefused([&] { host::createDatabase(host::embeddedDatabase(file), schema, std::nullopt); });
+    // An empty one holds nothing.
+    host_test::write(file + "-journal", "");
+    EXPECT_EQ(file, host::prepareDefaultDatabase(schema));
 }
 
 } // namespace

@@ -33,6 +33,14 @@ TEST_F(OpeningTest, AMissingFileIsNotMade) {
     EXPECT_FALSE(std::filesystem::exists(file));
 }
 
+TEST_F(OpeningTest, WhyAFileIsNotReachedIsSaid) {
+    const auto circle = folder.file("giro.db");
+    std::filesystem::create_symlink(circle, circle);
+    EXPECT_TRUE(has(failureToOpen(connectionStringOf(circle), ErrorCategory::notADatabase), "gira in tondo"));
+    const auto endless = folder.file(std::string(300, 'a'));
+    EXPECT_TRUE(has(failureToOpen(connectionStringOf(endless), ErrorCategory::notADatabase), "troppo lungo"));
+}
+
 TEST_F(OpeningTest, AFolderIsNoDatabase) {
     EXPECT_TRUE(
         has(failureToOpen(connectionStringOf(folder.path().string()), ErrorCategory::notADatabase), "cartella"));

@@ -49,11 +49,12 @@ QSize FieldNote::sizeHint() const {
 
 void FieldNote::place() {
     // A cell's editor may have been scrolled out of its tree.
-    if (text().isEmpty() || !field_ || !field_->isVisible() || field_->visibleRegion().isEmpty())
+    const QWidget* shown = field_.data();
+    if (shown == nullptr || text().isEmpty() || !shown->isVisible() || shown->visibleRegion().isEmpty())
         return hide();
     const QRect room = window()->rect();
-    const QRect field(field_->mapTo(window(), QPoint(0, 0)), field_->size());
-    setFont(field_->font());
+    const QRect field(shown->mapTo(window(), QPoint(0, 0)), shown->size());
+    setFont(shown->font());
     const QSize size = sizeHint().boundedTo(room.size());
     QPoint corner(field.right() + 1 + apart, field.top() + (field.height() - size.height()) / 2);
     if (corner.x() + size.width() > room.width()) {

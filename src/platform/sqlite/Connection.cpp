@@ -1,6 +1,7 @@
 #include "platform/sqlite/Connection.h"
 
 #include "platform/shared/Outcome.h"
+#include "platform/shared/SystemReason.h"
 #include "platform/sqlite/Binder.h"
 #include "platform/sqlite/Errors.h"
 #include "platform/sqlite/FilePlace.h"
@@ -82,6 +83,10 @@ void Connection::Open() {
 void Connection::openFile() {
     std::error_code error;
     const auto status = std::filesystem::status(file_, error);
+    // A folder that may not be searched, a link in a circle: the file may be there all the same.
+    if (status.type() == std::filesystem::file_type::none)
+        platform::sqlite::fail(errors_, ErrorCategory::notADatabase,
+                               "il file non si raggiunge: " + platform::systemReason(error.value()), opening, file_);
     if (!std::filesystem::exists(status))
         platform::sqlite::fail(errors_, ErrorCategory::notADatabase, "il file non esiste", opening, file_);
     if (std::filesystem::is_directory(status))

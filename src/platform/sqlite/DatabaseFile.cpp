@@ -4,6 +4,7 @@
 #include "platform/dialect/Token.h"
 #include "platform/shared/SystemReason.h"
 #include "platform/sqlite/Errors.h"
+#include "platform/sqlite/FilePlace.h"
 #include "plugin/contract/RuntimeError.h"
 
 #include <algorithm>
@@ -37,8 +38,13 @@ public:
         if (file < 0 && errno != EEXIST)
             refuse(path_, "non si può creare: " + platform::systemReason(errno));
         made_ = file >= 0;
-        if (made_)
-            ::close(file);
+        if (!made_)
+            return;
+        ::close(file);
+        if (const auto why = strayJournal(path_)) {
+            ::unlink(path_.c_str());
+            refuse(path_, "non si può creare: " + *why);
+        }
     }
     NewFile(const NewFile&) = delete;
     NewFile& operator=(const NewFile&) = delete;

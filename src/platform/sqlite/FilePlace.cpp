@@ -34,4 +34,14 @@ std::optional<std::string> closedFolder(std::string_view file) {
            "lavorare su una copia del database";
 }
 
+std::optional<std::string> strayJournal(std::string_view file) {
+    const std::string journal = std::string(file) + "-journal";
+    std::error_code error;
+    if (const auto bytes = fs::file_size(journal, error); error || bytes == 0)
+        return std::nullopt;
+    return "accanto sta il giornale «" + journal +
+           "» di un database che aveva quel nome, e lo guasterebbe; rimettere al suo posto quel database, o spostare "
+           "il giornale";
+}
+
 } // namespace platform::sqlite
