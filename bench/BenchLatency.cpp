@@ -6,7 +6,7 @@
 
 #include "Scene.h"
 
-#include "maintenance/Spostamento.h"
+#include "interaction/EseguiSpostamento.h"
 
 #include <benchmark/benchmark.h>
 
@@ -92,9 +92,9 @@ void command(benchmark::State& state, bool validity) {
         }
         distant->statements = distant->roundTrips = 0;
         scene.state.DataFineLegame = "30/06/2024";
-        qz::Spostamento component(scene.state);
+        scene.state.nodiPerBlocchi = -1;
         state.ResumeTiming();
-        component.EseguiSpostamento(validity);
+        qz::EseguiSpostamento(scene.state, validity);
         state.PauseTiming();
         statements = distant->statements;
         roundTrips = distant->roundTrips;

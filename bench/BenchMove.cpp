@@ -3,8 +3,11 @@
 
 #include "Scene.h"
 
+#include "interaction/EseguiSpostamento.h"
 #include "maintenance/IstruzioniControlli.h"
 #include "maintenance/IstruzioniSpostamento.h"
+#include "maintenance/LettureSingole.h"
+#include "maintenance/ScrittureSingole.h"
 #include "maintenance/Spostamento.h"
 #include "platform/dialect/Translator.h"
 
@@ -19,6 +22,9 @@
 namespace {
 
 using contract::Statement;
+
+constexpr qz::DistintaId origin(1);
+constexpr qz::DistintaId destination(2);
 
 /// One statement of the bare walk: the engine's text, prepared once.
 class Bare {
@@ -69,11 +75,11 @@ private:
 class BareMove {
 public:
     explicit BareMove(platform::sqlite::Connection& connection)
-        : count_(connection, qz::istruzioneContaDitta(1, bench::originId)),
-          parents_(connection, qz::istruzionePadri(1, 1, 0, bench::destinationId)),
-          decode_(connection, qz::istruzioneDecodificaPadre(1, std::nullopt)),
-          children_(connection, qz::istruzioneFigli(1, bench::originId)),
-          move_(connection, qz::istruzioneAggiornaDistinta(1, bench::originId, bench::destinationId)) {}
+        : count_(connection, qz::istruzioneContaDitta(1, origin)),
+          parents_(connection, qz::istruzionePadri({1, qz::TipoCF(0), qz::CodiceAccount(1)}, destination)),
+          decode_(connection, qz::istruzioneDecodificaPadre(qz::NodoId(1), std::nullopt)),
+          children_(connection, qz::istruzioneFigli(qz::NodoId(1), origin)),
+          move_(connection, qz::istruzioneAggiornaDistinta(qz::NodoId(1), origin, destination)) {}
 
     /// Nodes moved.
     std::size_t run(std::int64_t node, std::int64_t account, std::int64_t target, bool counts) {
@@ -133,15 +139,19 @@ private:
 void move(benchmark::State& state) {
     const bench::Database database(static_cast<std::size_t>(state.range(0)));
     bench::Scene scene(database);
-    qz::Spostamento component(scene.state);
+    const auto request = qz::richiestaDiSpostamento(scene.state, false);
+    qz::Piano plan;
     for (auto _ : state) {
         scene.connection->BeginTrans();
-        component.CiclaLivelli(false);
+        plan = {};
+        qz::LettureSingole reads(*scene.connection);
+        qz::ScrittureSingole writes(*scene.connection, request.autore, {});
+        qz::Cammino(reads, writes, request, plan).CiclaLivelli();
         scene.connection->RollbackTrans();
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
-    if (!scene.state.MessaggioSpostamento.empty())
-        state.SkipWithError(scene.state.MessaggioSpostamento.c_str());
+    if (!plan.messaggio.empty())
+        state.SkipWithError(plan.messaggio.c_str());
 }
 
 void bareMove(benchmark::State& state, bool counts) {

@@ -5,7 +5,7 @@
 #include "Replay.h"
 #include "Scene.h"
 
-#include "maintenance/Spostamento.h"
+#include "interaction/EseguiSpostamento.h"
 
 #include <benchmark/benchmark.h>
 
@@ -20,9 +20,10 @@ struct Move {
 
     /// Runs the command once. False when it did not come as far as its commit.
     bool run() {
+        scene.state.nodiPerBlocchi = -1;
         scene.state.DataFineLegame = "31/12/2023"; // a move leaves the end of its new links there
         try {
-            component.EseguiSpostamento(true);
+            qz::EseguiSpostamento(scene.state, true);
         } catch (const bench::StoppedBeforeCommit&) {
             return true;
         }
@@ -33,7 +34,6 @@ struct Move {
     std::shared_ptr<platform::sqlite::Connection> direct;
     std::shared_ptr<bench::RecordingConnection> connection;
     bench::Scene scene;
-    qz::Spostamento component{scene.state};
 };
 
 void component(benchmark::State& state) {

@@ -156,7 +156,7 @@ constexpr std::int64_t smallNodes = 10000;
 void nodeBare(benchmark::State& state) {
     auto& connection = Database::of(smallNodes).connection;
     contract::Transaction transaction(connection);
-    Bare bare(connection, qz::istruzioneNodo(1, 1));
+    Bare bare(connection, qz::istruzioneNodo(1, qz::NodoId(1)));
     std::int64_t id = 0;
     for (auto _ : state)
         benchmark::DoNotOptimize(bare.run(1, id = id % smallNodes + 1));
@@ -167,7 +167,7 @@ void nodeAdapter(benchmark::State& state) {
     std::int64_t id = 0;
     for (auto _ : state) {
         contract::Recordset rows;
-        rows.Open(qz::istruzioneNodo(1, id = id % smallNodes + 1), connection);
+        rows.Open(qz::istruzioneNodo(1, qz::NodoId(id = id % smallNodes + 1)), connection);
         benchmark::DoNotOptimize(rows.RecordCount());
     }
 }
@@ -176,7 +176,7 @@ void nodeAdapter(benchmark::State& state) {
 void childrenBare(benchmark::State& state) {
     auto& connection = Database::of(smallNodes).connection;
     contract::Transaction transaction(connection);
-    Bare bare(connection, qz::istruzioneFigli(1, "1"));
+    Bare bare(connection, qz::istruzioneFigli(qz::NodoId(1), qz::DistintaId(1)));
     for (auto _ : state)
         benchmark::DoNotOptimize(bare.run(smallNodes, 1));
 }
@@ -185,7 +185,7 @@ void childrenAdapter(benchmark::State& state) {
     contract::Transaction transaction(connection);
     for (auto _ : state) {
         contract::Recordset rows;
-        rows.Open(qz::istruzioneFigli(smallNodes, "1"), connection);
+        rows.Open(qz::istruzioneFigli(qz::NodoId(smallNodes), qz::DistintaId(1)), connection);
         benchmark::DoNotOptimize(rows.Empty());
     }
 }
@@ -194,7 +194,7 @@ void childrenAdapter(benchmark::State& state) {
 void parentsBare(benchmark::State& state) {
     auto& connection = Database::of(smallNodes).connection;
     contract::Transaction transaction(connection);
-    Bare bare(connection, qz::istruzionePadri(1, 1, 0, "1"));
+    Bare bare(connection, qz::istruzionePadri({1, qz::TipoCF(0), qz::CodiceAccount(1)}, qz::DistintaId(1)));
     std::int64_t account = 0;
     for (auto _ : state)
         benchmark::DoNotOptimize(bare.run(1, account = account % smallNodes + 1, 0, 1));
@@ -205,7 +205,9 @@ void parentsAdapter(benchmark::State& state) {
     std::int64_t account = 0;
     for (auto _ : state) {
         contract::Recordset rows;
-        rows.Open(qz::istruzionePadri(1, account = account % smallNodes + 1, 0, "1"), connection);
+        rows.Open(qz::istruzionePadri({1, qz::TipoCF(0), qz::CodiceAccount(account = account % smallNodes + 1)},
+                                      qz::DistintaId(1)),
+                  connection);
         benchmark::DoNotOptimize(rows["Anagrafica"].integer());
     }
 }
@@ -213,7 +215,7 @@ void parentsAdapter(benchmark::State& state) {
 // A descendant's update, inside one transaction.
 void updateBare(benchmark::State& state) {
     auto& connection = Database::of(smallNodes).connection;
-    Bare bare(connection, qz::istruzioneAggiornaDistinta(1, "1", "1"));
+    Bare bare(connection, qz::istruzioneAggiornaDistinta(qz::NodoId(1), qz::DistintaId(1), qz::DistintaId(1)));
     contract::Transaction transaction(connection);
     std::int64_t id = 0;
     for (auto _ : state)
@@ -224,14 +226,14 @@ void updateAdapter(benchmark::State& state) {
     contract::Transaction transaction(connection);
     std::int64_t id = 0;
     for (auto _ : state)
-        benchmark::DoNotOptimize(
-            connection.Execute(qz::istruzioneAggiornaDistinta(id = id % smallNodes + 1, "1", "1")));
+        benchmark::DoNotOptimize(connection.Execute(qz::istruzioneAggiornaDistinta(
+            qz::NodoId(id = id % smallNodes + 1), qz::DistintaId(1), qz::DistintaId(1))));
 }
 
 // Composing alone, to see its share.
 void composeNode(benchmark::State& state) {
     for (auto _ : state) {
-        auto statement = qz::istruzioneNodo(1, 5);
+        auto statement = qz::istruzioneNodo(1, qz::NodoId(5));
         benchmark::DoNotOptimize(statement.shape());
     }
 }

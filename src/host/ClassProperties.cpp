@@ -2,6 +2,7 @@
 
 #include "host/Text.h"
 #include "plugin/contract/Host.h"
+#include "plugin/contract/MoveSettings.h"
 
 #include <cstdint>
 #include <limits>
@@ -12,12 +13,15 @@ namespace host {
 namespace {
 
 using contract::Cinterface;
+using contract::MoveSettings;
 
 /// How a property is read, and written; a writer answers false for a value of the wrong kind.
 struct Property {
     QJsonValue (*read)(const Cinterface&) = nullptr;
     bool (*write)(Cinterface&, const QJsonValue&) = nullptr;
     const char* wanted = ""; ///< for refusals
+    /// Whether a class has it; every class where there is none.
+    bool (*there)(const Cinterface&) = nullptr;
 };
 
 template <class T> bool inRange(std::int64_t value) {
@@ -75,6 +79,22 @@ constexpr Property object() {
             "null"};
 }
 
+/// Of the settings of moves, which not every class has.
+Property nodesForBlocks() {
+    return {[](const Cinterface& plugin) {
+                return toJson(contract::Value(dynamic_cast<const MoveSettings&>(plugin).NodiPerBlocchi()));
+            },
+            [](Cinterface& plugin, const QJsonValue& value) {
+                const auto whole = wholeNumber(value);
+                if (!whole || !inRange<std::int32_t>(*whole))
+                    return false;
+                dynamic_cast<MoveSettings&>(plugin).NodiPerBlocchi(static_cast<std::int32_t>(*whole));
+                return true;
+            },
+            "un numero intero",
+            [](const Cinterface& plugin) { return dynamic_cast<const MoveSettings*>(&plugin) != nullptr; }};
+}
+
 const std::map<QString, Property>& properties() {
     using C = Cinterface;
     static const std::map<QString, Property> all{
@@ -103,6 +123,7 @@ const std::map<QString, Property>& properties() {
         {QStringLiteral("MenuModulo"), variant<&C::MenuModulo, &C::MenuModulo>()},
         {QStringLiteral("MenuPadre"), variant<&C::MenuPadre, &C::MenuPadre>()},
         {QStringLiteral("MenuProg"), variant<&C::MenuProg, &C::MenuProg>()},
+        {QStringLiteral("NodiPerBlocchi"), nodesForBlocks()},
         {QStringLiteral("ProgramMode"), number<std::int16_t, std::int32_t, &C::ProgramMode, &C::ProgramMode>()},
         {QStringLiteral("StatusBar"), object<contract::StatusBar, &C::StatusBar, &C::StatusBar>()},
         {QStringLiteral("WindowModal"), flag<&C::WindowModal, &C::WindowModal>()},
@@ -123,7 +144,7 @@ QString unknown(const QString& name) {
 
 QString readProperty(const contract::Cinterface& plugin, const QString& name, QJsonValue& value) {
     const auto at = properties().find(name);
-    if (at == properties().end())
+    if (at == properties().end() || (at->second.there != nullptr && !at->second.there(plugin)))
         return unknown(name);
     value = at->second.read(plugin);
     return {};
@@ -131,7 +152,7 @@ QString readProperty(const contract::Cinterface& plugin, const QString& name, QJ
 
 QString writeProperty(contract::Cinterface& plugin, const QString& name, const QJsonValue& value) {
     const auto at = properties().find(name);
-    if (at == properties().end())
+    if (at == properties().end() || (at->second.there != nullptr && !at->second.there(plugin)))
         return unknown(name);
     if (at->second.write == nullptr)
         return QStringLiteral("la proprietà \"%1\" si legge soltanto").arg(name);

@@ -148,6 +148,8 @@ void Blocchi::leggiLegami(std::int64_t ditta, TipoCF tipo, std::span<const Codic
                                       facoltativo<NodoId>(righe, "QZ02_IDPARENT_QZ02"),
                                       righe["QZ02_DATAINIZIOVAL"].date(), righe["QZ02_DATAFINEVAL"].date()},
                                      facoltativo<CodiceAccount>(righe, "Anagrafica"),
+                                     numeroFacoltativo(righe, "DittaPadre").value_or(0),
+                                     facoltativo<TipoCF>(righe, "TipoPadre").value_or(TipoCF(0)),
                                      facoltativo<DistintaId>(righe, "DistintaPadre")};
         if (versoAlto && legame.accountPadre && legame.legame.distinta == richiesta_.a)
             sopra.push_back({ditta, tipo, *legame.accountPadre});
@@ -214,7 +216,7 @@ std::optional<LegameSovrapposto> Blocchi::sovrapposto(const Soggetto& soggetto, 
         return LegameSovrapposto{true,
                                  *codice,
                                  noto.accountPadre ? std::to_string(noto.accountPadre->numero()) : std::string(),
-                                 noto.accountPadre ? nome({soggetto.ditta, soggetto.tipo, *noto.accountPadre})
+                                 noto.accountPadre ? nome({noto.dittaPadre, noto.tipoPadre, *noto.accountPadre})
                                                    : std::string(),
                                  inizioNoto->text(),
                                  fineNota->text()};

@@ -31,7 +31,9 @@ public:
         NodoId id;
         Legame legame;
         std::optional<CodiceAccount> accountPadre; ///< registered account of the parent
-        std::optional<DistintaId> distintaPadre;   ///< of the parent's row
+        std::int64_t dittaPadre = 0;               ///< of a registered account
+        TipoCF tipoPadre{0};
+        std::optional<DistintaId> distintaPadre; ///< of the parent's row
     };
 
     /// Ids of links that have no row yet begin here, far beyond those of a database.

@@ -54,8 +54,11 @@ void Blocchi::cambiaDistinta(NodoId nodo, DistintaId da, DistintaId a) {
 
 void Blocchi::sposta(NodoId nodo, NodoId sotto, DistintaId da, DistintaId a) {
     scrivi();
+    // On a cycle the walk came to the moved node too, and it has gone over.
+    const auto* noto = fatti_.nodo(nodo);
+    const bool andato = noto != nullptr && noto->legame.distinta != da;
     if (flusso_)
-        attese(1, database_.Execute(istruzioneSpostaNodo(nodo, sotto, da, a, richiesta_.autore)));
+        attese(andato ? 0 : 1, database_.Execute(istruzioneSpostaNodo(nodo, sotto, da, a, richiesta_.autore)));
 }
 
 void Blocchi::chiudi(NodoId nodo, DistintaId distinta, contract::Date fine) {
@@ -87,6 +90,8 @@ void Blocchi::inserisci(const NodoDaCopiare& nodo, const NuovoLegame& legame, st
                     {provvisorio,
                      {legame.distinta, nodo.padre, legame.inizio, contract::Date::parse(legame.fine)},
                      padreRegistrato ? padre->account : std::nullopt,
+                     padreRegistrato ? soggettoPadre->ditta : 0,
+                     padreRegistrato ? soggettoPadre->tipo : TipoCF(0),
                      padre != nullptr ? padre->legame.distinta : std::nullopt},
                     legame.distinta == richiesta_.da);
     if (const auto nota = righe_.find(legame.distinta); nota != righe_.end())

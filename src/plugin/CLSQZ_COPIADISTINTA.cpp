@@ -51,11 +51,18 @@ void CLSQZ_COPIADISTINTA::Class_Terminate() noexcept {
     });
 }
 
+void CLSQZ_COPIADISTINTA::NodiPerBlocchi(std::int32_t value) {
+    nodiPerBlocchi_ = value;
+    if (form_)
+        form_->stato().nodiPerBlocchi = value;
+}
+
 contract::Value CLSQZ_COPIADISTINTA::ShowForm() {
     senzaErrori([&] {
         form_ = std::make_unique<FRMQZ_COPIADISTINTA>();
         form_->ActiveDll(activeDll_);
         form_->Classe(this);
+        form_->stato().nodiPerBlocchi = nodiPerBlocchi_;
         form_->Caption(caption_.text());
         form_->Show(windowModal_);
     });

@@ -2,6 +2,7 @@
 
 #include "plugin/contract/Cinterface.h"
 #include "plugin/contract/Host.h"
+#include "plugin/contract/MoveSettings.h"
 
 #include <exception>
 #include <memory>
@@ -18,7 +19,8 @@ class FRMQZ_COPIADISTINTA;
 /// close the main form. No member throws; errors are swallowed and a member then gives its default.
 class CLSQZ_COPIADISTINTA : public contract::PluginClass,
                             public contract::Cinterface,
-                            public contract::ActiveNavigator {
+                            public contract::ActiveNavigator,
+                            public contract::MoveSettings {
 public:
     CLSQZ_COPIADISTINTA();
     ~CLSQZ_COPIADISTINTA() override;
@@ -76,6 +78,9 @@ public:
     std::shared_ptr<contract::HostObject> ClsVoceMenu() const override { return clsVoceMenu_; }
     void ClsVoceMenu(std::shared_ptr<contract::HostObject> object) override { clsVoceMenu_ = std::move(object); }
 
+    std::int32_t NodiPerBlocchi() const override { return nodiPerBlocchi_; }
+    void NodiPerBlocchi(std::int32_t value) override;
+
     contract::Value ShowForm() override;
     contract::Value CloseForm() override;
     contract::Value TransferData(const contract::Value& data) override;
@@ -124,6 +129,7 @@ private:
     std::int32_t hwndParent_ = 0;
     std::int32_t top_ = 0;
     std::int32_t left_ = 0;
+    std::int32_t nodiPerBlocchi_ = 100;
     std::int16_t programMode_ = 0;
     std::int16_t windowState_ = 0;
     bool canDelete_ = false;

@@ -114,6 +114,19 @@ TEST(Classe, HandsItsFormTheInterfaceThatTheHostPutInItsPlace) {
     EXPECT_EQ(programma.interfaccia().CloseForm(), Value(true));
 }
 
+TEST(Classe, KeepsItsNodesForBlocksAcrossForms) {
+    Programma programma;
+    EXPECT_EQ(programma.classe->NodiPerBlocchi(), 100);
+    programma.classe->NodiPerBlocchi(7);
+    programma.interfaccia().ShowForm();
+    EXPECT_EQ(programma.classe->form()->stato().nodiPerBlocchi, 7);
+    programma.classe->NodiPerBlocchi(-1);
+    EXPECT_EQ(programma.classe->form()->stato().nodiPerBlocchi, -1);
+    programma.interfaccia().CloseForm();
+    programma.interfaccia().ShowForm();
+    EXPECT_EQ(programma.classe->form()->stato().nodiPerBlocchi, -1);
+}
+
 TEST(Classe, ShowsTheFormModally) {
     Programma programma;
     programma.interfaccia().WindowModal(true);

@@ -55,6 +55,18 @@ TEST_F(ClassProperties, TheProgramModeIsNarrowed) {
     EXPECT_EQ(QJsonValue(1), read("ProgramMode"));
 }
 
+TEST_F(ClassProperties, TheNodesForBlocksAreAWholeNumberOf32Bits) {
+    EXPECT_EQ(QJsonValue(100), read("NodiPerBlocchi"));
+    for (const int value : {0, -1, 2147483647}) {
+        EXPECT_EQ("", writeProperty(plugin, "NodiPerBlocchi", value));
+        EXPECT_EQ(QJsonValue(value), read("NodiPerBlocchi"));
+    }
+    EXPECT_EQ("la proprietà \"NodiPerBlocchi\" vuole un numero intero",
+              writeProperty(plugin, "NodiPerBlocchi", 2147483648.0));
+    EXPECT_NE("", writeProperty(plugin, "NodiPerBlocchi", "tutti"));
+    EXPECT_EQ(QJsonValue(2147483647), read("NodiPerBlocchi"));
+}
+
 TEST_F(ClassProperties, RefuseWhatTheyCanNotHold) {
     EXPECT_NE("", writeProperty(plugin, "Top", "alto"));
     EXPECT_NE("", writeProperty(plugin, "Top", 1.5));

@@ -17,6 +17,7 @@ struct Case {
     Where where;
     bool withValidity;
     Fault fault;
+    bool inBlocks;
 };
 
 std::string nameOf(Fault fault) {
@@ -32,7 +33,8 @@ std::string nameOf(Fault fault) {
 }
 
 std::string nameOfCase(const ::testing::TestParamInfo<Case>& info) {
-    return nameOf(info.param.where) + (info.param.withValidity ? "Validity" : "Structure") + nameOf(info.param.fault);
+    return nameOf(info.param.where) + (info.param.withValidity ? "Validity" : "Structure") +
+           (info.param.inBlocks ? "InBlocks" : "") + nameOf(info.param.fault);
 }
 
 class FaultTest : public ::testing::TestWithParam<Case> {
@@ -50,16 +52,18 @@ std::vector<Case> cases(const std::vector<Fault>& faults) {
     for (const auto where : {Where::embedded, Where::odbc, Where::server})
         for (const bool withValidity : {false, true})
             for (const auto fault : faults)
-                all.push_back({where, withValidity, fault});
+                for (const bool inBlocks : {false, true})
+                    all.push_back({where, withValidity, fault, inBlocks});
     return all;
 }
 
 } // namespace
 
 TEST_P(FaultTest, LeavesTheRowsAsBeforeAtEveryOperation) {
-    const auto [where, withValidity, fault] = GetParam();
+    const auto [where, withValidity, fault, inBlocks] = GetParam();
     const auto move = moveOf(withValidity ? Work::validity : Work::structure);
     Program program(where);
+    program.state().nodiPerBlocchi = inBlocks ? 0 : -1;
     const auto world = smallWorld();
     auto moved = world;
     ASSERT_TRUE(model::apply(moved, move).kept);
@@ -101,9 +105,10 @@ TEST_P(FaultTest, LeavesTheRowsAsBeforeAtEveryOperation) {
 }
 
 TEST_P(RetryTest, TryingAgainRunsTheWholeMoveInANewTransaction) {
-    const auto [where, withValidity, fault] = GetParam();
+    const auto [where, withValidity, fault, inBlocks] = GetParam();
     const auto move = moveOf(withValidity ? Work::validity : Work::structure);
     Program program(where);
+    program.state().nodiPerBlocchi = inBlocks ? 0 : -1;
     const auto world = smallWorld();
     auto moved = world;
     ASSERT_TRUE(model::apply(moved, move).kept);
