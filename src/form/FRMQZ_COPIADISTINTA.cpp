@@ -200,9 +200,7 @@ void FRMQZ_COPIADISTINTA::EsciForm() {
 }
 
 void FRMQZ_COPIADISTINTA::scriviStato(const std::string& testo) {
-    stato_.esito = {};
-    if (stato_.ospite != nullptr && stato_.ospite->StatusBar())
-        stato_.ospite->StatusBar()->setText(testo);
+    annunciaEsito(stato_, testo);
 }
 
 /// The focus that a search moves comes to rest later: then it is the search that is told, once.

@@ -158,6 +158,8 @@ void EseguiSpostamento(StatoForm& stato, bool validita) {
     // A text that is no date ends every move, also one that would not look at it.
     validitaDelTesto(stato, stato.oggi());
 
+    // While the end-of-link text is the one that the user gave.
+    const auto dettaglio = dettaglioSpostamento(stato, validita);
     std::string fatto(nessunaModifica);
     std::optional<NodoSpostato> spostato;
     if (stato.MessaggioSpostamento.empty()) {
@@ -184,7 +186,7 @@ void EseguiSpostamento(StatoForm& stato, bool validita) {
         std::string testo = stato.MessaggioSpostamento;
         if (testo.empty())
             testo = intestazioneFalliti;
-        stato.messaggio(testo, contract::message::critical, dettaglioSpostamento(stato, false));
+        stato.messaggio(testo, contract::message::critical, dettaglio);
         transazione.rollback();
     } else {
         transazione.commit();

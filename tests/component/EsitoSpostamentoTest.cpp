@@ -166,6 +166,24 @@ TEST_F(EsitoSpostamentoTest, TheMovedNodeIsShown) {
     EXPECT_EQ(riga(), "Il nodo spostato non è nella distinta di destinazione visualizzata.");
 }
 
+TEST_F(EsitoSpostamentoTest, WhatACommandOfTheMenuSaysStaysUntilTheNextCommandToo) {
+    EXPECT_TRUE(programma.classe->menuCommand("mnuAggiorna"));
+    riposa();
+    EXPECT_EQ(riga(), "Le distinte sono state rilette.");
+    premi("CMD_SPOSTASTRU", 7);
+    EXPECT_EQ(riga(), daFare);
+}
+
+TEST_F(EsitoSpostamentoTest, ARefusalWithValidityIsAboutTheDaysThatWereGiven) {
+    programma.tabelle.nodi.push_back({40, 20, 11, 103}); // linked there already
+    carica(2, 12);
+    data = "30/06/2027";
+    premi("CMD_SPOSTAVALID", 6);
+    EXPECT_EQ(riga(), annullato);
+    EXPECT_EQ(programma.host->messages.back().style, contract::message::critical);
+    EXPECT_EQ(programma.host->messages.back().detail, daFare + "\n" + giorni);
+}
+
 TEST_F(EsitoSpostamentoTest, AfterAMoveWithValidityTheNewLinkIsShown) {
     programma.tabelle.nodi.push_back({13, 20, 12, 102}); // an older link of the same account
     programma.tabelle.nodi.back().inizio = "01/01/2000";
