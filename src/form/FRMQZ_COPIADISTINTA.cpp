@@ -6,6 +6,7 @@
 #include "data/DettaglioAnagrafica.h"
 #include "data/Parametri.h"
 #include "data/TipiDistinta.h"
+#include "interaction/DescrizioneSpostamento.h"
 #include "interaction/FRMQZ_DATAFINELEGAME.h"
 #include "interaction/FRMQZ_PARAMETRI.h"
 #include "interaction/Livelli.h"
@@ -89,9 +90,18 @@ void FRMQZ_COPIADISTINTA::collegaEventi() {
     stato_.destinazione.frame->ChangeStatus = [this](int nuovo) { FME_CopiaDistintaDest_ChangeStatus(nuovo); };
     stato_.campoStato->AfterItem = [this] { menu_.TXT_QZ02_STATO_AfterItem(); };
 
-    controlli_.CMD_SPOSTASTRU->ButtonClick = [this] { comandi_.CMD_SPOSTASTRU_ButtonClick(); };
-    controlli_.CMD_SPOSTAVALID->ButtonClick = [this] { comandi_.CMD_SPOSTAVALID_ButtonClick(); };
-    controlli_.CMD_PARAMETRI->ButtonClick = [this] { CMD_PARAMETRI_ButtonClick(); };
+    controlli_.CMD_SPOSTASTRU->ButtonClick = [this] {
+        nuovoComando();
+        comandi_.CMD_SPOSTASTRU_ButtonClick();
+    };
+    controlli_.CMD_SPOSTAVALID->ButtonClick = [this] {
+        nuovoComando();
+        comandi_.CMD_SPOSTAVALID_ButtonClick();
+    };
+    controlli_.CMD_PARAMETRI->ButtonClick = [this] {
+        nuovoComando();
+        CMD_PARAMETRI_ButtonClick();
+    };
     controlli_.CMD_VISTOPSX->ButtonClick = [this] { CMD_VISTOP_ButtonClick("CMD_VISTOPSX_ButtonClick"); };
     controlli_.CMD_VISTOPDX->ButtonClick = [this] { CMD_VISTOP_ButtonClick("CMD_VISTOPDX_ButtonClick"); };
 }
@@ -192,8 +202,7 @@ void FRMQZ_COPIADISTINTA::EsciForm() {
 }
 
 void FRMQZ_COPIADISTINTA::scriviStato(const std::string& testo) {
-    if (stato_.ospite != nullptr && stato_.ospite->StatusBar())
-        stato_.ospite->StatusBar()->setText(testo);
+    annunciaEsito(stato_, testo);
 }
 
 /// The focus that a search moves comes to rest later: then it is the search that is told, once.
@@ -242,27 +251,33 @@ void FRMQZ_COPIADISTINTA::descriviSpostamento() {
             passo([&] { barra->setText(std::exchange(notaRicerca_, {})); });
             return;
         }
+        if (esitoInVista(stato_))
+            return;
+        stato_.esito = {};
         std::string testo;
-        passo([&] { testo = descrizioneSpostamento(); });
+        passo([&] { testo = descrizioneSpostamento(stato_); });
         passo([&] { barra->setText(testo); });
     });
 }
 
-std::string FRMQZ_COPIADISTINTA::descrizioneSpostamento() const {
-    const auto nome = [](const Lato& lato) {
-        return (*lato.dati)["QZ02_CLIFOR_CG44"].text() + " " + (*lato.dati)["RagioneSociale"].text();
-    };
-    const auto& orig = stato_.origine;
-    const auto& dest = stato_.destinazione;
-    if (orig.senzaRecord() || !orig.albero->focused())
-        return "Scegliere un nodo nella distinta di origine.";
-    if (dest.senzaRecord())
-        return "Scegliere un nodo nella distinta di destinazione.";
-    if (orig.TipoCF != dest.TipoCF)
-        return "Le due distinte sono di tipologia diversa: non si può spostare.";
-    const auto nodi = orig.albero->descendants(orig.albero->focused()) + 1;
-    return "Sposta: " + nome(orig) + " (" + std::to_string(nodi) + (nodi == 1 ? " nodo" : " nodi") + ")  →  sotto " +
-           nome(dest);
+/// What the last command did goes out of sight with the next one.
+void FRMQZ_COPIADISTINTA::nuovoComando() {
+    if (stato_.esito.testo.empty())
+        return;
+    stato_.esito = {};
+    descriviSpostamento();
+}
+
+/// The focus that this moves comes to rest later, as after a search.
+void FRMQZ_COPIADISTINTA::mostraSpostato() {
+    stato_.procedura("mnuMostraSpostato_Click", [&](auto& passo) {
+        passo([&] {
+            const auto prima = stato_.destinazione.albero->focused();
+            const auto nota = mostraNodoSpostato(stato_);
+            notaRicerca_ = stato_.destinazione.albero->focused() == prima ? std::string() : nota;
+            scriviStato(nota);
+        });
+    });
 }
 
 /// The only cells that are ever locked are those of the start of a link with a definitive bonus.
@@ -276,6 +291,10 @@ bool FRMQZ_COPIADISTINTA::comandoMenu(std::string_view nome) {
         return false;
     if (nome == "mnuAggiorna") {
         aggiorna();
+        return true;
+    }
+    if (nome == "mnuMostraSpostato") {
+        mostraSpostato();
         return true;
     }
     if (nome != "mnuDettagli")

@@ -100,7 +100,8 @@ private:
     void chiediDataFine();
     void aggiornaDettaglio(FormBase::Passo& passo, Lato& lato);
     void descriviSpostamento();
-    std::string descrizioneSpostamento() const;
+    void nuovoComando();
+    void mostraSpostato();
     void spiegaBlocco();
     void cercaAncora(Lato& lato, Ricerca& ricerca, bool indietro);
     bool comandoRicerca(std::string_view nome);

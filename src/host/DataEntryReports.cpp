@@ -9,7 +9,8 @@ namespace host {
 void connectDataEntry(const std::shared_ptr<HostContext>& context, const std::weak_ptr<HostGlobal>& global) {
     auto& hooks = platform::qt::DataEntryHooks::instance();
     hooks.showMessage = [context](const QString& title, const QString& text, int style) {
-        return context->dialogs.showMessage(title.toStdString(), text.toStdString(), style);
+        const QString about = QStringLiteral("%1, azienda %2").arg(title).arg(context->company);
+        return context->dialogs.showMessage(title.toStdString(), text.toStdString(), style, about.toStdString());
     };
     hooks.showError = [context](const contract::RuntimeError& error, const contract::ErrorList& records) {
         reportError(*context, "Salvataggio", error, records);

@@ -9,6 +9,8 @@
 #include "platform/qt/CaptionedControl.h"
 #include "plugin/contract/Recordset.h"
 
+#include <utility>
+
 namespace host {
 
 void HostScriptService::setCanClose(bool canClose) {
@@ -37,7 +39,7 @@ int HostLogClass::ShowError(std::string_view application, std::string_view capti
 }
 
 int HostLogClass::ShowMessage(std::string_view title, std::string_view text, int style) {
-    return context_->dialogs.showMessage(title, text, style);
+    return context_->dialogs.showMessage(title, text, style, std::exchange(detail_, {}));
 }
 
 contract::Color HostTheme::color(std::string_view name) const {

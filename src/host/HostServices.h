@@ -85,11 +85,13 @@ public:
     void ADOError(const contract::ErrorList& errors) override { records_ = errors; }
     int ShowError(std::string_view application, std::string_view caption, std::string_view procedure,
                   int style) override;
+    void setDetail(std::string_view detail) override { detail_ = detail; }
     int ShowMessage(std::string_view title, std::string_view text, int style) override;
 
 private:
     std::shared_ptr<HostContext> context_;
     contract::Cinterface* host_ = nullptr;
+    std::string detail_; ///< of the next box
     std::optional<contract::RuntimeError> error_;
     contract::ErrorList records_;
 };

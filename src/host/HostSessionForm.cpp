@@ -32,11 +32,12 @@ struct MenuCommand {
     Of of;
 };
 using enum MenuCommand::Of;
-constexpr std::array<MenuCommand, 6> menuCommands{{{"mnuDettagli", "&Dettagli", form},
+constexpr std::array<MenuCommand, 7> menuCommands{{{"mnuDettagli", "&Dettagli", form},
                                                    {"mnuAggiorna", "&Aggiorna", form},
                                                    {"mnuCerca", "&Cerca", side},
                                                    {"mnuTrovaSuccessivo", "Trova &successivo", side},
                                                    {"mnuTrovaPrecedente", "Trova &precedente", side},
+                                                   {"mnuMostraSpostato", "&Mostra il nodo spostato", form},
                                                    {"mnuRipristinaMisure", "&Ripristina le misure", window}}};
 
 const MenuCommand* findCommand(const QString& name) {

@@ -119,7 +119,8 @@ void MainWindow::makeViewMenu() {
     const std::pair<const char*, QKeySequence> commands[] = {{"mnuAggiorna", Qt::Key_F5},
                                                              {"mnuCerca", Qt::CTRL | Qt::Key_F},
                                                              {"mnuTrovaSuccessivo", Qt::Key_F3},
-                                                             {"mnuTrovaPrecedente", Qt::SHIFT | Qt::Key_F3}};
+                                                             {"mnuTrovaPrecedente", Qt::SHIFT | Qt::Key_F3},
+                                                             {"mnuMostraSpostato", Qt::Key_F6}};
     for (const auto& [command, keys] : commands) {
         const QString name = QString::fromLatin1(command);
         auto* action = view->addAction(HostSession::menuEntryCaption(name), this,

@@ -61,6 +61,8 @@ private:
     void key(const ScriptRequest& request, QJsonObject& reply);
     void read(const ScriptRequest& request, QJsonObject& reply);
 
+    void readStatusLine(QJsonObject& reply) const;
+
     platform::qt::FormWindow& frontForm() const;
     /// The main form; refused where it is not open.
     platform::qt::FormWindow& mainForm() const;

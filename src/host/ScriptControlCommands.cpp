@@ -1,5 +1,8 @@
 #include "host/ScriptCommands.h"
 
+#include "host/StatusLine.h"
+#include "platform/qt/Appearance.h"
+
 #include <QAction>
 #include <QCoreApplication>
 #include <QJsonArray>
@@ -202,10 +205,31 @@ void ScriptCommands::key(const ScriptRequest& request, QJsonObject&) {
     refuseUnlessEmpty(reachableControl(request).key(code, modifiers));
 }
 
+// Relative to the window of which it is a part.
+void ScriptCommands::readStatusLine(QJsonObject& reply) const {
+    const auto* line =
+        hostWindow_ ? dynamic_cast<StatusLine*>(hostWindow_->findChild<QWidget*>(QLatin1String(StatusLine::name)))
+                    : nullptr;
+    if (line == nullptr)
+        throw ScriptRefusal(QStringLiteral("la finestra non ha la riga di stato"));
+    reply.insert(QStringLiteral("value"), line->text());
+    reply.insert(QStringLiteral("visible"), line->isVisibleTo(hostWindow_));
+    reply.insert(QStringLiteral("enabled"), line->isEnabledTo(hostWindow_));
+    using platform::qt::Appearance;
+    const QPoint at = line->mapTo(hostWindow_, QPoint());
+    insertGeometry(reply, {Appearance::twips(at.x()), Appearance::twips(at.y()), Appearance::twips(line->width()),
+                           Appearance::twips(line->height())});
+}
+
 void ScriptCommands::read(const ScriptRequest& request, QJsonObject& reply) {
     const QString name = request.text(QStringLiteral("control"));
     if (session_.menuEntries().contains(name)) {
         insertMenuEntry(reply, session_.menuEntryCaption(name), true, session_.menuEntryEnabled(name));
+        return;
+    }
+
+    if (name == QLatin1String(StatusLine::name)) {
+        readStatusLine(reply);
         return;
     }
 

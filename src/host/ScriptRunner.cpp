@@ -77,7 +77,9 @@ ScriptRequest parseClosingPopup(const std::function<ScriptRequest()>& parse) {
 }
 
 QJsonObject messageObject(const ShownMessage& shown) {
-    QJsonObject object{{QStringLiteral("style"), shown.style}, {QStringLiteral("answer"), shown.answer}};
+    QJsonObject object{{QStringLiteral("style"), shown.style},
+                       {QStringLiteral("answer"), shown.answer},
+                       {QStringLiteral("detail"), shown.detail}};
     if (shown.kind == ShownMessage::Kind::message) {
         object.insert(QStringLiteral("kind"), QStringLiteral("message"));
         object.insert(QStringLiteral("title"), shown.title);

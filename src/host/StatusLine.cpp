@@ -27,6 +27,7 @@ int widthOf(const QLabel& label, const QString& text) {
 } // namespace
 
 StatusLine::StatusLine(QWidget* parent) : QWidget(parent), shown_(newLabel(this)), context_(newLabel(this)) {
+    setObjectName(QLatin1String(name));
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);

@@ -10,6 +10,9 @@ namespace host {
 /// in dots and is shown whole by the tool tip.
 class StatusLine : public QWidget {
 public:
+    /// By which scripts know it.
+    static constexpr const char* name = "StatusBar";
+
     explicit StatusLine(QWidget* parent = nullptr);
 
     void setText(const QString& text);

@@ -1,6 +1,7 @@
 #include "interaction/Comandi.h"
 
 #include "data/CaricaDistinta.h"
+#include "interaction/DescrizioneSpostamento.h"
 #include "interaction/EseguiSpostamento.h"
 
 #include <string>
@@ -13,10 +14,15 @@ namespace message = contract::message;
 
 } // namespace
 
-bool Comandi::confermato() {
+bool Comandi::confermato(bool validita) {
     const auto account = (*stato_.origine.dati)["QZ02_CLIFOR_CG44"].text();
-    return stato_.messaggio("Spostare il nodo " + account + " e tutti i suoi figli?", message::yesNo) ==
-           message::answerYes;
+    return stato_.messaggio("Spostare il nodo " + account + " e tutti i suoi figli?", message::yesNo,
+                            dettaglioSpostamento(stato_, validita)) == message::answerYes;
+}
+
+void Comandi::rifiuta(FormBase::Passo& passo, std::string_view testo, bool validita) {
+    passo([&] { stato_.messaggio(testo, message::exclamation, dettaglioSpostamento(stato_, validita)); });
+    passo([&] { annunciaEsito(stato_, nessunaModifica); });
 }
 
 template <class Corpo> void Comandi::comando(std::string_view nome, Corpo&& corpo) {
@@ -39,15 +45,14 @@ void Comandi::CMD_SPOSTASTRU_ButtonClick() {
         if (stato_.origine.senzaRecord())
             return;
         if (stato_.origine.TipoCF != stato_.destinazione.TipoCF) {
-            passo([&] {
-                stato_.messaggio("Non è consentito effettuare la manutenzione tra distinte di tipologia "
-                                 "diversa(cliente/fornitore).",
-                                 message::exclamation);
-            });
+            rifiuta(passo,
+                    "Non è consentito effettuare la manutenzione tra distinte di tipologia "
+                    "diversa(cliente/fornitore).",
+                    false);
             return;
         }
         bool si = false;
-        passo([&] { si = confermato(); });
+        passo([&] { si = confermato(false); });
         if (si)
             passo([&] { sposta(false); });
     });
@@ -57,7 +62,7 @@ void Comandi::CMD_SPOSTAVALID_ButtonClick() {
     comando("CMD_SPOSTAVALID_ButtonClick", [&](auto& passo) {
         passo([&] { chiediDataFine(); });
         if (FormBase::ValoreODefault(contract::Value(stato_.DataFineLegame), contract::Value()).isEmpty()) {
-            passo([&] { stato_.messaggio("Data fine legame non impostata!", message::exclamation); });
+            rifiuta(passo, "Data fine legame non impostata!", true);
             return;
         }
         bool prima = false;
@@ -68,11 +73,10 @@ void Comandi::CMD_SPOSTAVALID_ButtonClick() {
             prima = fine && inizio && *fine < *inizio;
         });
         if (prima) {
-            passo([&] {
-                stato_.messaggio("Attenzione la data di fine legame inserita è minore della data inizio legame del "
-                                 "nodo di origine.",
-                                 message::exclamation);
-            });
+            rifiuta(passo,
+                    "Attenzione la data di fine legame inserita è minore della data inizio legame del "
+                    "nodo di origine.",
+                    true);
             return;
         }
         // Differing kinds end this command without a message, unlike the structural move.
@@ -80,7 +84,7 @@ void Comandi::CMD_SPOSTAVALID_ButtonClick() {
             stato_.origine.TipoCF != stato_.destinazione.TipoCF)
             return;
         bool si = false;
-        passo([&] { si = confermato(); });
+        passo([&] { si = confermato(true); });
         if (!si)
             return;
         // A move that is run again after an error closes the links at the date typed, which the first run replaced.

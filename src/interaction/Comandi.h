@@ -19,7 +19,8 @@ public:
     std::function<void()> chiediDataFine;
 
 private:
-    bool confermato();
+    bool confermato(bool validita);
+    void rifiuta(FormBase::Passo& passo, std::string_view testo, bool validita);
     template <class Corpo> void comando(std::string_view nome, Corpo&& corpo);
     void sposta(bool validita);
 

@@ -3,6 +3,7 @@
 #include "data/CaricaDistinta.h"
 #include "data/IstruzioniDistinta.h"
 #include "form/shared/MODQZ_DISTINTA.h"
+#include "interaction/DescrizioneSpostamento.h"
 #include "maintenance/Blocchi.h"
 #include "maintenance/IstruzioniSpostamento.h"
 #include "maintenance/LettureSingole.h"
@@ -95,6 +96,11 @@ Validita validitaDelTesto(const StatoForm& stato, contract::Date oggi) {
     return {fine, fine.plusDays(1), {}};
 }
 
+NodoSpostato nodoSpostato(const Richiesta& richiesta) {
+    return {richiesta.nodo.id, richiesta.nodo.account, richiesta.sotto,
+            richiesta.validita ? std::optional(richiesta.validita->inizio) : std::nullopt};
+}
+
 /// Whether so many nodes hang below the moved one that they are worth blocks.
 bool aBlocchi(const StatoForm& stato) {
     if (stato.nodiPerBlocchi <= 0)
@@ -152,6 +158,10 @@ void EseguiSpostamento(StatoForm& stato, bool validita) {
     // A text that is no date ends every move, also one that would not look at it.
     validitaDelTesto(stato, stato.oggi());
 
+    // While the end-of-link text is the one that the user gave.
+    const auto dettaglio = dettaglioSpostamento(stato, validita);
+    std::string fatto(nessunaModifica);
+    std::optional<NodoSpostato> spostato;
     if (stato.MessaggioSpostamento.empty()) {
         const auto richiesta = richiestaDiSpostamento(stato, validita);
         Piano piano;
@@ -165,6 +175,10 @@ void EseguiSpostamento(StatoForm& stato, bool validita) {
             ScrittureSingole scritture(stato.database(), richiesta.autore, flusso);
             sposta(letture, scritture, richiesta, piano);
         }
+        if (!piano.rifiutato()) {
+            fatto = descrizioneEsito(piano, richiesta, nomeNodo(dest));
+            spostato = nodoSpostato(richiesta);
+        }
     }
 
     if (!senzaBlanks(stato.MessaggioSpostamento).empty()) {
@@ -172,10 +186,11 @@ void EseguiSpostamento(StatoForm& stato, bool validita) {
         std::string testo = stato.MessaggioSpostamento;
         if (testo.empty())
             testo = intestazioneFalliti;
-        stato.messaggio(testo, contract::message::critical);
+        stato.messaggio(testo, contract::message::critical, dettaglio);
         transazione.rollback();
     } else {
         transazione.commit();
+        stato.nodoSpostato = spostato;
     }
 
     // The move is over: an error from here on must not run it again.
@@ -183,6 +198,7 @@ void EseguiSpostamento(StatoForm& stato, bool validita) {
         passo([&] { RicaricaAlberi(stato); });
         passo([&] { ripristinaRiga(orig, rigaOrig); });
         passo([&] { ripristinaRiga(dest, rigaDest); });
+        passo([&] { annunciaEsito(stato, fatto); });
     });
 }
 

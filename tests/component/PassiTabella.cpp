@@ -74,8 +74,9 @@ constexpr Dipendenza mancano[] = {
     // No date was given.
     {"FRMQZ_DATAFINELEGAME.", ""},
     {"TXT_DATACHIUSURALEGAME.", ""},
-    // A move that failed gives the trees again without scrolling them back.
+    // A move that failed gives the trees again without scrolling them back, and has nothing to tell.
     {"", ".setTopRow"},
+    {"", "StatusBar.setText(Spostat"},
     // Dates that could not be read are missing ones, which the form lets pass.
     {"TXT_QZ03_DATAINIZIOVAL.text", "LogClass.ShowMessage"},
     {"TXT_QZ03_DATAINIZIOVAL.text", "TXT_QZ03_DATAINIZIOVAL.setFocus"},

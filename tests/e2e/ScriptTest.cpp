@@ -273,10 +273,11 @@ TEST_F(Script, AModalMainFormStandsInTheReplyThatOpenedIt) {
 TEST_F(Script, MessagesAndErrorsHaveTheseMembers) {
     Dialogue program(place_);
     const auto keys = [](const QJsonObject& shown) { return shown.keys().join(QLatin1Char(' ')).toStdString(); };
-    EXPECT_EQ("answer kind style text title", keys(onlyMessage(program.click(QStringLiteral("CMD_SPOSTASTRU")))));
+    EXPECT_EQ("answer detail kind style text title",
+              keys(onlyMessage(program.click(QStringLiteral("CMD_SPOSTASTRU")))));
     program.must(R"({"do":"answer","values":[5]})");
     const auto error = onlyMessage(program.must(R"({"do":"menu","control":"MenuCercaDest","key":"Codice"})"));
-    EXPECT_EQ("answer caption description kind number procedure style", keys(error));
+    EXPECT_EQ("answer caption description detail kind number procedure style", keys(error));
     EXPECT_EQ("5", text(error.value(QLatin1String("answer"))));
     EXPECT_TRUE(error.value(QLatin1String("number")).isDouble());
 }

@@ -5,6 +5,8 @@
 #include "plugin/contract/Host.h"
 
 #include <QApplication>
+#include <QEventLoop>
+#include <QLabel>
 #include <QMdiSubWindow>
 #include <QMessageBox>
 #include <QPushButton>
@@ -12,6 +14,7 @@
 #include <QTimer>
 
 #include <functional>
+#include <vector>
 
 namespace {
 
@@ -131,6 +134,96 @@ TEST(MessageBoxes, ABoxWithoutAnIconsCodeShowsNone) {
     EXPECT_EQ(QMessageBox::NoIcon, iconOf(contract::message::yesNo));
     EXPECT_EQ(QMessageBox::NoIcon, iconOf(contract::message::ok));
     EXPECT_EQ(QMessageBox::Information, iconOf(contract::message::information));
+}
+
+/// What a person sees of a box, and the key that answers it.
+struct SeenBox {
+    QString text;
+    QString detail;
+    QString more;
+    bool smaller = false;
+};
+
+SeenBox pressInBox(int key, const std::function<void()>& show) {
+    SeenBox seen;
+    QTimer::singleShot(0, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        seen.text = box->text();
+        seen.detail = box->informativeText();
+        seen.more = box->detailedText();
+        const auto* label = box->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+        const auto* below = box->findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"));
+        seen.smaller = label != nullptr && below != nullptr && below->font().pointSizeF() < label->font().pointSizeF();
+        QTest::keyClick(box, static_cast<Qt::Key>(key));
+    });
+    show();
+    return seen;
+}
+
+TEST(MessageBoxes, WhatAQuestionIsAboutStandsSmallerBelowIt) {
+    host_test::needApplication();
+    host::UserDialogs dialogs;
+    int answer = 0;
+    const auto seen = pressInBox(Qt::Key_Return, [&] {
+        answer = dialogs.showMessage("Titolo", "Spostare?", contract::message::yesNo, "1109 <b>Leone</b> (6 nodi)");
+    });
+    EXPECT_EQ("Spostare?", seen.text);
+    EXPECT_EQ("1109 <b>Leone</b> (6 nodi)", seen.detail);
+    EXPECT_TRUE(seen.smaller);
+    EXPECT_EQ(contract::message::answerNo, answer);
+    EXPECT_EQ("", pressInBox(Qt::Key_Return, [&] { dialogs.showMessage("Titolo", "Testo", 0); }).detail);
+}
+
+TEST(MessageBoxes, AnErrorSaysWhatHappenedAndWhatToDoAndKeepsTheRestForItsDetails) {
+    host_test::needApplication();
+    host::UserDialogs dialogs;
+    const contract::RuntimeError error(contract::RuntimeError::database, "Lettura non riuscita.");
+    const contract::ErrorList records{{"08S01", 7, "link failure", contract::ErrorCategory::lostConnection}};
+    int answer = 0;
+    const auto seen = pressInBox(Qt::Key_Escape, [&] {
+        answer = dialogs.showError("Titolo", "CaricaDistintaOrig", error, records, contract::message::errorDisplay);
+    });
+    EXPECT_EQ("Lettura non riuscita.", seen.text);
+    EXPECT_TRUE(seen.detail.startsWith("Controllare la rete e il server")) << qPrintable(seen.detail);
+    EXPECT_FALSE(seen.detail.contains("CaricaDistintaOrig"));
+    for (const auto* part : {"CaricaDistintaOrig", "08S01", "7", "link failure"})
+        EXPECT_TRUE(seen.more.contains(part)) << part;
+    EXPECT_EQ(contract::message::answerAbort, answer);
+}
+
+TEST(MessageBoxes, EnterDoesNotRepeatAFailingStepForEver) {
+    host_test::needApplication();
+    host::UserDialogs dialogs;
+    const auto enter = [&](const char* what, int& answer) {
+        const contract::RuntimeError error(contract::RuntimeError::database, what);
+        return pressInBox(Qt::Key_Return, [&] {
+            answer = dialogs.showError("Titolo", "Passo", error, {}, contract::message::errorDisplay);
+        });
+    };
+    std::vector<int> answers;
+    const auto press = [&](const char* what) {
+        int answer = 0;
+        enter(what, answer);
+        answers.push_back(answer);
+    };
+    using namespace contract::message;
+    for (int time = 0; time < 4; ++time)
+        press("uno");
+    EXPECT_EQ((std::vector{answerRetry, answerRetry, answerAbort, answerRetry}), answers);
+    answers.clear();
+    press("due"); // another error is another count
+    press("uno");
+    press("uno");
+    press("uno");
+    EXPECT_EQ((std::vector{answerRetry, answerRetry, answerRetry, answerAbort}), answers);
+    answers.clear();
+    press("uno");
+    press("uno");
+    QEventLoop rest; // the command is over: the next one counts anew
+    QTimer::singleShot(20, &rest, &QEventLoop::quit);
+    rest.exec();
+    press("uno");
+    EXPECT_EQ((std::vector{answerRetry, answerRetry, answerRetry}), answers);
 }
 
 } // namespace

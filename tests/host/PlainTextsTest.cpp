@@ -57,7 +57,8 @@ TEST(PlainTexts, ABoxAndItsSmallerTextShowNoHtml) {
     whenBoxOpens([](QMessageBox& box) {
         expectPlainLabels(box, true);
         ASSERT_NE(box.findChild<QTextEdit*>(), nullptr);
-        EXPECT_EQ(box.findChild<QTextEdit*>()->toPlainText().trimmed(), QStringLiteral("[42000] 1: ") + badText);
+        EXPECT_EQ(box.findChild<QTextEdit*>()->toPlainText().trimmed(),
+                  QStringLiteral("Procedura %1, errore 5.\n[42000] 1: %1").arg(badText));
     });
     dialogs.showError("Titolo", bad, contract::RuntimeError(5, bad),
                       {{"42000", 1, bad, contract::ErrorCategory::other}}, 4370);

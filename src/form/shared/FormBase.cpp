@@ -72,8 +72,11 @@ void FormBase::creaClasseLog(Passo& passo, contract::Cinterface* ospite) {
     passo([&] { presente(classeLog).setInterface(ospite); });
 }
 
-int FormBase::messaggio(std::string_view testo, int stile) {
-    return presente(classeLog).ShowMessage(didascalia(), testo, stile);
+int FormBase::messaggio(std::string_view testo, int stile, std::string_view dettaglio) {
+    auto& log = presente(classeLog);
+    if (!dettaglio.empty())
+        log.setDetail(dettaglio);
+    return log.ShowMessage(didascalia(), testo, stile);
 }
 
 } // namespace qz

@@ -42,8 +42,9 @@ public:
     /// The value unless it is empty, null or blank, in which case the default; not trimmed.
     static contract::Value ValoreODefault(const contract::Value& valore, const contract::Value& predefinito);
 
-    /// Shows a message box; the code of the button pressed. Throws RuntimeError 91 without a log class.
-    int messaggio(std::string_view testo, int stile);
+    /// Shows a message box, with what it is about below its text; the code of the button pressed. Throws RuntimeError
+    /// 91 without a log class.
+    int messaggio(std::string_view testo, int stile, std::string_view dettaglio = {});
 
     /// The form's connection. Throws RuntimeError 91 when it could not be made.
     contract::Connection& database() const;

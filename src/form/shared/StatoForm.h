@@ -2,6 +2,7 @@
 
 #include "form/shared/FormBase.h"
 #include "form/shared/Lato.h"
+#include "form/shared/NodoSpostato.h"
 #include "plugin/contract/Date.h"
 
 #include <cstdint>
@@ -55,6 +56,10 @@ public:
     std::string MessaggioSpostamento;
     /// End-of-link text: the date that the user typed, and from a move with validity on the end of its new links.
     std::string DataFineLegame;
+
+    /// Nothing until a move was kept.
+    std::optional<NodoSpostato> nodoSpostato;
+    EsitoInVista esito;
 
     std::optional<contract::Date> DataInizioNodoDest;
     std::optional<contract::Date> DataFineNodoDest;

@@ -39,6 +39,7 @@ int HostLog::ShowMessage(std::string_view title, std::string_view text, int styl
     const bool question = (style & 0xF) == contract::message::yesNo;
     const auto given = answer(question ? contract::message::answerNo : contract::message::answerOk);
     state_->messages.push_back({std::string(title), std::string(text), style, given});
+    state_->messages.back().detail = std::exchange(detail_, {});
     return given;
 }
 

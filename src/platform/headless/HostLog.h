@@ -15,6 +15,7 @@ public:
     void ADOError(const contract::ErrorList& errors) override;
     int ShowError(std::string_view application, std::string_view caption, std::string_view procedure,
                   int style) override;
+    void setDetail(std::string_view detail) override { detail_ = detail; }
     int ShowMessage(std::string_view title, std::string_view text, int style) override;
 
 private:
@@ -23,6 +24,7 @@ private:
     std::shared_ptr<HostState> state_;
     int number_ = 0;
     std::string description_;
+    std::string detail_; ///< of the next box
     contract::ErrorList databaseErrors_;
 };
 

@@ -27,6 +27,7 @@ struct ShownMessage {
     std::string procedure{};              ///< error display
     int number = 0;                       ///< error display
     contract::ErrorList databaseErrors{}; ///< error display
+    std::string detail{};                 ///< message box: what it is about; not compared
     friend bool operator==(const ShownMessage& a, const ShownMessage& b) {
         return a.title == b.title && a.text == b.text && a.style == b.style && a.answer == b.answer;
     }

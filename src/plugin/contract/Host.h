@@ -65,6 +65,9 @@ public:
     /// Shows and records the error; the code of the button pressed.
     virtual int ShowError(std::string_view application, std::string_view caption, std::string_view procedure,
                           int style) = 0;
+    /// Says what the next box of ShowMessage is about, to be shown smaller below its text; it counts for that box only.
+    /// A host that has no place for it need not implement this.
+    virtual void setDetail(std::string_view detail) { static_cast<void>(detail); }
     /// Shows a plain message box; the code of the button pressed.
     virtual int ShowMessage(std::string_view title, std::string_view text, int style) = 0;
 };
