@@ -24,7 +24,7 @@ need_packages() {
 }
 
 build_packages=(g++ cmake ninja-build qt6-base-dev libgl-dev libsqlite3-dev unixodbc-dev nlohmann-json3-dev libgtest-dev fonts-inter)
-# Drivers that the tests open connections through.
-test_packages=(libsqliteodbc tdsodbc)
+# Drivers that the tests open connections through, and the letters that a table is compared with.
+test_packages=(libsqliteodbc tdsodbc unicode-data)
 
 jobs=$(nproc)
