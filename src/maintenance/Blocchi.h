@@ -23,9 +23,11 @@ namespace qz {
 /// over at once, in the order of the walk. A block that touches another number of rows than planned throws RuntimeError
 /// 5: the data changed under the move, and nothing of it may be kept.
 ///
-/// Without an author nothing is ever written: the changes are only supposed, and new links keep provisional ids.
+/// Without a workflow of states nothing is ever written: the changes are only supposed, and new links keep provisional
+/// ids.
 class Blocchi : public Letture, public Scritture {
 public:
+    /// Connection and request must outlive the object.
     Blocchi(contract::Connection& database, const Richiesta& richiesta, FlussoStati flusso);
     /// Supposes the changes only.
     Blocchi(contract::Connection& database, const Richiesta& richiesta);

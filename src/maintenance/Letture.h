@@ -17,7 +17,7 @@ struct PadreDecodificato {
     std::optional<CodiceAccount> account;
 };
 
-/// The accounts of one account within a company.
+/// An account of a company.
 struct Soggetto {
     std::int64_t ditta = 0;
     TipoCF tipo{0};
