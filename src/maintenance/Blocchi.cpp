@@ -151,6 +151,9 @@ void Blocchi::leggiLegami(std::int64_t ditta, TipoCF tipo, std::span<const Codic
                                      numeroFacoltativo(righe, "DittaPadre").value_or(0),
                                      facoltativo<TipoCF>(righe, "TipoPadre").value_or(TipoCF(0)),
                                      facoltativo<DistintaId>(righe, "DistintaPadre")};
+        // What is only supposed of a row stands in memory alone.
+        if (const auto* noto = flusso_ ? nullptr : fatti_.nodo(legame.id))
+            legame.legame = noto->legame;
         if (versoAlto && legame.accountPadre && legame.legame.distinta == richiesta_.a)
             sopra.push_back({ditta, tipo, *legame.accountPadre});
         legami[obbligatorio<CodiceAccount>(righe, "QZ02_CLIFOR_CG44")].push_back(legame);

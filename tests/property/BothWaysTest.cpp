@@ -13,6 +13,8 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -72,6 +74,13 @@ std::string described(const qz::RigaPiano& row) {
            (row.copia ? " [" + number(row.copia->accountPadre) + ": " + described(row.copia->legame) + "]" : "") + "\n";
 }
 
+std::string described(const qz::Piano& plan) {
+    std::string text = plan.fineNuoviLegami.value_or("-") + "\n";
+    for (const auto& row : plan.righe)
+        text += described(row);
+    return text;
+}
+
 Left move(contract::Connection& database, const qz::Richiesta& request, bool inBlocks) {
     NotedWorkflow workflow;
     const qz::FlussoStati flow = [&]() -> contract::WorkflowState& { return workflow; };
@@ -94,14 +103,37 @@ Left move(contract::Connection& database, const qz::Richiesta& request, bool inB
     }
     database.RollbackTrans();
     left.message = plan.messaggio;
-    left.plan = plan.fineNuoviLegami.value_or("-") + "\n";
+    left.plan = described(plan);
     for (const auto& row : plan.righe) {
-        left.plan += described(row);
         left.copied += row.esito == qz::Esito::siCopia;
         left.passed += row.esito == qz::Esito::siSposta || row.esito == qz::Esito::siCopia;
     }
     left.workflow = std::move(workflow.calls);
     return left;
+}
+
+/// Whether a plan that was only supposed says what was done. Where its links have provisional ids the database has
+/// given its own, in the same order.
+bool sameButForNewIds(const std::string& supposed, const std::string& done) {
+    std::istringstream one(supposed);
+    std::istringstream other(done);
+    std::optional<std::int64_t> apart;
+    std::string a;
+    std::string b;
+    while (one >> a) {
+        if (!(other >> b))
+            return false;
+        if (a == b)
+            continue;
+        const bool provisional = a.size() == 19 && a.find_first_not_of("0123456789") == std::string::npos;
+        if (!provisional || b.find_first_not_of("0123456789") != std::string::npos)
+            return false;
+        const auto distance = std::stoll(a) - std::stoll(b);
+        if (apart.value_or(distance) != distance)
+            return false;
+        apart = distance;
+    }
+    return !(other >> b);
 }
 
 struct Tally {
@@ -161,6 +193,8 @@ private:
         EXPECT_TRUE(single.plan == blocks.plan) << what << difference(single.plan, blocks.plan);
         EXPECT_TRUE(single.rows == blocks.rows) << what << difference(single.rows, blocks.rows);
         EXPECT_EQ(single.workflow, blocks.workflow) << what;
+        if (single.error.empty())
+            suppose(request, single, what);
         const bool kept = !single.rows.empty();
         ++(kept ? tally.kept : single.error.empty() ? tally.refused : tally.failed);
         if (!kept)
@@ -169,6 +203,17 @@ private:
         tally.partly += single.passed < all;
         tally.wide += single.passed > 100;
         tally.copies += single.copied > 1;
+    }
+
+    /// Without a transaction, and without a write.
+    void suppose(const qz::Richiesta& request, const Left& done, const std::string& what) {
+        const int before = sqlite3_total_changes(database_.handle());
+        qz::Piano plan;
+        qz::Blocchi supposing(database_, request);
+        qz::sposta(supposing, supposing, request, plan);
+        EXPECT_EQ(plan.messaggio, done.message) << what;
+        EXPECT_TRUE(sameButForNewIds(described(plan), done.plan)) << what << difference(described(plan), done.plan);
+        EXPECT_EQ(sqlite3_total_changes(database_.handle()), before) << what;
     }
 
     WorldDatabase place_;
