@@ -1,6 +1,6 @@
 #include "BenchDatabase.h"
 
-#include "data/Schema.h"
+#include "component/data/Schema.h"
 #include "platform/sqlite/BulkWriter.h"
 #include "platform/sqlite/DatabaseFile.h"
 

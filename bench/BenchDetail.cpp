@@ -2,12 +2,12 @@
 
 #include "Replay.h"
 
-#include "data/DettaglioAnagrafica.h"
-#include "data/IstruzioniDettaglio.h"
-#include "data/Schema.h"
+#include "component/data/DettaglioAnagrafica.h"
+#include "component/data/IstruzioniDettaglio.h"
+#include "component/data/Schema.h"
+#include "contract/Recordset.h"
 #include "platform/sqlite/BulkWriter.h"
 #include "platform/sqlite/DatabaseFile.h"
-#include "plugin/contract/Recordset.h"
 
 #include <benchmark/benchmark.h>
 

@@ -6,7 +6,7 @@
 
 #include "Scene.h"
 
-#include "interaction/EseguiSpostamento.h"
+#include "component/interaction/EseguiSpostamento.h"
 
 #include <benchmark/benchmark.h>
 

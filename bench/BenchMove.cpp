@@ -3,12 +3,12 @@
 
 #include "Scene.h"
 
-#include "interaction/EseguiSpostamento.h"
-#include "maintenance/IstruzioniControlli.h"
-#include "maintenance/IstruzioniSpostamento.h"
-#include "maintenance/LettureSingole.h"
-#include "maintenance/ScrittureSingole.h"
-#include "maintenance/Spostamento.h"
+#include "component/interaction/EseguiSpostamento.h"
+#include "component/maintenance/IstruzioniControlli.h"
+#include "component/maintenance/IstruzioniSpostamento.h"
+#include "component/maintenance/LettureSingole.h"
+#include "component/maintenance/ScrittureSingole.h"
+#include "component/maintenance/Spostamento.h"
 #include "platform/dialect/Translator.h"
 
 #include <benchmark/benchmark.h>

@@ -5,9 +5,9 @@
 
 #include "BenchDatabase.h"
 
-#include "maintenance/Blocchi.h"
-#include "maintenance/LettureSingole.h"
-#include "maintenance/Spostamento.h"
+#include "component/maintenance/Blocchi.h"
+#include "component/maintenance/LettureSingole.h"
+#include "component/maintenance/Spostamento.h"
 
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>

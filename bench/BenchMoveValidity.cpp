@@ -5,7 +5,7 @@
 #include "Replay.h"
 #include "Scene.h"
 
-#include "interaction/EseguiSpostamento.h"
+#include "component/interaction/EseguiSpostamento.h"
 
 #include <benchmark/benchmark.h>
 

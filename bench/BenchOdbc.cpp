@@ -2,14 +2,14 @@
 // driver: the tree's statement over the SQLite driver, and over a server where DISTINTE_TEST_ODBC names one. On a
 // server the program's tables are dropped and made anew.
 
-#include "data/IstruzioniDistinta.h"
-#include "data/Schema.h"
+#include "component/data/IstruzioniDistinta.h"
+#include "component/data/Schema.h"
+#include "contract/Recordset.h"
 #include "platform/dialect/Translator.h"
 #include "platform/odbc/BulkWriter.h"
 #include "platform/odbc/DatabaseTables.h"
 #include "platform/odbc/Literals.h"
 #include "platform/odbc/Text.h"
-#include "plugin/contract/Recordset.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,8 +1,8 @@
 // Search in a block of names of 29 bytes to one that stands last, beside memmem() over the same bytes and beside
 // folding each name at each search.
 
-#include "data/BloccoRicerca.h"
-#include "data/Lettere.h"
+#include "component/data/BloccoRicerca.h"
+#include "component/data/Lettere.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,13 +1,13 @@
 // What the adapter costs beside a bare loop over the engine's own interface, on one file with the same settings.
 
-#include "data/IstruzioniDistinta.h"
-#include "data/Schema.h"
-#include "maintenance/IstruzioniControlli.h"
-#include "maintenance/IstruzioniSpostamento.h"
+#include "component/data/IstruzioniDistinta.h"
+#include "component/data/Schema.h"
+#include "component/maintenance/IstruzioniControlli.h"
+#include "component/maintenance/IstruzioniSpostamento.h"
+#include "contract/Recordset.h"
 #include "platform/dialect/Translator.h"
 #include "platform/sqlite/BulkWriter.h"
 #include "platform/sqlite/DatabaseFile.h"
-#include "plugin/contract/Recordset.h"
 
 #include <benchmark/benchmark.h>
 

@@ -2,8 +2,8 @@
 
 #include "BenchDatabase.h"
 
-#include "data/IstruzioniDistinta.h"
-#include "form/shared/StatoForm.h"
+#include "component/data/IstruzioniDistinta.h"
+#include "component/shared/StatoForm.h"
 #include "platform/headless/HeadlessForm.h"
 #include "platform/headless/HostInterface.h"
 #include "platform/headless/HostServices.h"

@@ -43,9 +43,9 @@ if(NOT DISTINTE_SANITIZE AND NOT DISTINTE_FUZZ)
   target_link_options(distinte_options INTERFACE -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
 endif()
 
-# One room of the house: a static library of the .cpp files in its own folder.
+# One room of the house: a static library of the .cpp files in its own folder and the folders in it.
 function(distinte_room name)
-  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   if(sources)
     add_library(${name} STATIC ${sources})
     target_link_libraries(${name} PUBLIC distinte_options ${ARGN})

@@ -1,4 +1,4 @@
-#include "host/AppIcon.h"
+#include "host/windows/AppIcon.h"
 
 #include <QDir>
 #include <QGuiApplication>

@@ -1,16 +1,16 @@
 // The whole program without a screen, over demo companies: what a person waits for after a key, a click or a text,
 // until the window has been drawn again.
 
-#include "host/ComponentLibrary.h"
-#include "host/DatabaseAccess.h"
-#include "host/DatabaseSetup.h"
-#include "host/HostSession.h"
-#include "host/MainWindow.h"
-#include "host/StateStore.h"
-#include "host/StateTables.h"
-#include "platform/qt/Appearance.h"
-#include "platform/qt/Scriptable.h"
-#include "platform/qt/Session.h"
+#include "host/database/DatabaseAccess.h"
+#include "host/database/DatabaseSetup.h"
+#include "host/database/StateStore.h"
+#include "host/database/StateTables.h"
+#include "host/start/ComponentLibrary.h"
+#include "host/start/HostSession.h"
+#include "host/windows/MainWindow.h"
+#include "platform/qt/forms/Scriptable.h"
+#include "platform/qt/forms/Session.h"
+#include "platform/qt/look/Appearance.h"
 #include "platform/sqlite/DatabaseFile.h"
 
 #include <QApplication>

@@ -1,8 +1,8 @@
 // Times of the tree list over a large distinta: binding with everything open, jumps, levels closed and opened.
 
-#include "platform/qt/Appearance.h"
-#include "platform/qt/TreeListControl.h"
-#include "plugin/contract/Recordset.h"
+#include "contract/Recordset.h"
+#include "platform/qt/look/Appearance.h"
+#include "platform/qt/tree/TreeListControl.h"
 
 #include <QApplication>
 #include <QWidget>

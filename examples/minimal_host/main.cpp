@@ -1,9 +1,9 @@
 // The least that a host has to be: it loads the component, gives it a context, shows its form, does what a user would,
 // and takes everything down again. Its controls have no screen and its database is a handful of prepared answers.
+#include "contract/EntryPoints.h"
+#include "contract/Host.h"
 #include "platform/headless/HeadlessForm.h"
 #include "platform/headless/ScriptedConnection.h"
-#include "plugin/contract/EntryPoints.h"
-#include "plugin/contract/Host.h"
 
 #include <dlfcn.h>
 

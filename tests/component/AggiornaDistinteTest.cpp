@@ -1,4 +1,4 @@
-#include "data/AggiornaDistinte.h"
+#include "component/data/AggiornaDistinte.h"
 
 #include "component/Scena.h"
 

@@ -1,4 +1,4 @@
-#include "data/CaricaDistinta.h"
+#include "component/data/CaricaDistinta.h"
 #include "component/Scena.h"
 
 #include <gtest/gtest.h>

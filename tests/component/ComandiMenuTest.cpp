@@ -1,7 +1,7 @@
 // Commands of the host's menu bar that the class carries out, and what the status line says of them.
 
 #include "component/Programma.h"
-#include "data/CaricaDistinta.h"
+#include "component/data/CaricaDistinta.h"
 
 #include <gtest/gtest.h>
 

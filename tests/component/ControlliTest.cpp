@@ -1,6 +1,6 @@
-#include "maintenance/Controlli.h"
+#include "component/maintenance/Controlli.h"
 #include "component/Scena.h"
-#include "maintenance/LettureSingole.h"
+#include "component/maintenance/LettureSingole.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "component/Scena.h"
-#include "data/DettaglioAnagrafica.h"
-#include "data/Formattazione.h"
-#include "data/IstruzioniDettaglio.h"
+#include "component/data/DettaglioAnagrafica.h"
+#include "component/data/Formattazione.h"
+#include "component/data/IstruzioniDettaglio.h"
 
 #include <gtest/gtest.h>
 

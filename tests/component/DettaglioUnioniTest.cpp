@@ -1,6 +1,6 @@
 // The joins of the account detail's statements: for each table, in the statement's order, what it is joined on.
 
-#include "data/IstruzioniDettaglio.h"
+#include "component/data/IstruzioniDettaglio.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "contract/Date.h"
 #include "platform/headless/ScriptedConnection.h"
-#include "plugin/contract/Date.h"
 
 #include <cstdint>
 #include <map>

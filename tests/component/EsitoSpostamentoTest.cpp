@@ -2,7 +2,7 @@
 // moved node is found again.
 
 #include "component/Programma.h"
-#include "data/CaricaDistinta.h"
+#include "component/data/CaricaDistinta.h"
 
 #include <gtest/gtest.h>
 

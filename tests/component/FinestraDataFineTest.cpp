@@ -1,7 +1,7 @@
 // The dialog for the end-of-link date, opened from the main form as a user opens it.
 
 #include "component/Programma.h"
-#include "interaction/FRMQZ_DATAFINELEGAME.h"
+#include "component/interaction/FRMQZ_DATAFINELEGAME.h"
 
 #include <gtest/gtest.h>
 

@@ -1,12 +1,12 @@
 // The statements' texts, to the blank.
 
 #include "component/DistinteFinte.h"
-#include "data/IstruzioniDistinta.h"
-#include "data/Parametri.h"
-#include "interaction/FRMQZ_PARAMETRI.h"
-#include "maintenance/IstruzioniControlli.h"
-#include "maintenance/IstruzioniSpostamento.h"
-#include "plugin/contract/RuntimeError.h"
+#include "component/data/IstruzioniDistinta.h"
+#include "component/data/Parametri.h"
+#include "component/interaction/FRMQZ_PARAMETRI.h"
+#include "component/maintenance/IstruzioniControlli.h"
+#include "component/maintenance/IstruzioniSpostamento.h"
+#include "contract/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 // Texts without regard to case, and the table of the letters that are one.
 
-#include "data/Lettere.h"
+#include "component/data/Lettere.h"
 
-#include "data/BloccoRicerca.h"
-#include "data/TabellaLettere.h"
+#include "component/data/BloccoRicerca.h"
+#include "component/data/TabellaLettere.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "interaction/Livelli.h"
+#include "component/interaction/Livelli.h"
 #include "component/Scena.h"
 
 #include <gtest/gtest.h>

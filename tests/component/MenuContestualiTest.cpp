@@ -1,6 +1,6 @@
-#include "interaction/MenuContestuali.h"
+#include "component/interaction/MenuContestuali.h"
 #include "component/Scena.h"
-#include "interaction/ModificaNodo.h"
+#include "component/interaction/ModificaNodo.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // What a change of the focused node or column does.
 
 #include "component/NodoModificato.h"
-#include "data/CaricaDistinta.h"
+#include "component/data/CaricaDistinta.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "component/Scena.h"
-#include "interaction/ModificaNodo.h"
+#include "component/interaction/ModificaNodo.h"
 
 #include <gtest/gtest.h>
 

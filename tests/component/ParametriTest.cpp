@@ -1,4 +1,4 @@
-#include "data/Parametri.h"
+#include "component/data/Parametri.h"
 #include "component/Scena.h"
 
 #include <gtest/gtest.h>

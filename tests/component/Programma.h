@@ -1,11 +1,11 @@
 #pragma once
 
 #include "component/DistinteFinte.h"
-#include "form/FRMQZ_COPIADISTINTA.h"
+#include "component/form/FRMQZ_COPIADISTINTA.h"
+#include "component/plugin/CLSQZ_COPIADISTINTA.h"
 #include "platform/headless/HeadlessForm.h"
 #include "platform/headless/HostServices.h"
 #include "platform/headless/ScriptedConnection.h"
-#include "plugin/CLSQZ_COPIADISTINTA.h"
 
 #include <memory>
 #include <string>

@@ -1,6 +1,6 @@
 // The functions that the shared library exports, called as a host calls them.
 
-#include "plugin/contract/EntryPoints.h"
+#include "contract/EntryPoints.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The user's component registry: where it stands and what is written into it.
 
-#include "plugin/Registro.h"
+#include "component/plugin/Registro.h"
 
 #include <gtest/gtest.h>
 

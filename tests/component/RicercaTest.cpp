@@ -1,6 +1,6 @@
-#include "data/Ricerca.h"
+#include "component/data/Ricerca.h"
 #include "component/Scena.h"
-#include "data/BloccoRicerca.h"
+#include "component/data/BloccoRicerca.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "component/Scena.h"
 
-#include "data/CaricaDistinta.h"
+#include "component/data/CaricaDistinta.h"
 
 namespace prove {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "component/DistinteFinte.h"
-#include "form/shared/StatoForm.h"
+#include "component/shared/StatoForm.h"
 #include "platform/headless/HeadlessForm.h"
 #include "platform/headless/HostInterface.h"
 #include "platform/headless/HostServices.h"

@@ -1,4 +1,4 @@
-#include "data/Schema.h"
+#include "component/data/Schema.h"
 
 #include <gtest/gtest.h>
 

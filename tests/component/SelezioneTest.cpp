@@ -1,4 +1,4 @@
-#include "interaction/Selezione.h"
+#include "component/interaction/Selezione.h"
 #include "component/Scena.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "component/SpostaStruttura.h"
 #include "component/IstruzioniAttese.h"
-#include "interaction/EseguiSpostamento.h"
+#include "component/interaction/EseguiSpostamento.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "component/Scena.h"
-#include "interaction/Comandi.h"
+#include "component/interaction/Comandi.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "data/TipiDistinta.h"
+#include "component/data/TipiDistinta.h"
 #include "component/Scena.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "component/Scena.h"
-#include "form/shared/FormBase.h"
-#include "form/shared/MODQZ_DISTINTA.h"
+#include "component/shared/FormBase.h"
+#include "component/shared/MODQZ_DISTINTA.h"
 
 #include <gtest/gtest.h>
 

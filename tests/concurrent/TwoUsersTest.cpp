@@ -14,8 +14,8 @@
 #include "concurrent/Process.h"
 #include "concurrent/Replay.h"
 #include "concurrent/Worker.h"
+#include "contract/RuntimeError.h"
 #include "platform/odbc/Connection.h"
-#include "plugin/contract/RuntimeError.h"
 #include "property/RandomWorld.h"
 #include "property/WorldDatabase.h"
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "form/FRMQZ_COPIADISTINTA.h"
+#include "component/form/FRMQZ_COPIADISTINTA.h"
+#include "component/plugin/CLSQZ_COPIADISTINTA.h"
 #include "platform/headless/HeadlessForm.h"
 #include "platform/headless/HostServices.h"
-#include "plugin/CLSQZ_COPIADISTINTA.h"
 #include "property/MoveModel.h"
 
 #include <functional>

@@ -1,7 +1,7 @@
-#include "plugin/contract/Date.h"
+#include "contract/Date.h"
 
-#include "plugin/contract/RuntimeError.h"
-#include "plugin/contract/TypedDate.h"
+#include "contract/RuntimeError.h"
+#include "contract/TypedDate.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "plugin/contract/Recordset.h"
+#include "contract/Recordset.h"
 
-#include "plugin/contract/RuntimeError.h"
+#include "contract/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "plugin/contract/Snapshot.h"
+#include "contract/Snapshot.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "plugin/contract/Statement.h"
+#include "contract/Statement.h"
 
-#include "plugin/contract/RuntimeError.h"
+#include "contract/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

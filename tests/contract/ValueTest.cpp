@@ -1,4 +1,4 @@
-#include "plugin/contract/Value.h"
+#include "contract/Value.h"
 
 #include <gtest/gtest.h>
 

@@ -6,12 +6,12 @@
 //
 //   INSTANTIATE_TEST_SUITE_P(Name, ConnectionSuite, testing::Values(&makeMyDatabase), parameterName("Database"));
 
+#include "contract/Connection.h"
+#include "contract/Recordset.h"
+#include "contract/RuntimeError.h"
 #include "contract_suites/ParameterName.h"
 #include "contract_suites/Sql.h"
 #include "contract_suites/SuiteSchema.h"
-#include "plugin/contract/Connection.h"
-#include "plugin/contract/Recordset.h"
-#include "plugin/contract/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 
 // What the suites over forms share: a user's hands on a form, and a form that writes its events down.
 
-#include "plugin/contract/Form.h"
-#include "plugin/contract/RuntimeError.h"
+#include "contract/Form.h"
+#include "contract/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

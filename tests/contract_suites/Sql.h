@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plugin/contract/Statement.h"
+#include "contract/Statement.h"
 
 #include <cstddef>
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "contract/Recordset.h"
+#include "contract/RuntimeError.h"
+#include "contract/TreeList.h"
 #include "contract_suites/ParameterName.h"
 #include "contract_suites/TreeRows.h"
-#include "plugin/contract/Recordset.h"
-#include "plugin/contract/RuntimeError.h"
-#include "plugin/contract/TreeList.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "contract/Schema.h"
 #include "platform/dialect/Translator.h"
-#include "plugin/contract/Schema.h"
 
 #include <gtest/gtest.h>
 

@@ -71,7 +71,7 @@ TEST(HostContract, NamesEveryInterface) {
     const auto text = document();
     const std::regex declared(R"(\n(?:class|struct) (\w+)(?: : [^{;]*)? \{)");
     std::set<std::string> names;
-    for (const auto& file : std::filesystem::directory_iterator(inSources("src/plugin/contract"))) {
+    for (const auto& file : std::filesystem::directory_iterator(inSources("src/contract"))) {
         if (file.path().extension() != ".h")
             continue;
         const auto header = read(file.path());
@@ -88,7 +88,7 @@ TEST(HostContract, NamesWhatAHostImplementsAndCalls) {
     const std::regex operation(R"(\n    virtual [^;]*?(\w+)\([^;]*= 0;)");
     std::size_t seen = 0;
     for (const auto* file : {"Cinterface.h", "Host.h"}) {
-        const auto header = read(inSources("src/plugin/contract") / file);
+        const auto header = read(inSources("src/contract") / file);
         for (std::sregex_iterator match(header.begin(), header.end(), operation), end; match != end; ++match, ++seen)
             EXPECT_NE(std::string::npos, text.find((*match)[1])) << file << ": " << (*match)[1];
     }
@@ -97,7 +97,7 @@ TEST(HostContract, NamesWhatAHostImplementsAndCalls) {
 
 TEST(HostContract, NamesEveryEntryPoint) {
     const auto text = document();
-    const auto header = read(inSources("src/plugin/contract/EntryPoints.h"));
+    const auto header = read(inSources("src/contract/EntryPoints.h"));
     const std::regex function(R"(using (\w+)Function = )");
     std::size_t seen = 0;
     for (std::sregex_iterator match(header.begin(), header.end(), function), end; match != end; ++match, ++seen)

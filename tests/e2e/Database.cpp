@@ -1,11 +1,11 @@
 #include "e2e/Database.h"
 
-#include "data/Schema.h"
+#include "component/data/Schema.h"
+#include "contract/RuntimeError.h"
+#include "contract/Snapshot.h"
 #include "e2e/Program.h"
 #include "platform/odbc/Connection.h"
 #include "platform/odbc/DatabaseTables.h"
-#include "plugin/contract/RuntimeError.h"
-#include "plugin/contract/Snapshot.h"
 
 #include <gtest/gtest.h>
 

@@ -1,12 +1,12 @@
 // A database user with the rights that docs/operations.md asks for, and with one of them missing, on the server that
 // DISTINTE_TEST_ODBC names.
 
+#include "contract/RuntimeError.h"
 #include "e2e/Database.h"
 #include "e2e/Program.h"
 #include "e2e/Texts.h"
 #include "e2e/Works.h"
 #include "platform/odbc/Connection.h"
-#include "plugin/contract/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

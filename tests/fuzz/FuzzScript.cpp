@@ -1,7 +1,7 @@
 // Any bytes as a script: the lines that a plain split finds, and every request read or refused with a reason.
 
-#include "host/ScriptReader.h"
-#include "host/ScriptRequest.h"
+#include "host/script/ScriptReader.h"
+#include "host/script/ScriptRequest.h"
 
 #include <cstddef>
 #include <cstdint>

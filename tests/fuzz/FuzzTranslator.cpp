@@ -1,7 +1,7 @@
 // Whatever stands in a statement, the translator answers with a translation or with a refusal that quotes the place,
 // and an argument never becomes part of the statement's structure.
 
-#include "data/Schema.h"
+#include "component/data/Schema.h"
 #include "platform/dialect/Translator.h"
 
 #include <cstddef>

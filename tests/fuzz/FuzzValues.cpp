@@ -1,9 +1,9 @@
 // Dates and numbers out of any text: what is taken for one reads back as the same, and formatting takes every value.
 
-#include "data/Formattazione.h"
-#include "plugin/contract/RuntimeError.h"
-#include "plugin/contract/Statement.h"
-#include "plugin/contract/Value.h"
+#include "component/data/Formattazione.h"
+#include "contract/RuntimeError.h"
+#include "contract/Statement.h"
+#include "contract/Value.h"
 
 #include <cstddef>
 #include <cstdint>

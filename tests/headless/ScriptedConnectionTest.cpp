@@ -1,6 +1,6 @@
 #include "platform/headless/ScriptedConnection.h"
 
-#include "plugin/contract/Recordset.h"
+#include "contract/Recordset.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
+#include "contract/RuntimeError.h"
 #include "platform/headless/HeadlessTypeList.h"
-#include "plugin/contract/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
-#include "host/Backup.h"
+#include "host/database/Backup.h"
 
 #include "TestSession.h"
-#include "host/HostSession.h"
-#include "host/MainWindow.h"
+#include "contract/RuntimeError.h"
+#include "contract/Snapshot.h"
+#include "host/start/HostSession.h"
+#include "host/windows/MainWindow.h"
 #include "platform/sqlite/Connection.h"
-#include "plugin/contract/RuntimeError.h"
-#include "plugin/contract/Snapshot.h"
 
 #include <QAction>
 #include <QFileDialog>

@@ -1,4 +1,4 @@
-#include "host/BusyIndicator.h"
+#include "host/windows/BusyIndicator.h"
 
 #include "TestSession.h"
 

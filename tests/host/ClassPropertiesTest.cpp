@@ -1,4 +1,4 @@
-#include "host/ClassProperties.h"
+#include "host/script/ClassProperties.h"
 
 #include "TestSchema.h"
 

@@ -1,5 +1,5 @@
-#include "host/CommandLine.h"
-#include "host/StartFailure.h"
+#include "host/start/CommandLine.h"
+#include "host/start/StartFailure.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "host/CommandWaits.h"
+#include "host/database/CommandWaits.h"
 
 #include "TestSession.h"
-#include "host/HostServices.h"
+#include "host/services/HostServices.h"
 #include "platform/shared/Waiting.h"
 
 #include <QEventLoop>

@@ -1,15 +1,15 @@
 // The connection that the host remembers, and the dialog that asks for it.
 
-#include "host/ConnectionDialog.h"
-#include "host/DatabaseAccess.h"
-#include "host/DatabaseSetup.h"
-#include "host/StartFailure.h"
-#include "host/UserSettings.h"
+#include "host/database/DatabaseAccess.h"
+#include "host/database/DatabaseSetup.h"
+#include "host/start/StartFailure.h"
+#include "host/start/UserSettings.h"
+#include "host/windows/ConnectionDialog.h"
 
 #include "TestFolder.h"
 #include "TestSession.h"
-#include "host/UserFolders.h"
-#include "plugin/contract/RuntimeError.h"
+#include "contract/RuntimeError.h"
+#include "host/start/UserFolders.h"
 #include "property/WrappedConnection.h"
 
 #include <QMessageBox>

@@ -1,11 +1,11 @@
 // Companies, recent databases and where the present one stands; the inner window as a person makes it large and small.
 
 #include "TestSession.h"
-#include "host/CompanyChoice.h"
-#include "host/DatabaseAccess.h"
-#include "host/HostSession.h"
-#include "host/MainWindow.h"
-#include "host/UserSettings.h"
+#include "host/database/DatabaseAccess.h"
+#include "host/start/HostSession.h"
+#include "host/start/UserSettings.h"
+#include "host/windows/CompanyChoice.h"
+#include "host/windows/MainWindow.h"
 
 #include <QLabel>
 #include <QMenu>

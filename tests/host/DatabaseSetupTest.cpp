@@ -1,16 +1,16 @@
-#include "host/DatabaseSetup.h"
+#include "host/database/DatabaseSetup.h"
 
 #include "TestFolder.h"
 #include "TestSchema.h"
-#include "host/DatabaseAccess.h"
-#include "host/DemoModel.h"
-#include "host/StartFailure.h"
-#include "host/StateStore.h"
-#include "host/StateTables.h"
-#include "host/UserFolders.h"
+#include "contract/Snapshot.h"
+#include "host/database/DatabaseAccess.h"
+#include "host/database/StateStore.h"
+#include "host/database/StateTables.h"
+#include "host/demo/DemoModel.h"
+#include "host/start/StartFailure.h"
+#include "host/start/UserFolders.h"
 #include "platform/sqlite/Connection.h"
 #include "platform/sqlite/DatabaseFile.h"
-#include "plugin/contract/Snapshot.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "host/DemoModel.h"
+#include "host/demo/DemoModel.h"
 
 #include <gtest/gtest.h>
 

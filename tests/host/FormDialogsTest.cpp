@@ -1,8 +1,8 @@
 // The component's own dialogs and hidden parts in the reference host.
 
 #include "FormOnScreen.h"
-#include "host/UserDialogs.h"
-#include "plugin/contract/Host.h"
+#include "contract/Host.h"
+#include "host/windows/UserDialogs.h"
 
 #include <QApplication>
 #include <QEventLoop>

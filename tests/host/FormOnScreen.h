@@ -1,10 +1,10 @@
 #pragma once
 
 #include "TestSession.h"
-#include "host/DatabaseAccess.h"
-#include "host/HostSession.h"
-#include "host/MainWindow.h"
-#include "platform/qt/TreeListControl.h"
+#include "host/database/DatabaseAccess.h"
+#include "host/start/HostSession.h"
+#include "host/windows/MainWindow.h"
+#include "platform/qt/tree/TreeListControl.h"
 
 #include <QCoreApplication>
 #include <QTest>

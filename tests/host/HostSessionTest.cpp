@@ -1,11 +1,11 @@
-#include "host/HostSession.h"
+#include "host/start/HostSession.h"
 
 #include "TestSession.h"
-#include "host/DatabaseAccess.h"
-#include "host/MainWindow.h"
-#include "host/StartFailure.h"
-#include "platform/qt/Appearance.h"
-#include "platform/qt/Scriptable.h"
+#include "host/database/DatabaseAccess.h"
+#include "host/start/StartFailure.h"
+#include "host/windows/MainWindow.h"
+#include "platform/qt/forms/Scriptable.h"
+#include "platform/qt/look/Appearance.h"
 
 #include <QAction>
 #include <QMessageBox>

@@ -1,10 +1,10 @@
 #include "TestSession.h"
-#include "host/AccountReader.h"
-#include "host/HostGlobal.h"
-#include "host/HostServices.h"
-#include "host/LookupWindow.h"
-#include "platform/qt/Appearance.h"
-#include "plugin/contract/RuntimeError.h"
+#include "contract/RuntimeError.h"
+#include "host/services/AccountReader.h"
+#include "host/services/HostGlobal.h"
+#include "host/services/HostServices.h"
+#include "host/windows/LookupWindow.h"
+#include "platform/qt/look/Appearance.h"
 
 #include <QLabel>
 #include <QTableWidget>

@@ -1,8 +1,8 @@
-#include "host/ManualWindow.h"
+#include "host/windows/ManualWindow.h"
 
 #include "TestFolder.h"
 #include "TestSession.h"
-#include "host/UserFolders.h"
+#include "host/start/UserFolders.h"
 
 #include <QPushButton>
 #include <QScrollBar>

@@ -1,13 +1,13 @@
 // The first start: two programs at once, and what a killed one leaves.
 
-#include "host/NewFile.h"
+#include "host/database/NewFile.h"
 
 #include "TestFolder.h"
 #include "TestSchema.h"
-#include "host/DatabaseAccess.h"
-#include "host/DatabaseSetup.h"
-#include "host/StartFailure.h"
-#include "host/UserFolders.h"
+#include "host/database/DatabaseAccess.h"
+#include "host/database/DatabaseSetup.h"
+#include "host/start/StartFailure.h"
+#include "host/start/UserFolders.h"
 
 #include <gtest/gtest.h>
 

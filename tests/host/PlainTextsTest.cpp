@@ -1,11 +1,11 @@
 // What a database's texts look like in the host's own windows: letter by letter.
 
-#include "host/AccountReader.h"
-#include "host/HostGlobal.h"
-#include "host/StatusLine.h"
-#include "host/UserDialogs.h"
-#include "platform/qt/PlainText.h"
-#include "plugin/contract/RuntimeError.h"
+#include "contract/RuntimeError.h"
+#include "host/services/AccountReader.h"
+#include "host/services/HostGlobal.h"
+#include "host/windows/StatusLine.h"
+#include "host/windows/UserDialogs.h"
+#include "platform/qt/look/PlainText.h"
 
 #include "TestSession.h"
 

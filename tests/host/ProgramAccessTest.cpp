@@ -1,13 +1,13 @@
 // The whole program for someone without eyes or without a mouse: every control has a name and a role, the Tab key gets
 // everywhere and nowhere for good, and no two commands share their keys.
 
-#include "host/HostSession.h"
+#include "host/start/HostSession.h"
 
 #include "TestSession.h"
-#include "host/DatabaseAccess.h"
-#include "host/MainWindow.h"
-#include "platform/qt/Appearance.h"
-#include "platform/qt/Scriptable.h"
+#include "host/database/DatabaseAccess.h"
+#include "host/windows/MainWindow.h"
+#include "platform/qt/forms/Scriptable.h"
+#include "platform/qt/look/Appearance.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>

@@ -1,7 +1,7 @@
 // The boxes and the small dialogs of the host itself.
 
-#include "host/Prompts.h"
-#include "host/ToolkitTexts.h"
+#include "host/windows/Prompts.h"
+#include "host/start/ToolkitTexts.h"
 
 #include "TestSession.h"
 

@@ -1,9 +1,9 @@
-#include "host/ComponentLibrary.h"
+#include "host/start/ComponentLibrary.h"
 
 #include "TestFolder.h"
 #include "TestSchema.h"
-#include "host/StartFailure.h"
-#include "host/UserFolders.h"
+#include "host/start/StartFailure.h"
+#include "host/start/UserFolders.h"
 
 #include <gtest/gtest.h>
 

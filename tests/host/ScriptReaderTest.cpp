@@ -1,4 +1,4 @@
-#include "host/ScriptReader.h"
+#include "host/script/ScriptReader.h"
 
 #include <gtest/gtest.h>
 

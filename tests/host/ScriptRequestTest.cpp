@@ -1,4 +1,4 @@
-#include "host/ScriptRequest.h"
+#include "host/script/ScriptRequest.h"
 
 #include <QJsonDocument>
 

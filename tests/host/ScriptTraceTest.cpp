@@ -1,12 +1,12 @@
 // What a script is told of statements and calls that nobody read in time.
 
 #include "TestSession.h"
-#include "host/DatabaseAccess.h"
-#include "host/HostSession.h"
-#include "host/MainWindow.h"
-#include "host/RecentItems.h"
-#include "host/ScriptCommands.h"
-#include "host/ScriptRequest.h"
+#include "host/database/DatabaseAccess.h"
+#include "host/database/RecentItems.h"
+#include "host/script/ScriptCommands.h"
+#include "host/script/ScriptRequest.h"
+#include "host/start/HostSession.h"
+#include "host/windows/MainWindow.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
-#include "host/HostServices.h"
+#include "host/services/HostServices.h"
 
 #include "TestSession.h"
-#include "host/HostGlobal.h"
-#include "host/ObjectModels.h"
-#include "plugin/contract/RuntimeError.h"
-#include "plugin/contract/Snapshot.h"
+#include "contract/RuntimeError.h"
+#include "contract/Snapshot.h"
+#include "host/services/HostGlobal.h"
+#include "host/services/ObjectModels.h"
 
 #include <QJsonDocument>
 

@@ -1,13 +1,13 @@
 // A start that fails, as a person meets it.
 
-#include "host/StartWindow.h"
+#include "host/start/StartWindow.h"
 
 #include "TestSession.h"
-#include "host/DatabaseAccess.h"
-#include "host/HostSession.h"
-#include "host/MainWindow.h"
-#include "host/StartFailure.h"
-#include "host/UserSettings.h"
+#include "host/database/DatabaseAccess.h"
+#include "host/start/HostSession.h"
+#include "host/start/StartFailure.h"
+#include "host/start/UserSettings.h"
+#include "host/windows/MainWindow.h"
 
 #include <QLabel>
 #include <QLineEdit>

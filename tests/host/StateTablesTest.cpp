@@ -1,11 +1,11 @@
 // The host's states in the database of the links: one transaction with them, and taken in from where they stood before.
 
 #include "TestSession.h"
-#include "host/DatabaseAccess.h"
-#include "host/HostServices.h"
-#include "host/HostWorkflowState.h"
-#include "plugin/contract/RuntimeError.h"
-#include "plugin/contract/Snapshot.h"
+#include "contract/RuntimeError.h"
+#include "contract/Snapshot.h"
+#include "host/database/DatabaseAccess.h"
+#include "host/services/HostServices.h"
+#include "host/services/HostWorkflowState.h"
 
 #include <gtest/gtest.h>
 

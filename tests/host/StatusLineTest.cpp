@@ -1,4 +1,4 @@
-#include "host/StatusLine.h"
+#include "host/windows/StatusLine.h"
 
 #include "TestSession.h"
 

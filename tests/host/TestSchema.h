@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/ComponentLibrary.h"
+#include "host/start/ComponentLibrary.h"
 
 #include <filesystem>
 #include <string>

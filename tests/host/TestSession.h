@@ -2,10 +2,10 @@
 
 #include "TestFolder.h"
 #include "TestSchema.h"
-#include "host/DatabaseSetup.h"
-#include "host/HostContext.h"
-#include "host/StateTables.h"
-#include "platform/qt/Session.h"
+#include "host/database/DatabaseSetup.h"
+#include "host/database/StateTables.h"
+#include "host/services/HostContext.h"
+#include "platform/qt/forms/Session.h"
 #include "platform/sqlite/Connection.h"
 #include "platform/sqlite/DatabaseFile.h"
 

@@ -1,9 +1,9 @@
-#include "host/TracingConnection.h"
+#include "host/database/TracingConnection.h"
 
 #include "TestFolder.h"
-#include "host/ServiceJournal.h"
-#include "plugin/contract/RuntimeError.h"
-#include "plugin/contract/Snapshot.h"
+#include "contract/RuntimeError.h"
+#include "contract/Snapshot.h"
+#include "host/services/ServiceJournal.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "host/HostWorkflowState.h"
+#include "host/services/HostWorkflowState.h"
 
 #include "TestSession.h"
-#include "host/ErrorReport.h"
+#include "host/services/ErrorReport.h"
 
 #include <gtest/gtest.h>
 

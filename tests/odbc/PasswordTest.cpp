@@ -1,10 +1,10 @@
 // Passwords with every character that a connection string writes in a way of its own.
 
+#include "contract/RuntimeError.h"
 #include "odbc/ScriptedServer.h"
 #include "odbc/ServerLock.h"
 #include "platform/odbc/Connection.h"
 #include "platform/odbc/ConnectionString.h"
-#include "plugin/contract/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 // Moves statement by statement and in blocks over worlds that no form would have made: both leave the same.
 
-#include "maintenance/Blocchi.h"
-#include "maintenance/LettureSingole.h"
-#include "maintenance/ScrittureSingole.h"
-#include "maintenance/Spostamento.h"
+#include "component/maintenance/Blocchi.h"
+#include "component/maintenance/LettureSingole.h"
+#include "component/maintenance/ScrittureSingole.h"
+#include "component/maintenance/Spostamento.h"
 #include "property/WildWorld.h"
 #include "property/WorldDatabase.h"
 

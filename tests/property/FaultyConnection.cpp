@@ -1,7 +1,7 @@
 #include "property/FaultyConnection.h"
 
-#include "plugin/contract/RuntimeError.h"
-#include "plugin/contract/Snapshot.h"
+#include "contract/RuntimeError.h"
+#include "contract/Snapshot.h"
 
 namespace property {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plugin/contract/Date.h"
+#include "contract/Date.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,7 +1,7 @@
 #include "property/StandInServer.h"
 
+#include "contract/RuntimeError.h"
 #include "platform/odbc/Connection.h"
-#include "plugin/contract/RuntimeError.h"
 
 #include <stdexcept>
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "contract/Snapshot.h"
 #include "odbc/driver/Script.h"
 #include "platform/sqlite/Connection.h"
-#include "plugin/contract/Snapshot.h"
 #include "property/WrappedConnection.h"
 
 #include <cstddef>

@@ -1,7 +1,7 @@
 #include "property/WildWorld.h"
 
-#include "maintenance/LettureSingole.h"
-#include "plugin/contract/Recordset.h"
+#include "component/maintenance/LettureSingole.h"
+#include "contract/Recordset.h"
 
 #include <algorithm>
 

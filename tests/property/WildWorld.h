@@ -1,6 +1,6 @@
 #pragma once
 
-#include "maintenance/Piano.h"
+#include "component/maintenance/Piano.h"
 #include "platform/sqlite/Connection.h"
 
 #include <array>

@@ -1,13 +1,13 @@
 #include "property/WorldDatabase.h"
 
-#include "data/Schema.h"
+#include "component/data/Schema.h"
+#include "contract/Recordset.h"
 #include "odbc/OdbcFixture.h"
 #include "odbc/ServerLock.h"
 #include "platform/odbc/Connection.h"
 #include "platform/odbc/DatabaseTables.h"
 #include "platform/sqlite/Connection.h"
 #include "platform/sqlite/DatabaseFile.h"
-#include "plugin/contract/Recordset.h"
 
 #include <sqlite3.h>
 

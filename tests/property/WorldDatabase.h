@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plugin/contract/Connection.h"
+#include "contract/Connection.h"
 #include "property/MoveModel.h"
 
 #include <functional>

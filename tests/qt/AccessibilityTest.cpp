@@ -1,6 +1,6 @@
 #include "qt/FormFixture.h"
 
-#include "platform/qt/CaptionedControl.h"
+#include "platform/qt/forms/CaptionedControl.h"
 
 #include <QAccessible>
 

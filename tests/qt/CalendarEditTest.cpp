@@ -1,6 +1,6 @@
-#include "platform/qt/CalendarEdit.h"
-#include "platform/qt/Appearance.h"
-#include "platform/qt/FieldNote.h"
+#include "platform/qt/fields/CalendarEdit.h"
+#include "platform/qt/fields/FieldNote.h"
+#include "platform/qt/look/Appearance.h"
 #include "qt/TreeTestApp.h"
 
 #include <QApplication>

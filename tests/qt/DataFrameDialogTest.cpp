@@ -1,7 +1,7 @@
 // What stands around a data-entry frame: the question at the dialog's end, its buttons, and the navigator.
 
-#include "platform/qt/DataEntryHooks.h"
-#include "platform/qt/Session.h"
+#include "platform/qt/fields/DataEntryHooks.h"
+#include "platform/qt/forms/Session.h"
 #include "qt/DataFrameFixture.h"
 
 #include <QJsonArray>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "contract/RuntimeError.h"
 #include "platform/headless/ScriptedConnection.h"
-#include "plugin/contract/RuntimeError.h"
 #include "qt/FormFixture.h"
 
 #include <cstdint>

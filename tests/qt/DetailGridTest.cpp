@@ -1,5 +1,5 @@
-#include "platform/qt/DetailGridControl.h"
-#include "plugin/contract/RuntimeError.h"
+#include "contract/RuntimeError.h"
+#include "platform/qt/fields/DetailGridControl.h"
 #include "qt/TreeTestApp.h"
 
 #include <QClipboard>

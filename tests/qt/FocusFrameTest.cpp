@@ -1,5 +1,5 @@
-#include "platform/qt/Appearance.h"
-#include "platform/qt/FlatButton.h"
+#include "platform/qt/look/Appearance.h"
+#include "platform/qt/look/FlatButton.h"
 #include "qt/FormFixture.h"
 
 #include <QLineEdit>

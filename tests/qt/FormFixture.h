@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/qt/Appearance.h"
-#include "platform/qt/DataEntryHooks.h"
-#include "platform/qt/QtControlFactory.h"
-#include "platform/qt/Scriptable.h"
-#include "platform/qt/Session.h"
+#include "platform/qt/fields/DataEntryHooks.h"
+#include "platform/qt/forms/QtControlFactory.h"
+#include "platform/qt/forms/Scriptable.h"
+#include "platform/qt/forms/Session.h"
+#include "platform/qt/look/Appearance.h"
 #include "qt/TreeTestApp.h"
 
 #include <QApplication>

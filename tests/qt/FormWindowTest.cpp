@@ -1,6 +1,6 @@
 #include "qt/FormFixture.h"
 
-#include "plugin/contract/RuntimeError.h"
+#include "contract/RuntimeError.h"
 
 #include <QMenuBar>
 #include <QTimer>

@@ -1,9 +1,9 @@
 // Texts from the database are shown letter by letter, wherever they come to stand.
 
-#include "platform/qt/PlainText.h"
+#include "platform/qt/look/PlainText.h"
 
 #include "contract_suites/TreeRows.h"
-#include "platform/qt/PopupPresenter.h"
+#include "platform/qt/forms/PopupPresenter.h"
 #include "qt/FormFixture.h"
 
 #include <QAbstractItemView>

@@ -1,4 +1,4 @@
-#include "platform/qt/CalendarEdit.h"
+#include "platform/qt/fields/CalendarEdit.h"
 #include "qt/TreeFixture.h"
 
 #include <QImage>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "contract_suites/TreeRows.h"
-#include "platform/qt/TreeListControl.h"
+#include "platform/qt/tree/TreeListControl.h"
 #include "qt/TreeTestApp.h"
 
 #include <QCoreApplication>

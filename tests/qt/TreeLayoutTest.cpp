@@ -1,4 +1,4 @@
-#include "platform/qt/TreeHeader.h"
+#include "platform/qt/tree/TreeHeader.h"
 #include "qt/TreeFixture.h"
 
 #include <QHeaderView>

@@ -1,5 +1,5 @@
 #include "contract_suites/TreeListSuite.h"
-#include "platform/qt/TreeListControl.h"
+#include "platform/qt/tree/TreeListControl.h"
 #include "qt/TreeTestApp.h"
 
 #include <QWidget>

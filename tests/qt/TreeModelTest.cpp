@@ -1,7 +1,7 @@
-#include "platform/qt/TreeModel.h"
+#include "platform/qt/tree/TreeModel.h"
 
+#include "contract/RuntimeError.h"
 #include "contract_suites/TreeRows.h"
-#include "plugin/contract/RuntimeError.h"
 #include "qt/TreeTestApp.h"
 
 #include <QAbstractItemModelTester>

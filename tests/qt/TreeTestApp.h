@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/qt/Appearance.h"
+#include "platform/qt/look/Appearance.h"
 
 #include <QApplication>
 

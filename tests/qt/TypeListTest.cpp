@@ -1,5 +1,5 @@
-#include "platform/qt/TypeListControl.h"
-#include "plugin/contract/RuntimeError.h"
+#include "contract/RuntimeError.h"
+#include "platform/qt/tree/TypeListControl.h"
 #include "qt/TreeTestApp.h"
 
 #include <QJsonArray>

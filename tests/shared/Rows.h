@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plugin/contract/Recordset.h"
+#include "contract/Recordset.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,8 +1,8 @@
 // The statements of moves in blocks: their texts to the blank, what they come to in the embedded database, and that
 // none of them walks through a table.
 
-#include "data/Schema.h"
-#include "maintenance/IstruzioniBlocchi.h"
+#include "component/data/Schema.h"
+#include "component/maintenance/IstruzioniBlocchi.h"
 #include "platform/dialect/Translator.h"
 #include "sqlite/SqliteFixture.h"
 

@@ -1,14 +1,14 @@
 // Every statement that the component composes runs on the embedded database, and none of them walks through a big
 // table.
 
-#include "data/IstruzioniDettaglio.h"
-#include "data/IstruzioniDistinta.h"
-#include "data/Parametri.h"
-#include "data/Schema.h"
-#include "interaction/FRMQZ_PARAMETRI.h"
-#include "interaction/ModificaNodo.h"
-#include "maintenance/IstruzioniControlli.h"
-#include "maintenance/IstruzioniSpostamento.h"
+#include "component/data/IstruzioniDettaglio.h"
+#include "component/data/IstruzioniDistinta.h"
+#include "component/data/Parametri.h"
+#include "component/data/Schema.h"
+#include "component/interaction/FRMQZ_PARAMETRI.h"
+#include "component/interaction/ModificaNodo.h"
+#include "component/maintenance/IstruzioniControlli.h"
+#include "component/maintenance/IstruzioniSpostamento.h"
 #include "platform/dialect/Translator.h"
 #include "sqlite/SqliteFixture.h"
 

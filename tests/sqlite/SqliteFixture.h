@@ -1,11 +1,11 @@
 #pragma once
 
+#include "contract/Recordset.h"
+#include "contract/RuntimeError.h"
 #include "contract_suites/Sql.h"
 #include "contract_suites/SuiteSchema.h"
 #include "platform/sqlite/Connection.h"
 #include "platform/sqlite/DatabaseFile.h"
-#include "plugin/contract/Recordset.h"
-#include "plugin/contract/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plugin/contract/Schema.h"
+#include "contract/Schema.h"
 
 #include <map>
 #include <string>

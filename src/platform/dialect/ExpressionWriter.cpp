@@ -1,5 +1,5 @@
+#include "contract/Date.h"
 #include "platform/dialect/Writer.h"
-#include "plugin/contract/Date.h"
 
 #include <algorithm>
 #include <array>

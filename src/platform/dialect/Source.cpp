@@ -1,6 +1,6 @@
 #include "platform/dialect/Source.h"
 
-#include "plugin/contract/Date.h"
+#include "contract/Date.h"
 
 #include <algorithm>
 

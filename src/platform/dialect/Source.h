@@ -1,7 +1,7 @@
 #pragma once
 
-#include "plugin/contract/RuntimeError.h"
-#include "plugin/contract/Statement.h"
+#include "contract/RuntimeError.h"
+#include "contract/Statement.h"
 
 #include <cstddef>
 #include <string>

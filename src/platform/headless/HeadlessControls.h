@@ -1,7 +1,7 @@
 #pragma once
 
+#include "contract/Controls.h"
 #include "platform/headless/HeadlessControl.h"
-#include "plugin/contract/Controls.h"
 
 #include <array>
 #include <functional>

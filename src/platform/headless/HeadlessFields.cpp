@@ -1,7 +1,7 @@
 #include "platform/headless/HeadlessFields.h"
 
+#include "contract/TypedDate.h"
 #include "platform/headless/HostWorkflow.h"
-#include "plugin/contract/TypedDate.h"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "contract/Fields.h"
 #include "platform/headless/HeadlessControls.h"
-#include "plugin/contract/Fields.h"
 
 #include <functional>
 #include <memory>

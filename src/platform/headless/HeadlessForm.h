@@ -1,13 +1,13 @@
 #pragma once
 
+#include "contract/Form.h"
+#include "contract/RuntimeError.h"
 #include "platform/headless/HeadlessControls.h"
 #include "platform/headless/HeadlessDataFrame.h"
 #include "platform/headless/HeadlessFields.h"
 #include "platform/headless/HeadlessLayout.h"
 #include "platform/headless/HeadlessTree.h"
 #include "platform/headless/HeadlessTypeList.h"
-#include "plugin/contract/Form.h"
-#include "plugin/contract/RuntimeError.h"
 
 #include <functional>
 #include <memory>

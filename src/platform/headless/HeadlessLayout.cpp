@@ -1,6 +1,6 @@
 #include "platform/headless/HeadlessLayout.h"
 
-#include "plugin/contract/RuntimeError.h"
+#include "contract/RuntimeError.h"
 
 #include <algorithm>
 #include <string>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "contract/Form.h"
 #include "platform/headless/HeadlessControl.h"
 #include "platform/shared/ResizeScaler.h"
-#include "plugin/contract/Form.h"
 
 #include <functional>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "platform/headless/HeadlessTree.h"
 
-#include "plugin/contract/RuntimeError.h"
+#include "contract/RuntimeError.h"
 
 #include <algorithm>
 #include <utility>

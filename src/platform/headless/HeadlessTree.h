@@ -1,8 +1,8 @@
 #pragma once
 
+#include "contract/TreeList.h"
 #include "platform/headless/HeadlessControl.h"
 #include "platform/shared/TreeIndex.h"
-#include "plugin/contract/TreeList.h"
 
 #include <array>
 #include <cstdint>

@@ -1,5 +1,5 @@
+#include "contract/TypedDate.h"
 #include "platform/headless/HeadlessTree.h"
-#include "plugin/contract/TypedDate.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "plugin/contract/Cinterface.h"
-#include "plugin/contract/Host.h"
+#include "contract/Cinterface.h"
+#include "contract/Host.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plugin/contract/RuntimeError.h"
+#include "contract/RuntimeError.h"
 
 #include <cstdint>
 #include <functional>

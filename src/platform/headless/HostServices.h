@@ -1,10 +1,10 @@
 #pragma once
 
+#include "contract/Host.h"
 #include "platform/headless/HeadlessForm.h"
 #include "platform/headless/HostJournal.h"
 #include "platform/headless/HostWorkflow.h"
 #include "platform/headless/ScriptedConnection.h"
-#include "plugin/contract/Host.h"
 
 #include <cstdint>
 #include <deque>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "contract/Fields.h"
 #include "platform/headless/HostJournal.h"
-#include "plugin/contract/Fields.h"
 
 #include <cstdint>
 #include <map>

@@ -1,6 +1,6 @@
 #include "platform/headless/ScriptedConnection.h"
 
-#include "plugin/contract/Statement.h"
+#include "contract/Statement.h"
 
 namespace platform::headless {
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "contract/Connection.h"
+#include "contract/RuntimeError.h"
+#include "contract/Snapshot.h"
 #include "platform/headless/HostJournal.h"
-#include "plugin/contract/Connection.h"
-#include "plugin/contract/RuntimeError.h"
-#include "plugin/contract/Snapshot.h"
 
 #include <cstdint>
 #include <functional>

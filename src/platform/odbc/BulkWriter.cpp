@@ -1,8 +1,8 @@
 #include "platform/odbc/BulkWriter.h"
 
+#include "contract/RuntimeError.h"
+#include "contract/Snapshot.h"
 #include "platform/odbc/Literals.h"
-#include "plugin/contract/RuntimeError.h"
-#include "plugin/contract/Snapshot.h"
 
 #include <nlohmann/json.hpp>
 

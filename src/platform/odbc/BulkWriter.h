@@ -1,8 +1,8 @@
 #pragma once
 
+#include "contract/Schema.h"
+#include "contract/Value.h"
 #include "platform/odbc/Connection.h"
-#include "plugin/contract/Schema.h"
-#include "plugin/contract/Value.h"
 
 #include <cstdint>
 #include <initializer_list>

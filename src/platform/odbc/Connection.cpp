@@ -1,11 +1,11 @@
 #include "platform/odbc/Connection.h"
 
+#include "contract/RuntimeError.h"
 #include "platform/dialect/SqliteValues.h"
 #include "platform/odbc/DataSource.h"
 #include "platform/odbc/Literals.h"
 #include "platform/odbc/Text.h"
 #include "platform/shared/Waiting.h"
-#include "plugin/contract/RuntimeError.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "contract/Connection.h"
 #include "platform/odbc/ConnectionString.h"
 #include "platform/odbc/EngineCatalog.h"
 #include "platform/odbc/Errors.h"
 #include "platform/odbc/Handles.h"
 #include "platform/odbc/RowReader.h"
 #include "platform/odbc/StatementCache.h"
-#include "plugin/contract/Connection.h"
 
 #include <cstdint>
 #include <string>

@@ -1,10 +1,10 @@
 #include "platform/odbc/DatabaseTables.h"
 
+#include "contract/RuntimeError.h"
+#include "contract/Snapshot.h"
 #include "platform/dialect/Ddl.h"
 #include "platform/dialect/Token.h"
 #include "platform/odbc/Literals.h"
-#include "plugin/contract/RuntimeError.h"
-#include "plugin/contract/Snapshot.h"
 
 #include <algorithm>
 

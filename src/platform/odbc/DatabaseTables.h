@@ -1,7 +1,7 @@
 #pragma once
 
+#include "contract/Schema.h"
 #include "platform/odbc/Connection.h"
-#include "plugin/contract/Schema.h"
 
 #include <functional>
 #include <optional>

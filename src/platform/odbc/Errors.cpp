@@ -1,8 +1,8 @@
 #include "platform/odbc/Errors.h"
 
+#include "contract/RuntimeError.h"
 #include "platform/odbc/Text.h"
 #include "platform/shared/Outcome.h"
-#include "plugin/contract/RuntimeError.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "contract/Connection.h"
 #include "platform/odbc/Handles.h"
-#include "plugin/contract/Connection.h"
 
 #include <string>
 #include <string_view>

@@ -1,6 +1,6 @@
 #include "platform/odbc/Literals.h"
 
-#include "plugin/contract/RuntimeError.h"
+#include "contract/RuntimeError.h"
 
 namespace platform::odbc {
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "contract/Date.h"
+#include "contract/Statement.h"
 #include "platform/dialect/Translator.h"
-#include "plugin/contract/Date.h"
-#include "plugin/contract/Statement.h"
 
 #include <string>
 #include <string_view>

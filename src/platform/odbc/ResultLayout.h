@@ -1,9 +1,9 @@
 #pragma once
 
+#include "contract/Snapshot.h"
 #include "platform/dialect/Translator.h"
 #include "platform/odbc/Errors.h"
 #include "platform/odbc/Handles.h"
-#include "plugin/contract/Snapshot.h"
 
 #include <cstdint>
 #include <memory>

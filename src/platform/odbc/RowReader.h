@@ -1,7 +1,7 @@
 #pragma once
 
+#include "contract/Snapshot.h"
 #include "platform/odbc/ResultLayout.h"
-#include "plugin/contract/Snapshot.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "contract/Statement.h"
 #include "platform/dialect/Translator.h"
-#include "plugin/contract/Statement.h"
 
 #include <memory>
 #include <optional>

@@ -1,9 +1,9 @@
 // The transactions of a connection: opened and ended by the driver's autocommit switch, and found ended where the
 // server did it.
 
+#include "contract/RuntimeError.h"
 #include "platform/odbc/Connection.h"
 #include "platform/shared/Outcome.h"
-#include "plugin/contract/RuntimeError.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plugin/contract/Control.h"
+#include "contract/Control.h"
 
 namespace platform::shared {
 

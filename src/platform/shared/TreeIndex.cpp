@@ -1,6 +1,6 @@
 #include "platform/shared/TreeIndex.h"
 
-#include "plugin/contract/RuntimeError.h"
+#include "contract/RuntimeError.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "platform/sqlite/Binder.h"
 
-#include "plugin/contract/RuntimeError.h"
+#include "contract/RuntimeError.h"
 
 #include <charconv>
 #include <cstring>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "contract/Value.h"
 #include "platform/sqlite/StatementCache.h"
-#include "plugin/contract/Value.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #include "platform/sqlite/BulkWriter.h"
 
+#include "contract/RuntimeError.h"
 #include "platform/sqlite/Binder.h"
-#include "plugin/contract/RuntimeError.h"
 
 namespace platform::sqlite {
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "contract/Value.h"
 #include "platform/sqlite/Connection.h"
-#include "plugin/contract/Value.h"
 
 #include <initializer_list>
 #include <span>

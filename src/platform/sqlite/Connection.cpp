@@ -1,11 +1,11 @@
 #include "platform/sqlite/Connection.h"
 
+#include "contract/RuntimeError.h"
 #include "platform/shared/Outcome.h"
 #include "platform/shared/SystemReason.h"
 #include "platform/sqlite/Binder.h"
 #include "platform/sqlite/Errors.h"
 #include "platform/sqlite/FilePlace.h"
-#include "plugin/contract/RuntimeError.h"
 
 #include <charconv>
 #include <filesystem>

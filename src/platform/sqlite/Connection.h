@@ -1,10 +1,10 @@
 #pragma once
 
+#include "contract/Connection.h"
 #include "platform/sqlite/BusyWait.h"
 #include "platform/sqlite/EngineCatalog.h"
 #include "platform/sqlite/Handles.h"
 #include "platform/sqlite/StatementCache.h"
-#include "plugin/contract/Connection.h"
 
 #include <string>
 #include <string_view>

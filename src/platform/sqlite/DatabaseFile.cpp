@@ -1,11 +1,11 @@
 #include "platform/sqlite/DatabaseFile.h"
 
+#include "contract/RuntimeError.h"
 #include "platform/dialect/Ddl.h"
 #include "platform/dialect/Token.h"
 #include "platform/shared/SystemReason.h"
 #include "platform/sqlite/Errors.h"
 #include "platform/sqlite/FilePlace.h"
-#include "plugin/contract/RuntimeError.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -13,6 +13,7 @@
 #include <system_error>
 
 #include <fcntl.h>
+#include <sqlite3.h>
 #include <unistd.h>
 
 namespace platform::sqlite {
@@ -117,6 +118,10 @@ std::int32_t markOf(Connection& connection) {
 
 void setMark(Connection& connection, std::int32_t mark) {
     connection.runNative("PRAGMA user_version = " + std::to_string(mark));
+}
+
+std::string engineVersion() {
+    return sqlite3_libversion();
 }
 
 } // namespace platform::sqlite

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "contract/Schema.h"
 #include "platform/sqlite/Connection.h"
-#include "plugin/contract/Schema.h"
 
 #include <cstdint>
 #include <functional>
@@ -32,5 +32,8 @@ void makeEmptyFile(const std::string& path);
 /// committed with it.
 std::int32_t markOf(Connection& connection);
 void setMark(Connection& connection, std::int32_t mark);
+
+/// Version of the engine that runs, "3.40.1".
+std::string engineVersion();
 
 } // namespace platform::sqlite

@@ -1,9 +1,9 @@
 #include "platform/sqlite/Errors.h"
 
+#include "contract/RuntimeError.h"
 #include "platform/shared/Outcome.h"
 #include "platform/sqlite/BusyWait.h"
 #include "platform/sqlite/FilePlace.h"
-#include "plugin/contract/RuntimeError.h"
 
 #include <sqlite3.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "contract/Snapshot.h"
 #include "platform/dialect/Translator.h"
-#include "plugin/contract/Snapshot.h"
 
 #include <memory>
 #include <optional>

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "contract/Snapshot.h"
+#include "contract/Statement.h"
 #include "platform/dialect/Translator.h"
 #include "platform/sqlite/Handles.h"
 #include "platform/sqlite/RowReader.h"
-#include "plugin/contract/Snapshot.h"
-#include "plugin/contract/Statement.h"
 
 #include <array>
 #include <cstdint>

@@ -1,6 +1,6 @@
 // A component built against another version of the contract: whatever else of it is called ends the program.
 
-#include "plugin/contract/EntryPoints.h"
+#include "contract/EntryPoints.h"
 
 #include <cstdlib>
 

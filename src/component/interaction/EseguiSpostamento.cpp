@@ -1,0 +1,205 @@
+#include "component/interaction/EseguiSpostamento.h"
+
+#include "component/data/CaricaDistinta.h"
+#include "component/data/IstruzioniDistinta.h"
+#include "component/interaction/DescrizioneSpostamento.h"
+#include "component/maintenance/Blocchi.h"
+#include "component/maintenance/IstruzioniSpostamento.h"
+#include "component/maintenance/LettureSingole.h"
+#include "component/maintenance/ScrittureSingole.h"
+#include "component/maintenance/Spostamento.h"
+#include "component/shared/MODQZ_DISTINTA.h"
+
+namespace qz {
+
+namespace {
+
+constexpr std::string_view intestazioneFalliti = "Non è stato possibile spostare le seguenti anagrafiche:\n";
+
+std::int32_t primaRiga(const Lato& lato) {
+    return lato.albero->firstNode() ? lato.albero->topRow() : 0;
+}
+
+void ripristinaRiga(Lato& lato, std::int32_t riga) {
+    if (riga != 0)
+        lato.albero->setTopRow(riga);
+}
+
+/// Puts the record set on the node's row; false when it is not there.
+bool cerca(contract::Recordset& nodi, const contract::Value& id) {
+    for (nodi.MoveFirst(); !nodi.Eof(); nodi.MoveNext())
+        if (nodi["QZ02_ID"].integer() == id.integer())
+            return true;
+    return false;
+}
+
+/// Two days of the database; what is no day counts by its text.
+bool stessoGiorno(const contract::Value& a, const contract::Value& b) {
+    const auto giorno = a.date();
+    return giorno ? giorno == b.date() : a.text() == b.text();
+}
+
+/// Whether a link hangs where the screen showed it, in the period that the screen showed.
+bool comeMostrato(const contract::Recordset& riletto, const contract::Recordset& mostrato) {
+    return riletto["QZ02_IDPARENT_QZ02"].integer() == mostrato["QZ02_IDPARENT_QZ02"].integer() &&
+           stessoGiorno(riletto["QZ02_DATAINIZIOVAL"], mostrato["QZ02_DATAINIZIOVAL"]) &&
+           stessoGiorno(riletto["QZ02_DATAFINEVAL"], mostrato["QZ02_DATAFINEVAL"]);
+}
+
+/// What stands on the screen can be old. Read under the transaction, the two rows keep two users from building together
+/// what each alone would have been refused, and one from undoing unawares what another one has just done.
+void rileggiNodi(StatoForm& stato) {
+    const auto& orig = stato.origine;
+    const auto& dest = stato.destinazione;
+    const auto idOrig = (*orig.dati)["QZ02_ID"];
+    const auto idDest = dest.senzaRecord() ? contract::Value::null() : (*dest.dati)["QZ02_ID"];
+
+    contract::Recordset nodi;
+    nodi.Open(istruzioneRilettura(idOrig, idDest), stato.database());
+    const auto confronta = [&](const Lato& lato, const contract::Value& id, std::string_view nome) {
+        const auto account = (*lato.dati)["QZ02_CLIFOR_CG44"].text();
+        if (!cerca(nodi, id) || nodi["QZ02_ID_QZ01"].integer() != contract::Value(lato.IdDistinta).integer())
+            stato.MessaggioSpostamento += "Il nodo " + account + " non appartiene più alla " + std::string(nome) +
+                                          " visualizzata: è stato spostato o eliminato da un altro utente. "
+                                          "Spostamento annullato.\n";
+        else if (!comeMostrato(nodi, *lato.dati))
+            stato.MessaggioSpostamento += "Il nodo " + account +
+                                          " è stato modificato da un altro utente: premere F5 per aggiornare. "
+                                          "Spostamento annullato.\n";
+    };
+    confronta(orig, idOrig, "distinta di origine");
+    // A node that stands on both sides is named once.
+    if (!idDest.isMissing() && !(idDest.integer() == idOrig.integer() && !stato.MessaggioSpostamento.empty()))
+        confronta(dest, idDest, "distinta di destinazione");
+}
+
+/// Hands what a plan says to the form, however the move ends.
+class EsitoSulForm {
+public:
+    EsitoSulForm(StatoForm& stato, const Piano& piano) : stato_(stato), piano_(piano) {}
+    EsitoSulForm(const EsitoSulForm&) = delete;
+    EsitoSulForm& operator=(const EsitoSulForm&) = delete;
+    ~EsitoSulForm() {
+        stato_.MessaggioSpostamento = piano_.messaggio;
+        if (piano_.fineNuoviLegami)
+            stato_.DataFineLegame = *piano_.fineNuoviLegami;
+    }
+
+private:
+    StatoForm& stato_;
+    const Piano& piano_;
+};
+
+Validita validitaDelTesto(const StatoForm& stato, contract::Date oggi) {
+    const auto testo = FormBase::ValoreODefault(contract::Value(stato.DataFineLegame), oggi.text());
+    const auto fine = dataDelTesto(testo.text());
+    return {fine, fine.plusDays(1), {}};
+}
+
+NodoSpostato nodoSpostato(const Richiesta& richiesta) {
+    return {richiesta.nodo.id, richiesta.nodo.account, richiesta.sotto,
+            richiesta.validita ? std::optional(richiesta.validita->inizio) : std::nullopt};
+}
+
+/// Whether so many nodes hang below the moved one that they are worth blocks.
+bool aBlocchi(const StatoForm& stato) {
+    if (stato.nodiPerBlocchi <= 0)
+        return stato.nodiPerBlocchi == 0;
+    const auto& albero = *stato.origine.albero;
+    return albero.descendants(albero.focused()) > static_cast<std::size_t>(stato.nodiPerBlocchi);
+}
+
+} // namespace
+
+Richiesta richiestaDiSpostamento(const StatoForm& stato, bool validita) {
+    const auto& orig = *stato.origine.dati;
+    const auto& dest = *stato.destinazione.dati;
+    const NodoLetto nodo{obbligatorio<NodoId>(orig, "QZ02_ID"),
+                         stato.ditta(),
+                         TipoCF(stato.origine.TipoCF),
+                         facoltativo<CodiceAccount>(orig, "QZ02_CLIFOR_CG44"),
+                         {DistintaId(idSenzaApici(stato.origine.IdDistinta)),
+                          facoltativo<NodoId>(orig, "QZ02_IDPARENT_QZ02"), orig["QZ02_DATAINIZIOVAL"].date(),
+                          orig["QZ02_DATAFINEVAL"].date()},
+                         facoltativiDelLegame(orig)};
+    Richiesta richiesta{
+        nodo,
+        obbligatorio<NodoId>(dest, "QZ02_ID"),
+        facoltativo<CodiceAccount>(dest, "QZ02_CLIFOR_CG44"),
+        DistintaId(idSenzaApici(stato.origine.IdDistinta)),
+        DistintaId(idSenzaApici(stato.destinazione.IdDistinta)),
+        stato.ditta(),
+        TipoCF(stato.origine.TipoCF),
+        TipoCF(stato.destinazione.TipoCF),
+        {},
+        {stato.utente(), stato.gruppo(), stato.oggi()},
+        {stato.parametri.StatoLegame, stato.parametri.TipoCaricaDATA != 0, stato.parametri.DataFissaFINE}};
+    if (validita) {
+        richiesta.validita = validitaDelTesto(stato, richiesta.autore.oggi);
+        richiesta.validita->guid = FormBase::ValoreODefault(orig["QZ02_GUID"], contract::Value()).text();
+    }
+    return richiesta;
+}
+
+void EseguiSpostamento(StatoForm& stato, bool validita) {
+    auto& orig = stato.origine;
+    auto& dest = stato.destinazione;
+    if (orig.senzaRecord() || orig.TipoCF != dest.TipoCF)
+        return;
+
+    contract::Transaction transazione(stato.database());
+    stato.MessaggioSpostamento.clear();
+    rileggiNodi(stato);
+
+    const auto rigaOrig = primaRiga(orig);
+    const auto rigaDest = primaRiga(dest);
+    if (!dest.albero->firstNode())
+        stato.MessaggioSpostamento = "La distinta di destinazione selezionata non contiene nodi capostipite!";
+    // A text that is no date ends every move, also one that would not look at it.
+    validitaDelTesto(stato, stato.oggi());
+
+    // While the end-of-link text is the one that the user gave.
+    const auto dettaglio = dettaglioSpostamento(stato, validita);
+    std::string fatto(nessunaModifica);
+    std::optional<NodoSpostato> spostato;
+    if (stato.MessaggioSpostamento.empty()) {
+        const auto richiesta = richiestaDiSpostamento(stato, validita);
+        Piano piano;
+        const EsitoSulForm esito(stato, piano);
+        const FlussoStati flusso = [&stato]() -> contract::WorkflowState& { return stato.flusso(); };
+        if (aBlocchi(stato)) {
+            Blocchi blocchi(stato.database(), richiesta, flusso);
+            sposta(blocchi, blocchi, richiesta, piano);
+        } else {
+            LettureSingole letture(stato.database());
+            ScrittureSingole scritture(stato.database(), richiesta.autore, flusso);
+            sposta(letture, scritture, richiesta, piano);
+        }
+        if (!piano.rifiutato()) {
+            fatto = descrizioneEsito(piano, richiesta, nomeNodo(dest));
+            spostato = nodoSpostato(richiesta);
+        }
+    }
+
+    if (!senzaBlanks(stato.MessaggioSpostamento).empty()) {
+        // The heading belongs to an empty message, which does not come here.
+        std::string testo = stato.MessaggioSpostamento;
+        if (testo.empty())
+            testo = intestazioneFalliti;
+        stato.messaggio(testo, contract::message::critical, dettaglio);
+        transazione.rollback();
+    } else {
+        transazione.commit();
+        stato.nodoSpostato = spostato;
+    }
+
+    // The move is over: an error from here on must not run it again.
+    stato.procedura("EseguiSpostamento", [&](auto& passo) {
+        passo([&] { RicaricaAlberi(stato); });
+        passo([&] { ripristinaRiga(orig, rigaOrig); });
+        passo([&] { ripristinaRiga(dest, rigaDest); });
+        passo([&] { annunciaEsito(stato, fatto); });
+    });
+}
+
+} // namespace qz

@@ -1,0 +1,32 @@
+#include "component/shared/StatoForm.h"
+
+namespace qz {
+
+std::int64_t StatoForm::ditta() const {
+    const auto numero = dittaDiLavoro.integer();
+    if (!numero)
+        throw contract::RuntimeError(contract::RuntimeError::typeMismatch, "Azienda di lavoro non impostata.");
+    return *numero;
+}
+
+contract::ClsGlobal& StatoForm::globale() const {
+    if (ospite == nullptr)
+        throw contract::RuntimeError(contract::RuntimeError::objectNotSet, "Interfaccia dell'ospite non impostata.");
+    // The host interface shares the object, so it outlives the reference.
+    return presente(ospite->ClsGlobal());
+}
+
+contract::WorkflowState& StatoForm::flusso() const {
+    // The field shares the object, so it outlives the reference.
+    return presente(campoStato->object());
+}
+
+std::string StatoForm::utente() const {
+    return presente(globale().userService()).UserCode();
+}
+
+std::string StatoForm::gruppo() const {
+    return presente(globale().userService()).GroupCode();
+}
+
+} // namespace qz

@@ -1,0 +1,11 @@
+#include "host/windows/ToolCommands.h"
+
+#include "host/windows/BackupCommand.h"
+
+namespace host {
+
+void addToolCommands(QMenu& menu, const ToolContext& context) {
+    addBackupCommand(menu, *context.window, context.session, context.say);
+}
+
+} // namespace host
