@@ -109,6 +109,14 @@ bool aBlocchi(const StatoForm& stato) {
     return albero.descendants(albero.focused()) > static_cast<std::size_t>(stato.nodiPerBlocchi);
 }
 
+Avanzamento avanzamento(const StatoForm& stato) {
+    const auto& albero = *stato.origine.albero;
+    auto* const progresso = stato.avanzamento();
+    if (progresso != nullptr)
+        progresso->counts("nodi");
+    return {progresso, albero.descendants(albero.focused()) + 1};
+}
+
 } // namespace
 
 Richiesta richiestaDiSpostamento(const StatoForm& stato, bool validita) {
@@ -169,11 +177,11 @@ void EseguiSpostamento(StatoForm& stato, bool validita) {
         const FlussoStati flusso = [&stato]() -> contract::WorkflowState& { return stato.flusso(); };
         if (aBlocchi(stato)) {
             Blocchi blocchi(stato.database(), richiesta, flusso);
-            sposta(blocchi, blocchi, richiesta, piano);
+            sposta(blocchi, blocchi, richiesta, piano, avanzamento(stato));
         } else {
             LettureSingole letture(stato.database());
             ScrittureSingole scritture(stato.database(), richiesta.autore, flusso);
-            sposta(letture, scritture, richiesta, piano);
+            sposta(letture, scritture, richiesta, piano, avanzamento(stato));
         }
         if (!piano.rifiutato()) {
             fatto = descrizioneEsito(piano, richiesta, nomeNodo(dest));

@@ -78,7 +78,13 @@ public:
     /// Today, as the audit columns get it.
     std::function<contract::Date()> oggi = contract::Date::today;
 
+    /// Where the host shows how far a long work is; null where it does not.
+    contract::Progress* avanzamento() const;
+
     Lato& lato(bool dest) { return dest ? destinazione : origine; }
+
+protected:
+    void annullato() noexcept override;
 };
 
 } // namespace qz

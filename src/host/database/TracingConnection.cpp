@@ -1,5 +1,6 @@
 #include "host/database/TracingConnection.h"
 
+#include "contract/Snapshot.h"
 #include "platform/shared/LongWork.h"
 
 #include <utility>

@@ -1,5 +1,7 @@
 #include "host/script/ScriptCommands.h"
 
+#include "host/script/ScriptCancel.h"
+
 #include <QHash>
 #include <QJsonArray>
 #include <QPixmap>
@@ -63,6 +65,7 @@ ScriptCommands::Command ScriptCommands::find(const QString& verb) {
         {QStringLiteral("state"), &Self::state},
         {QStringLiteral("trace"), &Self::trace},
         {QStringLiteral("services"), &Self::services},
+        {QStringLiteral("cancel"), &Self::cancel},
         {QStringLiteral("screenshot"), &Self::screenshot},
         {QStringLiteral("click"), &Self::click},
         {QStringLiteral("select"), &Self::select},
@@ -78,6 +81,10 @@ ScriptCommands::Command ScriptCommands::find(const QString& verb) {
         {QStringLiteral("read"), &Self::read},
     };
     return commands.value(verb, nullptr);
+}
+
+void ScriptCommands::cancel(const ScriptRequest& request, QJsonObject&) {
+    ScriptCancel::request(request);
 }
 
 bool ScriptCommands::knows(const QString& verb) {

@@ -45,6 +45,7 @@ private:
     void state(const ScriptRequest& request, QJsonObject& reply);
     void trace(const ScriptRequest& request, QJsonObject& reply);
     void services(const ScriptRequest& request, QJsonObject& reply);
+    void cancel(const ScriptRequest& request, QJsonObject& reply);
     void screenshot(const ScriptRequest& request, QJsonObject& reply);
 
     // On a control of the form in front (ScriptControlCommands.cpp)
