@@ -20,8 +20,8 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <chrono>
+#include <functional>
 #include <thread>
 
 namespace {
@@ -70,27 +70,24 @@ protected:
         return false;
     }
 
-    /// Presses and releases the mouse in the middle of a widget, as the window system does, from another thread.
-    static void clickSoon(std::thread& hand, QWidget* window, QWidget* widget, std::chrono::milliseconds after) {
-        auto* const handle = window->windowHandle();
-        hand = std::thread([=] {
+    /// Does what the window system does with the user's hands, while the work goes on: in its queue of events.
+    void soon(QWidget* over, std::chrono::milliseconds after, std::function<void(QWindow*)> events) {
+        hand = std::thread([over, after, events = std::move(events)] {
             std::this_thread::sleep_for(after);
-            const QPoint middle = widget->mapTo(window, widget->rect().center());
-            const QPoint global = window->mapToGlobal(middle);
-            for (const bool down : {true, false}) {
-                qt_handleMouseEvent(handle, middle, global, down ? Qt::LeftButton : Qt::NoButton, Qt::LeftButton,
-                                    down ? QEvent::MouseButtonPress : QEvent::MouseButtonRelease, Qt::NoModifier, 1000);
-                std::this_thread::sleep_for(50ms);
-            }
+            QMetaObject::invokeMethod(
+                over, [over, events] { events(over->windowHandle()); }, Qt::QueuedConnection);
         });
     }
-    static void pressSoon(std::thread& hand, QWidget* window, int key, std::chrono::milliseconds after) {
-        auto* const handle = window->windowHandle();
-        hand = std::thread([=] {
-            std::this_thread::sleep_for(after);
-            for (const bool down : {true, false})
-                qt_handleKeyEvent(handle, down ? QEvent::KeyPress : QEvent::KeyRelease, key, Qt::NoModifier);
-        });
+    static void click(QWindow* to, const QWidget* widget) {
+        const QPoint middle = widget->mapTo(widget->window(), widget->rect().center());
+        for (const bool down : {true, false})
+            qt_handleMouseEvent(to, middle, widget->mapToGlobal(widget->rect().center()),
+                                down ? Qt::LeftButton : Qt::NoButton, Qt::LeftButton,
+                                down ? QEvent::MouseButtonPress : QEvent::MouseButtonRelease, Qt::NoModifier, 1000);
+    }
+    static void press(QWindow* to, int key, const QString& text = {}) {
+        for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease})
+            qt_handleKeyEvent(to, type, key, Qt::NoModifier, text);
     }
 
     static std::string makeDatabase(const std::string& file);
@@ -128,7 +125,7 @@ TEST_F(CancelWork, AClickOnTheButtonWithinAStatement) {
     EXPECT_FALSE(line.cancelButton()->isVisible());
     bool given = false;
     QTimer::singleShot(0, [&] {
-        clickSoon(hand, &window, line.cancelButton(), 1500ms);
+        soon(&window, 1500ms, [this](QWindow* to) { click(to, line.cancelButton()); });
         given = work();
         EXPECT_TRUE(line.cancelButton()->isVisible());
         hand.join();
@@ -144,7 +141,7 @@ TEST_F(CancelWork, AClickOnTheButtonWithinAStatement) {
 TEST_F(CancelWork, EscWithinAStatement) {
     bool given = false;
     QTimer::singleShot(0, [&] {
-        pressSoon(hand, &window, Qt::Key_Escape, 1500ms);
+        soon(&window, 1500ms, [](QWindow* to) { press(to, Qt::Key_Escape); });
         given = work();
         hand.join();
     });
@@ -153,48 +150,43 @@ TEST_F(CancelWork, EscWithinAStatement) {
 }
 
 TEST_F(CancelWork, WhatElseIsTypedAndClickedIsDropped) {
+    QPushButton other(&window);
+    int clicks = 0;
+    QObject::connect(&other, &QPushButton::clicked, [&] { ++clicks; });
+    other.setGeometry(10, 10, 80, 30);
+    other.show();
+    still.setFocus();
+    bool given = false;
     QTimer::singleShot(0, [&] {
-        auto* const handle = window.windowHandle();
-        still.setFocus();
-        hand = std::thread([=, this] {
-            std::this_thread::sleep_for(1300ms);
-            qt_handleKeyEvent(handle, QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, QStringLiteral("a"));
-            qt_handleKeyEvent(handle, QEvent::KeyRelease, Qt::Key_A, Qt::NoModifier, QStringLiteral("a"));
-            QWindow* const same = handle;
-            std::this_thread::sleep_for(300ms);
-            qt_handleKeyEvent(same, QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        soon(&window, 1400ms, [&](QWindow* to) {
+            press(to, Qt::Key_A, QStringLiteral("a"));
+            press(to, Qt::Key_Return);
+            click(to, &other);
+            EXPECT_FALSE(LongWork::instance().cancelled());
+            press(to, Qt::Key_Escape);
         });
-        EXPECT_TRUE(work());
+        given = work();
         hand.join();
     });
     rest();
+    rest();
+    EXPECT_TRUE(given);
     EXPECT_EQ("", still.text().toStdString());
-    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(0, clicks);
 }
 
 TEST_F(CancelWork, AWindowInFrontHasTheButton) {
     QDialog front(&window);
     front.resize(600, 300);
     bool given = false;
-    QTimer::singleShot(0, &front, [&] {
-        hand = std::thread([&front] {
-            std::this_thread::sleep_for(1500ms);
-            QMetaObject::invokeMethod(
-                &front,
-                [&front] {
-                    const auto* bar = front.findChild<QFrame*>(QStringLiteral("lavoro"));
-                    ASSERT_NE(nullptr, bar);
-                    auto* button = bar->findChild<QPushButton*>();
-                    ASSERT_NE(nullptr, button);
-                    EXPECT_TRUE(bar->isVisible());
-                    const QPoint middle = button->mapTo(&front, button->rect().center());
-                    for (const bool down : {true, false})
-                        qt_handleMouseEvent(front.windowHandle(), middle, front.mapToGlobal(middle),
-                                            down ? Qt::LeftButton : Qt::NoButton, Qt::LeftButton,
-                                            down ? QEvent::MouseButtonPress : QEvent::MouseButtonRelease,
-                                            Qt::NoModifier, 1000);
-                },
-                Qt::QueuedConnection);
+    QTimer::singleShot(50ms, &front, [&] {
+        soon(&front, 1500ms, [&front](QWindow* to) {
+            const auto* bar = front.findChild<QFrame*>(QStringLiteral("lavoro"));
+            ASSERT_NE(nullptr, bar);
+            const auto* button = bar->findChild<QPushButton*>();
+            ASSERT_NE(nullptr, button);
+            EXPECT_TRUE(bar->isVisible());
+            click(to, button);
         });
         given = work();
         hand.join();
@@ -211,7 +203,7 @@ TEST_F(CancelWork, AWorkOfTheHostTellsHowFarItIs) {
     int steps = 0;
     QTimer::singleShot(0, [&] {
         host::WorkProgress progress("nodi");
-        pressSoon(hand, &window, Qt::Key_Escape, 1600ms);
+        soon(&window, 1600ms, [](QWindow* to) { press(to, Qt::Key_Escape); });
         try {
             for (steps = 0; steps < 1000; ++steps) {
                 std::this_thread::sleep_for(10ms);
@@ -230,7 +222,7 @@ TEST_F(CancelWork, AWorkOfTheHostTellsHowFarItIs) {
 
 TEST_F(CancelWork, WhatCanNotBeGivenUpHasNoUseOfTheButton) {
     QTimer::singleShot(0, [&] {
-        pressSoon(hand, &window, Qt::Key_Escape, 1100ms);
+        soon(&window, 1100ms, [](QWindow* to) { press(to, Qt::Key_Escape); });
         for (int step = 0; step < 20; ++step) {
             std::this_thread::sleep_for(75ms);
             EXPECT_FALSE(LongWork::instance().stops());
