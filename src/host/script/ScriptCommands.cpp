@@ -76,6 +76,8 @@ ScriptCommands::Command ScriptCommands::find(const QString& verb) {
         {QStringLiteral("set"), &Self::set},
         {QStringLiteral("key"), &Self::key},
         {QStringLiteral("read"), &Self::read},
+        {QStringLiteral("export"), &Self::exportTable},
+        {QStringLiteral("drag"), &Self::drag},
     };
     return commands.value(verb, nullptr);
 }

@@ -6,6 +6,7 @@
 #include "platform/qt/forms/Scriptable.h"
 #include "platform/qt/forms/Session.h"
 
+#include <QAction>
 #include <QJsonObject>
 #include <QJsonValue>
 #include <QPointer>
@@ -16,6 +17,9 @@ namespace host {
 
 /// The JSON form of a value: dates as "dd/mm/yyyy", missing values as null.
 QJsonValue jsonValue(const contract::Value& value);
+
+/// The keys that a request's "modifiers" hold down. Throws ScriptRefusal for an unknown one.
+Qt::KeyboardModifiers modifiersOf(const ScriptRequest& request);
 
 /// Carries requests out on the forms that stand on the screen and on the host.
 class ScriptCommands {
@@ -47,6 +51,9 @@ private:
     void services(const ScriptRequest& request, QJsonObject& reply);
     void screenshot(const ScriptRequest& request, QJsonObject& reply);
 
+    void exportTable(const ScriptRequest& request, QJsonObject& reply); // ScriptExport.cpp
+    void drag(const ScriptRequest& request, QJsonObject& reply);        // ScriptDrag.cpp
+
     // On a control of the form in front (ScriptControlCommands.cpp)
     void click(const ScriptRequest& request, QJsonObject& reply);
     void select(const ScriptRequest& request, QJsonObject& reply);
@@ -63,6 +70,8 @@ private:
 
     void readStatusLine(QJsonObject& reply) const;
 
+    /// An entry of the window's menu bar that is the window's own; null for any other name.
+    QAction* windowEntry(const QString& name) const;
     platform::qt::FormWindow& frontForm() const;
     /// The main form; refused where it is not open.
     platform::qt::FormWindow& mainForm() const;

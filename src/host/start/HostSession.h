@@ -81,6 +81,12 @@ public:
     /// The form's shared state by name. Refused where no form is open.
     QString state(std::vector<std::pair<std::string, contract::Value>>& values) const;
 
+    /// An interface that the component's class offers beside the plug-in contract; null where it offers none, or while
+    /// there is no class.
+    template <class Capability> Capability* capability() const { return dynamic_cast<Capability*>(class_.get()); }
+    /// Shows a text in the status line until the next one.
+    void say(const QString& text) { emit statusText(text); }
+
     // The class's properties, by their names in the contract (exact case)
 
     QString getClassProperty(const QString& name, QJsonValue& value) const;
@@ -95,6 +101,8 @@ public:
     std::int64_t company() const;
     /// Changes the working company and tells the form, which closes.
     void setCompany(std::int64_t company);
+    /// The side of the form that has or had the keyboard, as the component's commands name it: "Orig" or "Dest".
+    QString side() const { return side_; }
     QString user() const;
     QString group() const;
     void setUser(const QString& user, const QString& group);
@@ -125,6 +133,8 @@ public:
 
 signals:
     void statusText(const QString& text);
+    /// What stands in the status line for a while; empty: the last statusText() again.
+    void statusHint(const QString& text);
     void formOpened();
     void formClosed();
     void contextChanged(); ///< company, user or group

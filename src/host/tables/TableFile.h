@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
 #include <optional>
 
 namespace host {
@@ -13,6 +14,12 @@ namespace host {
 struct TableTitle {
     QString title;  ///< what the list is: "Distinta ZN Zone"
     QString detail; ///< company, counts, day; may be empty
+};
+
+/// A list to be written or printed.
+struct TitledTable {
+    std::shared_ptr<const Table> table;
+    TableTitle title;
 };
 
 enum class TableFormat { csv, xlsx, pdf };

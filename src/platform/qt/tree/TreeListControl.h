@@ -77,6 +77,7 @@ public:
     std::optional<contract::Rect> cell(contract::Node node, std::string_view column) const override;
     void update() override;
 
+    TreeView& view() const { return *view_; }
     /// Asks for the texts of unbound columns that are still missing, of all nodes in one call a column.
     void fetchAllTexts();
 

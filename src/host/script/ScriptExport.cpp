@@ -1,0 +1,94 @@
+#include "host/script/ScriptExport.h"
+
+#include "host/script/ScriptCommands.h"
+#include "host/script/ScriptRequest.h"
+#include "host/tables/DistintaList.h"
+#include "host/windows/ListWindow.h"
+#include "platform/qt/forms/Session.h"
+
+#include <optional>
+#include <utility>
+
+namespace host {
+
+using platform::qt::FormWindow;
+using platform::qt::Session;
+
+namespace {
+
+/// What is exported from a list window, and the entry of the menu bar that opens it. A new one is a line here.
+constexpr std::pair<const char*, const char*> windows[] = {
+    {"preview", "mnuAnteprima"}, {"registry", "mnuRegistro"}, {"audit", "mnuVerifica"}, {"compare", "mnuConfronta"}};
+
+/// Takes the whole list of the first list window that opens while it lives, and closes that window. Windows that ask
+/// for something first are the script's to answer.
+class ListTaker {
+public:
+    ListTaker() : before_(Session::instance().modalOpened) {
+        Session::instance().modalOpened = [this](FormWindow& form) {
+            auto* window = dynamic_cast<ListWindow*>(&form);
+            if (window == nullptr || list_) {
+                before_(form);
+                return;
+            }
+            list_ = TitledTable{window->table(), {window->windowTitle(), window->heading()}};
+            window->pressClose();
+        };
+    }
+    ListTaker(const ListTaker&) = delete;
+    ListTaker& operator=(const ListTaker&) = delete;
+    ~ListTaker() { Session::instance().modalOpened = before_; }
+
+    const std::optional<TitledTable>& list() const { return list_; }
+
+private:
+    std::function<void(FormWindow&)> before_;
+    std::optional<TitledTable> list_;
+};
+
+TitledTable listOf(HostSession& session, const QString& what, const std::function<void(const QString&)>& choose) {
+    if (what == QLatin1String("origin") || what == QLatin1String("destination")) {
+        if (!session.formOpen())
+            throw ScriptRefusal(
+                QStringLiteral("la maschera %1 non è aperta").arg(QLatin1String(HostSession::mainForm)));
+        const Side side = what == QLatin1String("origin") ? Side::origin : Side::destination;
+        return distintaList(*session.formWindow(), side, TreeTable::Rows::all, session.company());
+    }
+    for (const auto& [name, entry] : windows) {
+        if (what != QLatin1String(name))
+            continue;
+        const ListTaker taker;
+        choose(QString::fromLatin1(entry));
+        if (!taker.list() || !taker.list()->table)
+            throw ScriptRefusal(QStringLiteral("l'elenco \"%1\" non si è aperto").arg(what));
+        return *taker.list();
+    }
+    throw ScriptRefusal(QStringLiteral("\"what\" deve essere origin, destination, preview, registry, audit o compare, "
+                                       "non \"%1\"")
+                            .arg(what));
+}
+
+} // namespace
+
+void exportList(HostSession& session, const QString& what, const QString& file,
+                const std::function<void(const QString&)>& choose) {
+    if (!tableFormatOf(file))
+        throw ScriptRefusal(QStringLiteral("il nome del file deve finire in .csv, .xlsx o .pdf, non \"%1\"").arg(file));
+    const TitledTable list = listOf(session, what, choose);
+    if (const QString failure = writeTableFile(*list.table, list.title, file); !failure.isEmpty())
+        throw ScriptRefusal(failure);
+}
+
+void ScriptCommands::exportTable(const ScriptRequest& request, QJsonObject&) {
+    const QString what = request.text(QStringLiteral("what"));
+    const QString file = request.text(QStringLiteral("file"));
+    refuseOverDialog();
+    exportList(session_, what, file, [this](const QString& entry) {
+        auto* action = windowEntry(entry);
+        if (action == nullptr || !action->isEnabled())
+            throw ScriptRefusal(QStringLiteral("la barra dei menu non ha la voce \"%1\"").arg(entry));
+        action->trigger();
+    });
+}
+
+} // namespace host
