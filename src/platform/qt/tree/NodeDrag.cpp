@@ -269,8 +269,8 @@ void NodeDrag::cut() {
     if (position < 0)
         return;
     from_.setCutMark(from_.nodes().key(position));
-    say(QStringLiteral("Tagliato: %1. Ctrl+V su un nodo della destinazione lo sposta, Ctrl+Maiusc+V con validità, "
-                       "Esc annulla.")
+    say(QStringLiteral("Tagliato: %1 – Ctrl+V su un nodo della destinazione lo sposta, Ctrl+Maiusc+V con validità, "
+                       "Esc annulla")
             .arg(from_.nameOf(position)));
 }
 

@@ -45,7 +45,7 @@ void TreeView::paintMarks(QPainter& painter, const QRect& row, std::int32_t posi
     painter.save();
     painter.setPen(pen);
     painter.setBrush(Qt::NoBrush);
-    painter.drawRect(row.adjusted(1, 1, -2, -3));
+    painter.drawRect(row.adjusted(1, 2, -2, -3));
     painter.restore();
 }
 
