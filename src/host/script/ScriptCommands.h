@@ -1,21 +1,16 @@
 #pragma once
 
-#include "contract/Value.h"
 #include "host/script/ScriptRequest.h"
 #include "host/start/HostSession.h"
 #include "platform/qt/forms/Scriptable.h"
 #include "platform/qt/forms/Session.h"
 
 #include <QJsonObject>
-#include <QJsonValue>
 #include <QPointer>
 #include <QString>
 #include <QWidget>
 
 namespace host {
-
-/// The JSON form of a value: dates as "dd/mm/yyyy", missing values as null.
-QJsonValue jsonValue(const contract::Value& value);
 
 /// Carries requests out on the forms that stand on the screen and on the host.
 class ScriptCommands {
