@@ -1,5 +1,6 @@
 #pragma once
 
+#include "component/plugin/ClasseConfronto.h"
 #include "component/plugin/ClasseVerifica.h"
 #include "contract/Cinterface.h"
 #include "contract/Host.h"
@@ -22,7 +23,8 @@ class CLSQZ_COPIADISTINTA : public contract::PluginClass,
                             public contract::Cinterface,
                             public contract::ActiveNavigator,
                             public contract::MoveSettings,
-                            public ClasseVerifica {
+                            public ClasseVerifica,
+                            public ClasseConfronto {
 public:
     CLSQZ_COPIADISTINTA();
     ~CLSQZ_COPIADISTINTA() override;
