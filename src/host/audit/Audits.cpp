@@ -1,20 +1,9 @@
 #include "host/audit/Audits.h"
 
 #include "contract/RuntimeError.h"
-
-#include <algorithm>
+#include "host/database/AskAgain.h"
 
 namespace host {
-
-namespace {
-
-bool lost(const contract::Connection& connection) {
-    const auto records = connection.Errors();
-    return std::any_of(records.begin(), records.end(),
-                       [](const auto& record) { return record.category == contract::ErrorCategory::lostConnection; });
-}
-
-} // namespace
 
 std::vector<std::size_t> AuditResult::counts() const {
     std::vector<std::size_t> counts(rules.size());
@@ -29,14 +18,9 @@ AuditResult auditDistinte(contract::PluginClass& component, contract::Connection
     if (audit == nullptr)
         throw contract::RuntimeError(contract::RuntimeError::invalidCall,
                                      "Il componente non verifica le distinte: serve una versione più recente.");
-    try {
-        return {audit->auditRules(), audit->audit(connection, company, progress)};
-    } catch (const contract::RuntimeError&) {
-        // It only reads: what was lost is asked again, over the connection that the next statement opens.
-        if (!lost(connection) || connection.InTransaction())
-            throw;
-    }
-    return {audit->auditRules(), audit->audit(connection, company, progress)};
+    return askAgainWhenLost(connection, [&] {
+        return AuditResult{audit->auditRules(), audit->audit(connection, company, progress)};
+    });
 }
 
 } // namespace host

@@ -77,6 +77,7 @@ ScriptCommands::Command ScriptCommands::find(const QString& verb) {
         {QStringLiteral("key"), &Self::key},
         {QStringLiteral("read"), &Self::read},
         {QStringLiteral("audit"), &Self::audit},
+        {QStringLiteral("compare"), &Self::compare},
     };
     return commands.value(verb, nullptr);
 }

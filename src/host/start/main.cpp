@@ -1,4 +1,5 @@
 #include "host/audit/CheckTask.h"
+#include "host/comparison/CompareTask.h"
 #include "host/database/DatabaseAccess.h"
 #include "host/database/DatabaseSetup.h"
 #include "host/script/ScriptReader.h"
@@ -254,7 +255,8 @@ int run(int& argc, char** argv) {
         return workForAScript(line, argc, argv);
     case CommandLine::Action::check:
         return check(line);
-    case CommandLine::Action::compare: // not there yet
+    case CommandLine::Action::compare:
+        return workQuietly(line, [&](host::QuietWork& work) { return host::compareDistinte(work, line, std::cout); });
     case CommandLine::Action::window:
         break;
     }
