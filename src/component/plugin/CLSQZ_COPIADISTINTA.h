@@ -1,5 +1,7 @@
 #pragma once
 
+#include "component/plugin/ClasseConfronto.h"
+#include "component/plugin/ClasseVerifica.h"
 #include "contract/Cinterface.h"
 #include "contract/Host.h"
 #include "contract/MoveSettings.h"
@@ -20,7 +22,9 @@ class FRMQZ_COPIADISTINTA;
 class CLSQZ_COPIADISTINTA : public contract::PluginClass,
                             public contract::Cinterface,
                             public contract::ActiveNavigator,
-                            public contract::MoveSettings {
+                            public contract::MoveSettings,
+                            public ClasseVerifica,
+                            public ClasseConfronto {
 public:
     CLSQZ_COPIADISTINTA();
     ~CLSQZ_COPIADISTINTA() override;

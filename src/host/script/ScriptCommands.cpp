@@ -63,6 +63,8 @@ ScriptCommands::Command ScriptCommands::find(const QString& verb) {
         {QStringLiteral("set"), &Self::set},
         {QStringLiteral("key"), &Self::key},
         {QStringLiteral("read"), &Self::read},
+        {QStringLiteral("audit"), &Self::audit},
+        {QStringLiteral("compare"), &Self::compare},
     };
     return commands.value(verb, nullptr);
 }

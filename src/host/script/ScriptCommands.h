@@ -42,6 +42,9 @@ private:
     void services(const ScriptRequest& request, QJsonObject& reply);
     void screenshot(const ScriptRequest& request, QJsonObject& reply);
 
+    void audit(const ScriptRequest& request, QJsonObject& reply);   // ScriptAudit.cpp
+    void compare(const ScriptRequest& request, QJsonObject& reply); // ScriptCompare.cpp
+
     // On a control of the form in front (ScriptControlCommands.cpp)
     void click(const ScriptRequest& request, QJsonObject& reply);
     void select(const ScriptRequest& request, QJsonObject& reply);

@@ -81,6 +81,11 @@ public:
     /// The form's shared state by name. Refused where no form is open.
     QString state(std::vector<std::pair<std::string, contract::Value>>& values) const;
 
+    /// Another object of the component's class, without form and context, for what needs neither.
+    std::unique_ptr<contract::PluginClass> newClass() const;
+    /// The host's own connection, open, for its own windows; nothing of it is traced.
+    contract::Connection& connection();
+
     // The class's properties, by their names in the contract (exact case)
 
     QString getClassProperty(const QString& name, QJsonValue& value) const;

@@ -1,10 +1,14 @@
 #include "host/windows/ToolCommands.h"
 
+#include "host/audit/AuditCommand.h"
+#include "host/comparison/ComparisonCommand.h"
 #include "host/windows/BackupCommand.h"
 
 namespace host {
 
 void addToolCommands(QMenu& menu, const ToolContext& context) {
+    addAuditCommands(menu, context);
+    addComparisonCommands(menu, context);
     addBackupCommand(menu, *context.window, context.session, context.say);
 }
 
