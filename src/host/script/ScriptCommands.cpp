@@ -76,6 +76,7 @@ ScriptCommands::Command ScriptCommands::find(const QString& verb) {
         {QStringLiteral("set"), &Self::set},
         {QStringLiteral("key"), &Self::key},
         {QStringLiteral("read"), &Self::read},
+        {QStringLiteral("preview"), &Self::preview},
     };
     return commands.value(verb, nullptr);
 }

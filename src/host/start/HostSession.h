@@ -81,6 +81,12 @@ public:
     /// The form's shared state by name. Refused where no form is open.
     QString state(std::vector<std::pair<std::string, contract::Value>>& values) const;
 
+    /// An interface that the component's class offers beside the plug-in contract; null where it offers none, or while
+    /// there is no class.
+    template <class Capability> Capability* capability() const { return dynamic_cast<Capability*>(class_.get()); }
+    /// Shows a text in the status line until the next one.
+    void say(const QString& text) { emit statusText(text); }
+
     // The class's properties, by their names in the contract (exact case)
 
     QString getClassProperty(const QString& name, QJsonValue& value) const;

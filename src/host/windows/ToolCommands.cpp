@@ -1,10 +1,12 @@
 #include "host/windows/ToolCommands.h"
 
 #include "host/windows/BackupCommand.h"
+#include "host/windows/PreviewCommands.h"
 
 namespace host {
 
 void addToolCommands(QMenu& menu, const ToolContext& context) {
+    addPreviewCommands(menu, context);
     addBackupCommand(menu, *context.window, context.session, context.say);
 }
 
