@@ -2,6 +2,7 @@
 
 #include "component/plugin/ClasseConfronto.h"
 #include "component/plugin/ClasseVerifica.h"
+#include "component/plugin/AnteprimaPlugin.h"
 #include "contract/Cinterface.h"
 #include "contract/Host.h"
 #include "contract/MoveSettings.h"
@@ -24,7 +25,8 @@ class CLSQZ_COPIADISTINTA : public contract::PluginClass,
                             public contract::ActiveNavigator,
                             public contract::MoveSettings,
                             public ClasseVerifica,
-                            public ClasseConfronto {
+                            public ClasseConfronto,
+                            public AnteprimaPlugin {
 public:
     CLSQZ_COPIADISTINTA();
     ~CLSQZ_COPIADISTINTA() override;
@@ -108,7 +110,7 @@ public:
     void companyChanged() override;
 
     /// The main form, for tests; nothing before ShowForm().
-    FRMQZ_COPIADISTINTA* form() const { return form_.get(); }
+    FRMQZ_COPIADISTINTA* form() const override { return form_.get(); }
 
 private:
     bool attivo() const;

@@ -65,6 +65,7 @@ ScriptCommands::Command ScriptCommands::find(const QString& verb) {
         {QStringLiteral("read"), &Self::read},
         {QStringLiteral("audit"), &Self::audit},
         {QStringLiteral("compare"), &Self::compare},
+        {QStringLiteral("preview"), &Self::preview},
     };
     return commands.value(verb, nullptr);
 }

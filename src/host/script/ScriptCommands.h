@@ -5,6 +5,7 @@
 #include "platform/qt/forms/Scriptable.h"
 #include "platform/qt/forms/Session.h"
 
+#include <QAction>
 #include <QJsonObject>
 #include <QPointer>
 #include <QString>
@@ -44,6 +45,8 @@ private:
 
     void audit(const ScriptRequest& request, QJsonObject& reply);   // ScriptAudit.cpp
     void compare(const ScriptRequest& request, QJsonObject& reply); // ScriptCompare.cpp
+    // Moves seen before they are made, and lists of them (ScriptPreview.cpp)
+    void preview(const ScriptRequest& request, QJsonObject& reply);
 
     // On a control of the form in front (ScriptControlCommands.cpp)
     void click(const ScriptRequest& request, QJsonObject& reply);
@@ -61,6 +64,8 @@ private:
 
     void readStatusLine(QJsonObject& reply) const;
 
+    /// An entry of the window's menu bar that is the window's own; null for any other name.
+    QAction* windowEntry(const QString& name) const;
     platform::qt::FormWindow& frontForm() const;
     /// The main form; refused where it is not open.
     platform::qt::FormWindow& mainForm() const;

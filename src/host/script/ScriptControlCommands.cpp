@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QJsonArray>
 #include <QMenu>
+#include <QMenuBar>
 
 #include <limits>
 
@@ -136,6 +137,13 @@ void ScriptCommands::mouse(const ScriptRequest& request, QJsonObject& reply) {
                  popup != nullptr ? QJsonArray::fromStringList(popup->itemNames()) : QJsonArray());
 }
 
+QAction* ScriptCommands::windowEntry(const QString& name) const {
+    if (session_.menuEntries().contains(name) || !name.startsWith(QLatin1String("mnu")) || !hostWindow_)
+        return nullptr;
+    const auto* bar = hostWindow_->findChild<QMenuBar*>();
+    return bar != nullptr ? bar->findChild<QAction*>(name) : nullptr;
+}
+
 void ScriptCommands::menu(const ScriptRequest& request, QJsonObject&) {
     PopupWindow* popup = Session::instance().popup();
     if (request.has(QStringLiteral("control"))) {
@@ -151,6 +159,15 @@ void ScriptCommands::menu(const ScriptRequest& request, QJsonObject&) {
         const QString menu = popup->menuName();
         if (!popup->choose(item))
             throw ScriptRefusal(QStringLiteral("la voce \"%1\" del menu %2 è disabilitata").arg(item, menu));
+        return;
+    }
+    if (auto* action = windowEntry(item)) {
+        if (popup != nullptr)
+            popup->dismiss();
+        refuseOverDialog();
+        if (!action->isEnabled())
+            throw ScriptRefusal(QStringLiteral("la voce \"%1\" del menu è disabilitata").arg(item));
+        action->trigger();
         return;
     }
     if (!session_.menuEntries().contains(item))
@@ -228,6 +245,10 @@ void ScriptCommands::read(const ScriptRequest& request, QJsonObject& reply) {
         return;
     }
 
+    if (const auto* action = windowEntry(name)) {
+        insertMenuEntry(reply, action->text(), action->isVisible(), action->isEnabled());
+        return;
+    }
     if (name == QLatin1String(StatusLine::name)) {
         readStatusLine(reply);
         return;

@@ -85,6 +85,11 @@ public:
     std::unique_ptr<contract::PluginClass> newClass() const;
     /// The host's own connection, open, for its own windows; nothing of it is traced.
     contract::Connection& connection();
+    /// An interface that the component's class offers beside the plug-in contract; null where it offers none, or while
+    /// there is no class.
+    template <class Capability> Capability* capability() const { return dynamic_cast<Capability*>(class_.get()); }
+    /// Shows a text in the status line until the next one.
+    void say(const QString& text) { emit statusText(text); }
 
     // The class's properties, by their names in the contract (exact case)
 

@@ -3,12 +3,14 @@
 #include "host/audit/AuditCommand.h"
 #include "host/comparison/ComparisonCommand.h"
 #include "host/windows/BackupCommand.h"
+#include "host/windows/PreviewCommands.h"
 
 namespace host {
 
 void addToolCommands(QMenu& menu, const ToolContext& context) {
     addAuditCommands(menu, context);
     addComparisonCommands(menu, context);
+    addPreviewCommands(menu, context);
     addBackupCommand(menu, *context.window, context.session, context.say);
 }
 
