@@ -132,7 +132,7 @@ private:
     std::shared_ptr<contract::Recordset> recordDest_;
     std::array<contract::Color, 4> colori_{};
     std::optional<contract::Date> fineProposta_; ///< of the next end-of-link date dialog
-    std::string notaRicerca_; ///< shown once in the place of what a move would do; empty for none
+    std::string notaRicerca_;                    ///< shown once in the place of what a move would do; empty for none
     bool primaAttivazioneFatta_ = false;
     int contatore_ = 0; ///< cleared with the first activation
 };

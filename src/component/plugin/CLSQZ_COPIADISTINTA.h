@@ -1,8 +1,8 @@
 #pragma once
 
+#include "component/plugin/AnteprimaPlugin.h"
 #include "component/plugin/ClasseConfronto.h"
 #include "component/plugin/ClasseVerifica.h"
-#include "component/plugin/AnteprimaPlugin.h"
 #include "contract/Cinterface.h"
 #include "contract/Host.h"
 #include "contract/MoveSettings.h"

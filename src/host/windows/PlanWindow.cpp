@@ -94,8 +94,8 @@ void PlanWindow::leaveToMove() {
         return;
     }
     showPlan(std::move(now), failure,
-         QStringLiteral("I dati sono cambiati da quando è stata fatta l'anteprima: ora è aggiornata. "
-                        "Controllarla, poi scegliere di nuovo «Sposta».\n"));
+             QStringLiteral("I dati sono cambiati da quando è stata fatta l'anteprima: ora è aggiornata. "
+                            "Controllarla, poi scegliere di nuovo «Sposta».\n"));
 }
 
 } // namespace host
