@@ -28,6 +28,7 @@ public:
     void neverFail() { failAt_.reset(); }
     std::size_t operations() const { return operations_; }
     void countFromNow() { operations_ = 0; }
+    int begun = 0; ///< transactions
     /// Brings a lost connection back.
     void reconnect();
 

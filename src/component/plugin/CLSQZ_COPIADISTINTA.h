@@ -1,5 +1,8 @@
 #pragma once
 
+#include "component/plugin/AnteprimaPlugin.h"
+#include "component/plugin/ClasseConfronto.h"
+#include "component/plugin/ClasseVerifica.h"
 #include "contract/Cinterface.h"
 #include "contract/Host.h"
 #include "contract/MoveSettings.h"
@@ -20,7 +23,10 @@ class FRMQZ_COPIADISTINTA;
 class CLSQZ_COPIADISTINTA : public contract::PluginClass,
                             public contract::Cinterface,
                             public contract::ActiveNavigator,
-                            public contract::MoveSettings {
+                            public contract::MoveSettings,
+                            public ClasseVerifica,
+                            public ClasseConfronto,
+                            public AnteprimaPlugin {
 public:
     CLSQZ_COPIADISTINTA();
     ~CLSQZ_COPIADISTINTA() override;
@@ -104,7 +110,7 @@ public:
     void companyChanged() override;
 
     /// The main form, for tests; nothing before ShowForm().
-    FRMQZ_COPIADISTINTA* form() const { return form_.get(); }
+    FRMQZ_COPIADISTINTA* form() const override { return form_.get(); }
 
 private:
     bool attivo() const;

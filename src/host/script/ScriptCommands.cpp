@@ -1,5 +1,7 @@
 #include "host/script/ScriptCommands.h"
 
+#include "host/services/Text.h"
+
 #include <QHash>
 #include <QJsonArray>
 #include <QPixmap>
@@ -33,21 +35,6 @@ void tellMissing(std::uint64_t missing, QJsonObject& reply) {
 
 } // namespace
 
-QJsonValue jsonValue(const contract::Value& value) {
-    if (value.isMissing())
-        return QJsonValue::Null;
-    if (const bool* flag = value.as<bool>())
-        return *flag;
-    if (const double* number = value.as<double>())
-        return *number;
-    if (value.isNumber()) {
-        if (const auto whole = value.integer())
-            return static_cast<qint64>(*whole);
-        return QString::fromStdString(value.text()).toDouble();
-    }
-    return QString::fromStdString(value.text());
-}
-
 ScriptCommands::Command ScriptCommands::find(const QString& verb) {
     using Self = ScriptCommands;
     static const QHash<QString, Command> commands = {
@@ -78,6 +65,9 @@ ScriptCommands::Command ScriptCommands::find(const QString& verb) {
         {QStringLiteral("read"), &Self::read},
         {QStringLiteral("export"), &Self::exportTable},
         {QStringLiteral("drag"), &Self::drag},
+        {QStringLiteral("audit"), &Self::audit},
+        {QStringLiteral("compare"), &Self::compare},
+        {QStringLiteral("preview"), &Self::preview},
     };
     return commands.value(verb, nullptr);
 }
@@ -196,7 +186,7 @@ void ScriptCommands::state(const ScriptRequest&, QJsonObject& reply) {
     refuseUnlessEmpty(session_.state(values));
     QJsonObject state;
     for (const auto& [name, value] : values)
-        state.insert(QString::fromStdString(name), jsonValue(value));
+        state.insert(toQt(name), toJson(value));
     reply.insert(QStringLiteral("state"), state);
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "contract/Value.h"
 #include "host/script/ScriptRequest.h"
 #include "host/start/HostSession.h"
 #include "platform/qt/forms/Scriptable.h"
@@ -8,15 +7,11 @@
 
 #include <QAction>
 #include <QJsonObject>
-#include <QJsonValue>
 #include <QPointer>
 #include <QString>
 #include <QWidget>
 
 namespace host {
-
-/// The JSON form of a value: dates as "dd/mm/yyyy", missing values as null.
-QJsonValue jsonValue(const contract::Value& value);
 
 /// The keys that a request's "modifiers" hold down. Throws ScriptRefusal for an unknown one.
 Qt::KeyboardModifiers modifiersOf(const ScriptRequest& request);
@@ -53,6 +48,10 @@ private:
 
     void exportTable(const ScriptRequest& request, QJsonObject& reply); // ScriptExport.cpp
     void drag(const ScriptRequest& request, QJsonObject& reply);        // ScriptDrag.cpp
+    void audit(const ScriptRequest& request, QJsonObject& reply);       // ScriptAudit.cpp
+    void compare(const ScriptRequest& request, QJsonObject& reply);     // ScriptCompare.cpp
+    // Moves seen before they are made, and lists of them (ScriptPreview.cpp)
+    void preview(const ScriptRequest& request, QJsonObject& reply);
 
     // On a control of the form in front (ScriptControlCommands.cpp)
     void click(const ScriptRequest& request, QJsonObject& reply);

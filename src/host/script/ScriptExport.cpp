@@ -1,9 +1,12 @@
 #include "host/script/ScriptExport.h"
 
+#include "host/audit/AuditCommand.h"
+#include "host/comparison/ComparisonCommand.h"
 #include "host/script/ScriptCommands.h"
 #include "host/script/ScriptRequest.h"
 #include "host/tables/DistintaList.h"
 #include "host/windows/ListWindow.h"
+#include "host/windows/PreviewCommands.h"
 #include "platform/qt/forms/Session.h"
 
 #include <optional>
@@ -16,9 +19,16 @@ using platform::qt::Session;
 
 namespace {
 
-/// What is exported from a list window, and the entry of the menu bar that opens it. A new one is a line here.
-constexpr std::pair<const char*, const char*> windows[] = {
-    {"preview", "mnuAnteprima"}, {"registry", "mnuRegistro"}, {"audit", "mnuVerifica"}, {"compare", "mnuConfronta"}};
+/// What is exported from a list window, and what shows it. A new one is a line here.
+struct ListWindowSource {
+    const char* what;
+    void (*show)(HostSession& session, QWidget* window);
+};
+constexpr ListWindowSource windows[] = {
+    {"preview", [](HostSession& session, QWidget* window) { showPreview(session, window, {}); }},
+    {"audit", [](HostSession& session, QWidget* window) { showAudit(session, window); }},
+    {"compare", [](HostSession& session, QWidget* window) { showComparison(session, window, std::nullopt); }},
+};
 
 /// Takes the whole list of the first list window that opens while it lives, and closes that window. Windows that ask
 /// for something first are the script's to answer.
@@ -46,7 +56,7 @@ private:
     std::optional<TitledTable> list_;
 };
 
-TitledTable listOf(HostSession& session, const QString& what, const std::function<void(const QString&)>& choose) {
+TitledTable listOf(HostSession& session, QWidget* window, const QString& what) {
     if (what == QLatin1String("origin") || what == QLatin1String("destination")) {
         if (!session.formOpen())
             throw ScriptRefusal(
@@ -54,11 +64,11 @@ TitledTable listOf(HostSession& session, const QString& what, const std::functio
         const Side side = what == QLatin1String("origin") ? Side::origin : Side::destination;
         return distintaList(*session.formWindow(), side, TreeTable::Rows::all, session.company());
     }
-    for (const auto& [name, entry] : windows) {
-        if (what != QLatin1String(name))
+    for (const auto& source : windows) {
+        if (what != QLatin1String(source.what))
             continue;
         const ListTaker taker;
-        choose(QString::fromLatin1(entry));
+        source.show(session, window);
         if (!taker.list() || !taker.list()->table)
             throw ScriptRefusal(QStringLiteral("l'elenco \"%1\" non si è aperto").arg(what));
         return *taker.list();
@@ -70,11 +80,10 @@ TitledTable listOf(HostSession& session, const QString& what, const std::functio
 
 } // namespace
 
-void exportList(HostSession& session, const QString& what, const QString& file,
-                const std::function<void(const QString&)>& choose) {
+void exportList(HostSession& session, QWidget* window, const QString& what, const QString& file) {
     if (!tableFormatOf(file))
         throw ScriptRefusal(QStringLiteral("il nome del file deve finire in .csv, .xlsx o .pdf, non \"%1\"").arg(file));
-    const TitledTable list = listOf(session, what, choose);
+    const TitledTable list = listOf(session, window, what);
     if (const QString failure = writeTableFile(*list.table, list.title, file); !failure.isEmpty())
         throw ScriptRefusal(failure);
 }
@@ -83,12 +92,7 @@ void ScriptCommands::exportTable(const ScriptRequest& request, QJsonObject&) {
     const QString what = request.text(QStringLiteral("what"));
     const QString file = request.text(QStringLiteral("file"));
     refuseOverDialog();
-    exportList(session_, what, file, [this](const QString& entry) {
-        auto* action = windowEntry(entry);
-        if (action == nullptr || !action->isEnabled())
-            throw ScriptRefusal(QStringLiteral("la barra dei menu non ha la voce \"%1\"").arg(entry));
-        action->trigger();
-    });
+    exportList(session_, hostWindow_, what, file);
 }
 
 } // namespace host

@@ -81,6 +81,10 @@ public:
     /// The form's shared state by name. Refused where no form is open.
     QString state(std::vector<std::pair<std::string, contract::Value>>& values) const;
 
+    /// Another object of the component's class, without form and context, for what needs neither.
+    std::unique_ptr<contract::PluginClass> newClass() const;
+    /// The host's own connection, open, for its own windows; nothing of it is traced.
+    contract::Connection& connection();
     /// An interface that the component's class offers beside the plug-in contract; null where it offers none, or while
     /// there is no class.
     template <class Capability> Capability* capability() const { return dynamic_cast<Capability*>(class_.get()); }

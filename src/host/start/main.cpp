@@ -1,3 +1,5 @@
+#include "host/audit/CheckTask.h"
+#include "host/comparison/CompareTask.h"
 #include "host/database/DatabaseAccess.h"
 #include "host/database/DatabaseSetup.h"
 #include "host/script/ScriptReader.h"
@@ -5,6 +7,7 @@
 #include "host/start/CommandLine.h"
 #include "host/start/ComponentLibrary.h"
 #include "host/start/HostSession.h"
+#include "host/start/QuietWork.h"
 #include "host/start/StartFailure.h"
 #include "host/start/StartWindow.h"
 #include "host/start/ToolkitTexts.h"
@@ -116,6 +119,21 @@ int create(const CommandLine& line) {
         host::createDatabase(complete, component.schema(), demo ? std::optional(line.demoSize) : std::nullopt);
     });
     return static_cast<int>(ExitStatus::success);
+}
+
+/// Does a task that needs no screen.
+template <class Task> int workQuietly(const CommandLine& line, Task task) {
+    auto component = loadComponent();
+    const std::string database = databaseOf(line, component.schema());
+    std::optional<host::QuietWork> work;
+    unattended(database, [&] { work.emplace(line, component, database); });
+    return task(*work);
+}
+
+int check(const CommandLine& line) {
+    return workQuietly(line, [&](host::QuietWork& work) {
+        return host::checkDistinte(work, line.severity, line.format.value_or(CommandLine::Format::text), std::cout);
+    });
 }
 
 void useItalian(QApplication& application) {
@@ -235,6 +253,10 @@ int run(int& argc, char** argv) {
         return create(line);
     case CommandLine::Action::script:
         return workForAScript(line, argc, argv);
+    case CommandLine::Action::check:
+        return check(line);
+    case CommandLine::Action::compare:
+        return workQuietly(line, [&](host::QuietWork& work) { return host::compareDistinte(work, line, std::cout); });
     case CommandLine::Action::window:
         break;
     }
