@@ -1,5 +1,6 @@
 #pragma once
 
+#include "component/plugin/PortaRegistro.h"
 #include "contract/Cinterface.h"
 #include "contract/Host.h"
 #include "contract/MoveSettings.h"
@@ -20,7 +21,8 @@ class FRMQZ_COPIADISTINTA;
 class CLSQZ_COPIADISTINTA : public contract::PluginClass,
                             public contract::Cinterface,
                             public contract::ActiveNavigator,
-                            public contract::MoveSettings {
+                            public contract::MoveSettings,
+                            public PortaRegistro {
 public:
     CLSQZ_COPIADISTINTA();
     ~CLSQZ_COPIADISTINTA() override;
@@ -105,6 +107,10 @@ public:
 
     /// The main form, for tests; nothing before ShowForm().
     FRMQZ_COPIADISTINTA* form() const { return form_.get(); }
+
+protected:
+    contract::Cinterface& contesto() override { return *this; }
+    void registroCambiato() override;
 
 private:
     bool attivo() const;

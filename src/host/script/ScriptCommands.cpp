@@ -76,6 +76,8 @@ ScriptCommands::Command ScriptCommands::find(const QString& verb) {
         {QStringLiteral("set"), &Self::set},
         {QStringLiteral("key"), &Self::key},
         {QStringLiteral("read"), &Self::read},
+        {QStringLiteral("registry"), &Self::registry},
+        {QStringLiteral("undo"), &Self::undo},
     };
     return commands.value(verb, nullptr);
 }

@@ -61,6 +61,10 @@ private:
     void key(const ScriptRequest& request, QJsonObject& reply);
     void read(const ScriptRequest& request, QJsonObject& reply);
 
+    // On the registry of moves (ScriptRegistry.cpp)
+    void registry(const ScriptRequest& request, QJsonObject& reply);
+    void undo(const ScriptRequest& request, QJsonObject& reply);
+
     void readStatusLine(QJsonObject& reply) const;
 
     platform::qt::FormWindow& frontForm() const;

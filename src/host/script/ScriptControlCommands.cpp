@@ -90,6 +90,11 @@ Qt::KeyboardModifiers modifiersOf(const ScriptRequest& request) {
     return modifiers;
 }
 
+/// An entry of the host's menu bar that a tool has put there.
+QAction* hostCommand(const QWidget* window, const QString& item) {
+    return window != nullptr && item.startsWith(QLatin1String("mnu")) ? window->findChild<QAction*>(item) : nullptr;
+}
+
 } // namespace
 
 Scriptable& ScriptCommands::reachableControl(const ScriptRequest& request) const {
@@ -151,6 +156,15 @@ void ScriptCommands::menu(const ScriptRequest& request, QJsonObject&) {
         const QString menu = popup->menuName();
         if (!popup->choose(item))
             throw ScriptRefusal(QStringLiteral("la voce \"%1\" del menu %2 è disabilitata").arg(item, menu));
+        return;
+    }
+    if (auto* command = hostCommand(hostWindow_, item); command != nullptr && !session_.menuEntries().contains(item)) {
+        if (popup != nullptr)
+            popup->dismiss();
+        refuseOverDialog();
+        if (!command->isEnabled())
+            throw ScriptRefusal(QStringLiteral("la voce \"%1\" della barra dei menu è disabilitata").arg(item));
+        command->trigger();
         return;
     }
     if (!session_.menuEntries().contains(item))

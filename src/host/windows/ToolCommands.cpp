@@ -1,11 +1,13 @@
 #include "host/windows/ToolCommands.h"
 
 #include "host/windows/BackupCommand.h"
+#include "host/windows/RegistryCommands.h"
 
 namespace host {
 
 void addToolCommands(QMenu& menu, const ToolContext& context) {
     addBackupCommand(menu, *context.window, context.session, context.say);
+    addRegistryCommands(menu, context);
 }
 
 } // namespace host
