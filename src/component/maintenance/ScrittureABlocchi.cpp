@@ -57,8 +57,10 @@ void Blocchi::sposta(NodoId nodo, NodoId sotto, DistintaId da, DistintaId a) {
     // On a cycle the walk came to the moved node too, and it has gone over.
     const auto* noto = fatti_.nodo(nodo);
     const bool andato = noto != nullptr && noto->legame.distinta != da;
-    if (flusso_)
-        attese(andato ? 0 : 1, database_.Execute(istruzioneSpostaNodo(nodo, sotto, da, a, richiesta_.autore)));
+    if (!flusso_)
+        return;
+    annunciaScrittura({&nodo, 1});
+    attese(andato ? 0 : 1, database_.Execute(istruzioneSpostaNodo(nodo, sotto, da, a, richiesta_.autore)));
 }
 
 void Blocchi::chiudi(NodoId nodo, DistintaId distinta, contract::Date fine) {
@@ -70,7 +72,7 @@ void Blocchi::chiudi(NodoId nodo, DistintaId distinta, contract::Date fine) {
     daChiudere_.push_back(nodo);
 }
 
-void Blocchi::inserisci(const NodoDaCopiare& nodo, const NuovoLegame& legame, std::string_view statoDi) {
+std::string Blocchi::inserisci(const NodoDaCopiare& nodo, const NuovoLegame& legame, std::string_view statoDi) {
     std::string guid;
     if (flusso_) {
         auto& flusso = flusso_();
@@ -98,7 +100,8 @@ void Blocchi::inserisci(const NodoDaCopiare& nodo, const NuovoLegame& legame, st
         ++nota->second;
     if (const auto nota = righeDitta_.find({nodo.ditta, legame.distinta}); nota != righeDitta_.end())
         ++nota->second;
-    daInserire_.push_back({{nodo, std::move(guid)}, provvisorio});
+    daInserire_.push_back({{nodo, guid}, provvisorio});
+    return guid;
 }
 
 void Blocchi::concludi() {
@@ -128,6 +131,7 @@ void Blocchi::scriviChiusure() {
     daChiudere_.erase(std::unique(daChiudere_.begin(), daChiudere_.end()), daChiudere_.end());
     for (std::span<const NodoId> nodi(daChiudere_); !nodi.empty();) {
         const auto quanti = prossimoBlocco(nodi.size());
+        annunciaScrittura(nodi.first(quanti));
         attese(static_cast<std::int64_t>(quanti),
                database_.Execute(istruzioneChiudiLegami(nodi.first(quanti), richiesta_.da, richiesta_.validita->fine,
                                                         richiesta_.autore)));

@@ -3,6 +3,7 @@
 #include "component/plugin/AnteprimaPlugin.h"
 #include "component/plugin/ClasseConfronto.h"
 #include "component/plugin/ClasseVerifica.h"
+#include "component/plugin/PortaRegistro.h"
 #include "contract/Cinterface.h"
 #include "contract/Host.h"
 #include "contract/MoveSettings.h"
@@ -26,7 +27,8 @@ class CLSQZ_COPIADISTINTA : public contract::PluginClass,
                             public contract::MoveSettings,
                             public ClasseVerifica,
                             public ClasseConfronto,
-                            public AnteprimaPlugin {
+                            public AnteprimaPlugin,
+                            public PortaRegistro {
 public:
     CLSQZ_COPIADISTINTA();
     ~CLSQZ_COPIADISTINTA() override;
@@ -111,6 +113,10 @@ public:
 
     /// The main form, for tests; nothing before ShowForm().
     FRMQZ_COPIADISTINTA* form() const override { return form_.get(); }
+
+protected:
+    contract::Cinterface& contesto() override { return *this; }
+    void registroCambiato() override;
 
 private:
     bool attivo() const;

@@ -68,6 +68,8 @@ ScriptCommands::Command ScriptCommands::find(const QString& verb) {
         {QStringLiteral("audit"), &Self::audit},
         {QStringLiteral("compare"), &Self::compare},
         {QStringLiteral("preview"), &Self::preview},
+        {QStringLiteral("registry"), &Self::registry},
+        {QStringLiteral("undo"), &Self::undo},
     };
     return commands.value(verb, nullptr);
 }

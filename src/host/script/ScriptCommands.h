@@ -67,6 +67,10 @@ private:
     void key(const ScriptRequest& request, QJsonObject& reply);
     void read(const ScriptRequest& request, QJsonObject& reply);
 
+    // On the registry of moves (ScriptRegistry.cpp)
+    void registry(const ScriptRequest& request, QJsonObject& reply);
+    void undo(const ScriptRequest& request, QJsonObject& reply);
+
     void readStatusLine(QJsonObject& reply) const;
 
     /// An entry of the window's menu bar that is the window's own; null for any other name.
