@@ -58,8 +58,8 @@ NodoSpostato nodoSpostato(const Richiesta& richiesta) {
 std::unique_ptr<RegistroSpostamenti> nuovoRegistro(StatoForm& stato) {
     if (!stato.tieneRegistro)
         return nullptr;
-    return std::make_unique<RegistroSpostamenti>(
-        stato.database(), stato.ditta(), Autore{stato.utente(), stato.gruppo(), stato.oggi()}, stato.ora());
+    return std::make_unique<RegistroSpostamenti>(stato.database(), stato.ditta(),
+                                                 Autore{stato.utente(), stato.gruppo(), stato.oggi()}, stato.ora());
 }
 
 /// Whether so many nodes hang below the moved one that they are worth blocks.

@@ -263,8 +263,7 @@ std::int64_t ModificaNodo::controllaEScrivi(const LegameDaControllare& legame, c
         scritte = stato_.database().Execute(
             istruzioneDateLegame(*legame.nodo, lette_, legame.inizio, *nuove.fine.date(), autore));
         if (scritte != 0)
-            registro.scrivi(*legame.nodo, legame.account, {lette_.inizio, lette_.fine},
-                            {nuove.inizio, nuove.fine});
+            registro.scrivi(*legame.nodo, legame.account, {lette_.inizio, lette_.fine}, {nuove.inizio, nuove.fine});
         if (scritte != 0)
             transazione.commit();
         accettata = true;

@@ -165,7 +165,7 @@ void Cammino::CopiaNodo(const NodoLetto& nodo, const PadreDecodificato& padre, s
         return;
     }
     auto guid = scritture_.inserisci({padre.id, ditta, tipo, account, nodo.facoltativi},
-                         {richiesta_.a, richiesta_.parametri.stato, validita.inizio, fine}, validita.guid);
+                                     {richiesta_.a, richiesta_.parametri.stato, validita.inizio, fine}, validita.guid);
     annota(nodo, Esito::siCopia);
     auto& riga = piano_.righe.back();
     // A link that ends by then is left alone, and none ends before it starts.
