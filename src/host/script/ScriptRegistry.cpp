@@ -58,7 +58,7 @@ QJsonValue values(const std::optional<contract::RowValues>& row) {
         return QJsonValue::Null;
     QJsonObject object;
     for (const auto& [column, value] : *row)
-        object.insert(toQt(column), jsonValue(value));
+        object.insert(toQt(column), toJson(value));
     return object;
 }
 
