@@ -70,6 +70,14 @@ bool aBlocchi(const StatoForm& stato) {
     return albero.descendants(albero.focused()) > static_cast<std::size_t>(stato.nodiPerBlocchi);
 }
 
+Avanzamento avanzamento(const StatoForm& stato) {
+    const auto& albero = *stato.origine.albero;
+    auto* const progresso = stato.avanzamento();
+    if (progresso != nullptr)
+        progresso->counts("nodi");
+    return {progresso, albero.descendants(albero.focused()) + 1};
+}
+
 } // namespace
 
 Richiesta richiestaDiSpostamento(const StatoForm& stato, bool validita) {
@@ -142,6 +150,8 @@ void EseguiSpostamento(StatoForm& stato, bool validita) {
             ScrittureSingole scritture(stato.database(), richiesta.autore, flusso);
             scritture.testimone(registro.get());
             sposta(letture, scritture, richiesta, piano);
+            sposta(blocchi, blocchi, richiesta, piano, avanzamento(stato));
+            sposta(letture, scritture, richiesta, piano, avanzamento(stato));
         }
         if (!piano.rifiutato()) {
             fatto = descrizioneEsito(piano, richiesta, nomeNodo(dest));

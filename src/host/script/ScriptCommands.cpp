@@ -1,6 +1,7 @@
 #include "host/script/ScriptCommands.h"
 
 #include "host/services/Text.h"
+#include "host/script/ScriptCancel.h"
 
 #include <QHash>
 #include <QJsonArray>
@@ -50,6 +51,7 @@ ScriptCommands::Command ScriptCommands::find(const QString& verb) {
         {QStringLiteral("state"), &Self::state},
         {QStringLiteral("trace"), &Self::trace},
         {QStringLiteral("services"), &Self::services},
+        {QStringLiteral("cancel"), &Self::cancel},
         {QStringLiteral("screenshot"), &Self::screenshot},
         {QStringLiteral("click"), &Self::click},
         {QStringLiteral("select"), &Self::select},
@@ -72,6 +74,10 @@ ScriptCommands::Command ScriptCommands::find(const QString& verb) {
         {QStringLiteral("undo"), &Self::undo},
     };
     return commands.value(verb, nullptr);
+}
+
+void ScriptCommands::cancel(const ScriptRequest& request, QJsonObject&) {
+    ScriptCancel::request(request);
 }
 
 bool ScriptCommands::knows(const QString& verb) {

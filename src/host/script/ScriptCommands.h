@@ -44,6 +44,7 @@ private:
     void state(const ScriptRequest& request, QJsonObject& reply);
     void trace(const ScriptRequest& request, QJsonObject& reply);
     void services(const ScriptRequest& request, QJsonObject& reply);
+    void cancel(const ScriptRequest& request, QJsonObject& reply);
     void screenshot(const ScriptRequest& request, QJsonObject& reply);
 
     void exportTable(const ScriptRequest& request, QJsonObject& reply); // ScriptExport.cpp
