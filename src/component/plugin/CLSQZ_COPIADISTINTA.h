@@ -1,6 +1,7 @@
 #pragma once
 
 #include "component/plugin/AnteprimaPlugin.h"
+#include "component/plugin/ElenchiPlugin.h"
 #include "contract/Cinterface.h"
 #include "contract/Host.h"
 #include "contract/MoveSettings.h"
@@ -22,7 +23,8 @@ class CLSQZ_COPIADISTINTA : public contract::PluginClass,
                             public contract::Cinterface,
                             public contract::ActiveNavigator,
                             public contract::MoveSettings,
-                            public AnteprimaPlugin {
+                            public AnteprimaPlugin,
+                            public ElenchiPlugin {
 public:
     CLSQZ_COPIADISTINTA();
     ~CLSQZ_COPIADISTINTA() override;

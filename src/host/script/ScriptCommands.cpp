@@ -77,6 +77,7 @@ ScriptCommands::Command ScriptCommands::find(const QString& verb) {
         {QStringLiteral("key"), &Self::key},
         {QStringLiteral("read"), &Self::read},
         {QStringLiteral("preview"), &Self::preview},
+        {QStringLiteral("moves"), &Self::moves},
     };
     return commands.value(verb, nullptr);
 }

@@ -50,6 +50,7 @@ private:
 
     // Moves seen before they are made, and lists of them (ScriptPreview.cpp)
     void preview(const ScriptRequest& request, QJsonObject& reply);
+    void moves(const ScriptRequest& request, QJsonObject& reply);
 
     // On a control of the form in front (ScriptControlCommands.cpp)
     void click(const ScriptRequest& request, QJsonObject& reply);

@@ -27,9 +27,11 @@ std::int64_t wholeNumber(const std::string& option, const std::string& text, std
     return number;
 }
 
-constexpr std::array<std::string_view, 9> withValue = {"--database", "--odbc",  "--demo-size", "--company", "--user",
-                                                       "--group",    "--trace", "--log",       "--script"};
-constexpr std::array<std::string_view, 4> withoutValue = {"--create", "--create-demo", "--version", "--help"};
+constexpr std::array<std::string_view, 11> withValue = {"--database", "--odbc",  "--demo-size", "--company",
+                                                        "--user",     "--group", "--trace",     "--log",
+                                                        "--script",   "--moves", "--format"};
+constexpr std::array<std::string_view, 6> withoutValue = {"--create", "--create-demo", "--version",
+                                                          "--help",   "--dry-run",     "--apply"};
 
 template <std::size_t N> bool contains(const std::array<std::string_view, N>& names, std::string_view name) {
     return std::find(names.begin(), names.end(), name) != names.end();
@@ -92,8 +94,18 @@ private:
             line_.trace = value;
         else if (name == "--log")
             line_.log = value;
+        else if (name == "--moves")
+            line_.moves = value;
+        else if (name == "--format")
+            line_.format = formatOf(value);
         else
             line_.script = value;
+    }
+
+    static CommandLine::Format formatOf(const std::string& name) {
+        if (name != "csv" && name != "json")
+            refuse("--format vuole csv o json, non \"" + name + "\"");
+        return name == "json" ? CommandLine::Format::json : CommandLine::Format::csv;
     }
 
     bool seen(const char* name) const { return seen_.contains(name); }
@@ -112,10 +124,21 @@ private:
         exclude("--create", "--create-demo");
         exclude("--script", "--create");
         exclude("--script", "--create-demo");
+        for (const char* other : {"--script", "--create", "--create-demo"})
+            exclude("--moves", other);
+        exclude("--dry-run", "--apply");
+        for (const char* option : {"--dry-run", "--apply", "--format"})
+            if (seen(option) && !seen("--moves"))
+                refuse(std::string(option) + " serve solo con --moves");
+        if (seen("--moves") && !seen("--dry-run") && !seen("--apply"))
+            refuse("--moves vuole --dry-run, che mostra, oppure --apply, che sposta");
         if (seen("--demo-size") && !seen("--create-demo"))
             refuse("--demo-size serve solo con --create-demo");
         if (seen("--script"))
             line_.action = CommandLine::Action::script;
+        if (seen("--moves"))
+            line_.action = CommandLine::Action::moves;
+        line_.apply = seen("--apply");
     }
 
     void exclude(const char* one, const char* other) const {
@@ -140,6 +163,8 @@ std::string helpText() {
 
 distinte [CONNESSIONE] [CONTESTO]                 apre il programma in una finestra
 distinte [CONNESSIONE] [CONTESTO] --script FILE   esegue uno script; - legge lo standard input
+distinte [CONNESSIONE] [CONTESTO] --moves FILE (--dry-run | --apply) [--format csv|json]
+                                                  mostra o esegue un elenco di spostamenti
 distinte [CONNESSIONE] --create                   crea le tabelle in un database vuoto
 distinte [CONNESSIONE] --create-demo              lo stesso, con le aziende dimostrative
 
@@ -160,8 +185,8 @@ Contesto
   --version          scrive la versione
   --help             scrive questo aiuto
 
-Stato di uscita: 0 tutto bene; 1 una riga dello script rifiutata, o --create con tabelle già presenti; 2 riga di comando
-o script inutilizzabili; 3 database che non si apre, non è un database, non ha le tabelle o non esiste.
+Stato di uscita: 0 tutto bene; 1 una riga dello script rifiutata, uno spostamento dell'elenco rifiutato e nulla scritto,
+o --create con tabelle già presenti; 2 riga di comando, script o elenco inutilizzabili; 3 database che non si apre, non è un database, non ha le tabelle o non esiste.
 )";
 }
 

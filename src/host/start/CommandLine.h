@@ -9,7 +9,8 @@ namespace host {
 
 /// What the program was asked to do.
 struct CommandLine {
-    enum class Action : std::uint8_t { window, script, create, createDemo, version, help };
+    enum class Action : std::uint8_t { window, script, moves, create, createDemo, version, help };
+    enum class Format : std::uint8_t { csv, json };
 
     static constexpr std::int64_t defaultDemoSize = 2000;
     static constexpr std::int64_t largestDemoSize = 5'000'000;
@@ -23,7 +24,10 @@ struct CommandLine {
     std::string group = "ADMIN";
     std::optional<std::string> trace;
     std::optional<std::string> log;
-    std::string script; ///< Action::script: a file, "-" for standard input
+    std::string moves;           ///< Action::moves: a list
+    bool apply = false;          ///< Action::moves: done, not only shown
+    Format format = Format::csv; ///< of what is reported
+    std::string script;          ///< Action::script: a file, "-" for standard input
 };
 
 /// Reads the arguments, the program's own name left out. An option's value follows it or, after "=", stands in the same
