@@ -7,9 +7,10 @@
 #include "component/maintenance/Anteprima.h"
 #include "component/maintenance/Blocchi.h"
 #include "component/maintenance/Elenco.h"
+#include "component/maintenance/RegistroSpostamenti.h"
 #include "component/maintenance/Spostamento.h"
 
-#include <algorithm>
+#include <memory>
 
 namespace qz {
 
@@ -115,9 +116,19 @@ std::string descrizioneEsito(std::span<const SpostamentoElenco> spostamenti) {
     return testo;
 }
 
-void muovi(StatoForm& stato, const Richiesta& richiesta, Piano& piano) {
+/// What the registry of moves says of a list; nothing where it is not kept.
+std::unique_ptr<RegistroSpostamenti> registroElenco(StatoForm& stato, const Autore& autore) {
+    if (!stato.tieneRegistro)
+        return nullptr;
+    return std::make_unique<RegistroSpostamenti>(stato.database(), stato.ditta(), autore, stato.ora());
+}
+
+void muovi(StatoForm& stato, const Richiesta& richiesta, Piano& piano, RegistroSpostamenti* registro) {
     Blocchi blocchi(stato.database(), richiesta, [&stato]() -> contract::WorkflowState& { return stato.flusso(); });
+    blocchi.testimone(registro);
     sposta(blocchi, blocchi, richiesta, piano);
+    if (registro != nullptr && !piano.rifiutato())
+        registro->aggiungi(piano, richiesta);
 }
 
 } // namespace
@@ -142,19 +153,24 @@ contract::MovePlan esegui(StatoForm& stato, const Insieme& insieme) {
         return anteprimaElenco(spostamenti, stato.database());
 
     contract::Transaction transazione(stato.database());
-    spostamenti = eseguiElenco(stato.database(), comune, tutte,
-                               [&stato](const Richiesta& richiesta, Piano& piano) { muovi(stato, richiesta, piano); });
+    const auto registro = registroElenco(stato, comune.autore);
+    spostamenti = eseguiElenco(stato.database(), comune, tutte, [&](const Richiesta& richiesta, Piano& piano) {
+        muovi(stato, richiesta, piano, registro.get());
+    });
     const auto fatto = anteprimaElenco(spostamenti, stato.database());
     if (rifiutato(spostamenti)) {
         transazione.rollback();
         return fatto;
     }
+    const auto esito = descrizioneEsito(spostamenti);
+    if (registro)
+        registro->scrivi(contract::OperationKind::list, esito);
     transazione.commit();
 
     const FormBase::Comando unico(stato);
     stato.procedura("EseguiElenco", [&](auto& passo) {
         passo([&] { RicaricaAlberi(stato); });
-        passo([&] { annunciaEsito(stato, descrizioneEsito(spostamenti)); });
+        passo([&] { annunciaEsito(stato, esito); });
     });
     return fatto;
 }

@@ -71,6 +71,7 @@ void Blocchi::sposta(NodoId nodo, NodoId sotto, DistintaId da, DistintaId a) {
         }
         return;
     }
+    annunciaScrittura({&nodo, 1});
     attese(andato ? 0 : 1, database_.Execute(istruzioneSpostaNodo(nodo, sotto, da, a, richiesta_->autore)));
 }
 
@@ -91,7 +92,7 @@ void Blocchi::chiudi(NodoId nodo, DistintaId distinta, contract::Date fine) {
     daChiudere_.push_back(nodo);
 }
 
-void Blocchi::inserisci(const NodoDaCopiare& nodo, const NuovoLegame& legame, std::string_view statoDi) {
+std::string Blocchi::inserisci(const NodoDaCopiare& nodo, const NuovoLegame& legame, std::string_view statoDi) {
     std::string guid;
     if (flusso_) {
         auto& flusso = flusso_();
@@ -119,7 +120,8 @@ void Blocchi::inserisci(const NodoDaCopiare& nodo, const NuovoLegame& legame, st
         ++nota->second;
     if (const auto nota = righeDitta_.find({nodo.ditta, legame.distinta}); nota != righeDitta_.end())
         ++nota->second;
-    daInserire_.push_back({{nodo, std::move(guid)}, provvisorio});
+    daInserire_.push_back({{nodo, guid}, provvisorio});
+    return guid;
 }
 
 void Blocchi::concludi() {
@@ -149,6 +151,7 @@ void Blocchi::scriviChiusure() {
     daChiudere_.erase(std::unique(daChiudere_.begin(), daChiudere_.end()), daChiudere_.end());
     for (std::span<const NodoId> nodi(daChiudere_); !nodi.empty();) {
         const auto quanti = prossimoBlocco(nodi.size());
+        annunciaScrittura(nodi.first(quanti));
         attese(static_cast<std::int64_t>(quanti),
                database_.Execute(istruzioneChiudiLegami(nodi.first(quanti), richiesta_->da, richiesta_->validita->fine,
                                                         richiesta_->autore)));

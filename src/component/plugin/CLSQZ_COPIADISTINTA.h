@@ -2,6 +2,7 @@
 
 #include "component/plugin/AnteprimaPlugin.h"
 #include "component/plugin/ElenchiPlugin.h"
+#include "component/plugin/PortaRegistro.h"
 #include "contract/Cinterface.h"
 #include "contract/Host.h"
 #include "contract/MoveSettings.h"
@@ -24,7 +25,8 @@ class CLSQZ_COPIADISTINTA : public contract::PluginClass,
                             public contract::ActiveNavigator,
                             public contract::MoveSettings,
                             public AnteprimaPlugin,
-                            public ElenchiPlugin {
+                            public ElenchiPlugin,
+                            public PortaRegistro {
 public:
     CLSQZ_COPIADISTINTA();
     ~CLSQZ_COPIADISTINTA() override;
@@ -109,6 +111,10 @@ public:
 
     /// The main form, for tests; nothing before ShowForm().
     FRMQZ_COPIADISTINTA* form() const override { return form_.get(); }
+
+protected:
+    contract::Cinterface& contesto() override { return *this; }
+    void registroCambiato() override;
 
 private:
     bool attivo() const;

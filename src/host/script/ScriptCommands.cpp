@@ -78,6 +78,8 @@ ScriptCommands::Command ScriptCommands::find(const QString& verb) {
         {QStringLiteral("read"), &Self::read},
         {QStringLiteral("preview"), &Self::preview},
         {QStringLiteral("moves"), &Self::moves},
+        {QStringLiteral("registry"), &Self::registry},
+        {QStringLiteral("undo"), &Self::undo},
     };
     return commands.value(verb, nullptr);
 }

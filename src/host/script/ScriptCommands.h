@@ -6,7 +6,6 @@
 #include "platform/qt/forms/Scriptable.h"
 #include "platform/qt/forms/Session.h"
 
-#include <QAction>
 #include <QJsonObject>
 #include <QJsonValue>
 #include <QPointer>
@@ -66,10 +65,12 @@ private:
     void key(const ScriptRequest& request, QJsonObject& reply);
     void read(const ScriptRequest& request, QJsonObject& reply);
 
+    // On the registry of moves (ScriptRegistry.cpp)
+    void registry(const ScriptRequest& request, QJsonObject& reply);
+    void undo(const ScriptRequest& request, QJsonObject& reply);
+
     void readStatusLine(QJsonObject& reply) const;
 
-    /// An entry of the window's menu bar that is the window's own; null for any other name.
-    QAction* windowEntry(const QString& name) const;
     platform::qt::FormWindow& frontForm() const;
     /// The main form; refused where it is not open.
     platform::qt::FormWindow& mainForm() const;
