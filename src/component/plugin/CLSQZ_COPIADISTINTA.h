@@ -3,6 +3,7 @@
 #include "component/plugin/AnteprimaPlugin.h"
 #include "component/plugin/ClasseConfronto.h"
 #include "component/plugin/ClasseVerifica.h"
+#include "component/plugin/ElenchiPlugin.h"
 #include "component/plugin/PortaRegistro.h"
 #include "contract/Cinterface.h"
 #include "contract/Host.h"
@@ -28,6 +29,7 @@ class CLSQZ_COPIADISTINTA : public contract::PluginClass,
                             public ClasseVerifica,
                             public ClasseConfronto,
                             public AnteprimaPlugin,
+                            public ElenchiPlugin,
                             public PortaRegistro {
 public:
     CLSQZ_COPIADISTINTA();

@@ -70,6 +70,7 @@ ScriptCommands::Command ScriptCommands::find(const QString& verb) {
         {QStringLiteral("audit"), &Self::audit},
         {QStringLiteral("compare"), &Self::compare},
         {QStringLiteral("preview"), &Self::preview},
+        {QStringLiteral("moves"), &Self::moves},
         {QStringLiteral("registry"), &Self::registry},
         {QStringLiteral("undo"), &Self::undo},
     };

@@ -5,7 +5,6 @@
 #include "platform/qt/forms/Scriptable.h"
 #include "platform/qt/forms/Session.h"
 
-#include <QAction>
 #include <QJsonObject>
 #include <QPointer>
 #include <QString>
@@ -53,6 +52,7 @@ private:
     void compare(const ScriptRequest& request, QJsonObject& reply);     // ScriptCompare.cpp
     // Moves seen before they are made, and lists of them (ScriptPreview.cpp)
     void preview(const ScriptRequest& request, QJsonObject& reply);
+    void moves(const ScriptRequest& request, QJsonObject& reply);
 
     // On a control of the form in front (ScriptControlCommands.cpp)
     void click(const ScriptRequest& request, QJsonObject& reply);
@@ -74,8 +74,6 @@ private:
 
     void readStatusLine(QJsonObject& reply) const;
 
-    /// An entry of the window's menu bar that is the window's own; null for any other name.
-    QAction* windowEntry(const QString& name) const;
     platform::qt::FormWindow& frontForm() const;
     /// The main form; refused where it is not open.
     platform::qt::FormWindow& mainForm() const;

@@ -93,6 +93,15 @@ Qt::KeyboardModifiers modifiersOf(const ScriptRequest& request) {
     return modifiers;
 }
 
+/// An entry of the host's menu bar that a tool has put there.
+QAction* hostCommand(const QWidget* window, const QString& item) {
+    const auto* bar =
+        window != nullptr && item.startsWith(QLatin1String("mnu")) ? window->findChild<QMenuBar*>() : nullptr;
+    return bar != nullptr ? bar->findChild<QAction*>(item) : nullptr;
+}
+
+} // namespace
+
 Scriptable& ScriptCommands::reachableControl(const ScriptRequest& request) const {
     const QString name = request.text(QStringLiteral("control"));
     FormWindow& form = frontForm();
@@ -137,13 +146,6 @@ void ScriptCommands::mouse(const ScriptRequest& request, QJsonObject& reply) {
                  popup != nullptr ? QJsonArray::fromStringList(popup->itemNames()) : QJsonArray());
 }
 
-QAction* ScriptCommands::windowEntry(const QString& name) const {
-    if (session_.menuEntries().contains(name) || !name.startsWith(QLatin1String("mnu")) || !hostWindow_)
-        return nullptr;
-    const auto* bar = hostWindow_->findChild<QMenuBar*>();
-    return bar != nullptr ? bar->findChild<QAction*>(name) : nullptr;
-}
-
 void ScriptCommands::menu(const ScriptRequest& request, QJsonObject&) {
     PopupWindow* popup = Session::instance().popup();
     if (request.has(QStringLiteral("control"))) {
@@ -168,6 +170,10 @@ void ScriptCommands::menu(const ScriptRequest& request, QJsonObject&) {
         if (!action->isEnabled())
             throw ScriptRefusal(QStringLiteral("la voce \"%1\" del menu è disabilitata").arg(item));
         action->trigger();
+    if (auto* command = hostCommand(hostWindow_, item); command != nullptr && !session_.menuEntries().contains(item)) {
+        if (!command->isEnabled())
+            throw ScriptRefusal(QStringLiteral("la voce \"%1\" della barra dei menu è disabilitata").arg(item));
+        command->trigger();
         return;
     }
     if (!session_.menuEntries().contains(item))
@@ -245,8 +251,8 @@ void ScriptCommands::read(const ScriptRequest& request, QJsonObject& reply) {
         return;
     }
 
-    if (const auto* action = windowEntry(name)) {
-        insertMenuEntry(reply, action->text(), action->isVisible(), action->isEnabled());
+    if (const auto* command = hostCommand(hostWindow_, name)) {
+        insertMenuEntry(reply, command->text(), command->isVisible(), command->isEnabled());
         return;
     }
     if (name == QLatin1String(StatusLine::name)) {
