@@ -69,6 +69,24 @@ TEST_F(Export, TheEndingPicksTheFormat) {
               program.refusal(exporting("origin", QStringLiteral("elenco.txt"))).find(".csv, .xlsx o .pdf"));
 }
 
+TEST_F(Export, TheListsOfTheWindowsAreThoseTheRequestsAnswer) {
+    Dialogue program(place_);
+    program.select(destList, QStringLiteral("C2"));
+    program.focus(origTree, 2);
+    program.focus(destTree, 22);
+    const std::pair<const char*, const char*> lists[] = {
+        {"audit", "findings"}, {"compare", "rows"}, {"preview", "rows"}};
+    for (const auto& [what, member] : lists) {
+        const QString file = QString::fromLatin1(what) + QStringLiteral(".csv");
+        const auto reply = program.must(exporting(what, file));
+        EXPECT_TRUE(messages(reply).empty()) << what;
+        const QJsonArray rows =
+            program.must(R"({"do":")" + QByteArray(what) + "\"}").value(QLatin1String(member)).toArray();
+        EXPECT_EQ(static_cast<std::size_t>(rows.size()) + 1, sortedLines(file).size()) << what;
+        EXPECT_FALSE(rows.isEmpty()) << what;
+    }
+}
+
 TEST_F(Export, RefusesWhatItCanNotDo) {
     Dialogue program(place_);
     EXPECT_NE(std::string::npos,

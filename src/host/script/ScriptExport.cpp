@@ -9,6 +9,8 @@
 #include "host/windows/PreviewCommands.h"
 #include "platform/qt/forms/Session.h"
 
+#include <QAction>
+
 #include <optional>
 #include <utility>
 
@@ -19,6 +21,12 @@ using platform::qt::Session;
 
 namespace {
 
+/// Chooses an entry of the window's menu bar, where it has that entry.
+void choose(QWidget& window, const QString& entry) {
+    if (auto* action = window.findChild<QAction*>(entry))
+        action->trigger();
+}
+
 /// What is exported from a list window, and what shows it. A new one is a line here.
 struct ListWindowSource {
     const char* what;
@@ -26,6 +34,7 @@ struct ListWindowSource {
 };
 constexpr ListWindowSource windows[] = {
     {"preview", [](HostSession& session, QWidget* window) { showPreview(session, window, {}); }},
+    {"registry", [](HostSession&, QWidget* window) { choose(*window, QStringLiteral("mnuRegistro")); }},
     {"audit", [](HostSession& session, QWidget* window) { showAudit(session, window); }},
     {"compare", [](HostSession& session, QWidget* window) { showComparison(session, window, std::nullopt); }},
 };
