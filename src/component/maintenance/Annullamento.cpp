@@ -62,7 +62,9 @@ RowOutcome esitoDelRitorno(const RigaDaRiprendere& riga) {
 }
 
 std::string descrizione(const Operation& annullata) {
-    return "Annullata l'operazione " + std::to_string(annullata.id) + ": " + annullata.description;
+    const auto quale = "Annullata l'operazione " + std::to_string(annullata.id);
+    return annullata.undoes ? quale + ", che aveva annullato la " + std::to_string(*annullata.undoes)
+                            : quale + ": " + annullata.description;
 }
 
 } // namespace
