@@ -54,6 +54,7 @@ void FaultyConnection::Read(const contract::Statement& statement, contract::Snap
 }
 
 void FaultyConnection::BeginTrans() {
+    ++begun;
     operation();
     inner().BeginTrans();
 }

@@ -144,7 +144,14 @@ void FRMQZ_COPIADISTINTA::CaricaDistintaDest(std::string_view idTipo) {
 
 void FRMQZ_COPIADISTINTA::chiediDataFine() {
     FRMQZ_DATAFINELEGAME dialogo(stato_);
+    dialogo.proposta = std::exchange(fineProposta_, std::nullopt);
     dialogo.mostra();
+}
+
+void FRMQZ_COPIADISTINTA::Sposta(bool validita, std::optional<contract::Date> fine) {
+    fineProposta_ = fine;
+    contract::fire((validita ? controlli_.CMD_SPOSTAVALID : controlli_.CMD_SPOSTASTRU)->ButtonClick);
+    fineProposta_.reset();
 }
 
 void FRMQZ_COPIADISTINTA::aggiornaDettaglio(FormBase::Passo& passo, Lato& lato) {

@@ -3,6 +3,8 @@
 #include "component/maintenance/Piano.h"
 #include "component/shared/StatoForm.h"
 
+#include <string_view>
+
 namespace qz {
 
 /// Moves the origin's focused node with its subtree under the destination's focused node, in one transaction;
@@ -14,5 +16,7 @@ void EseguiSpostamento(StatoForm& stato, bool validita);
 /// The move that the form would ask for now. Throws RuntimeError 3021 where a side stands on no record, 13 where the
 /// end-of-link text is no date or a distinta's id no number.
 Richiesta richiestaDiSpostamento(const StatoForm& stato, bool validita);
+/// The same with another end-of-link text than the form's.
+Richiesta richiestaDiSpostamento(const StatoForm& stato, bool validita, std::string_view fineLegame);
 
 } // namespace qz

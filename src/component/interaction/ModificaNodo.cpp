@@ -4,6 +4,7 @@
 #include "component/data/DettaglioAnagrafica.h"
 #include "component/data/Parametri.h"
 #include "component/maintenance/LettureSingole.h"
+#include "component/maintenance/RegistroModifica.h"
 #include "component/shared/MODQZ_DISTINTA.h"
 
 #include <optional>
@@ -265,8 +266,13 @@ std::int64_t ModificaNodo::controllaEScrivi(const LegameDaControllare& legame, c
     if (accettata) {
         accettata = false; // until it is kept
         const Autore autore{stato_.utente(), stato_.gruppo(), stato_.oggi()};
+        RegistroModifica registro(stato_.database(), stato_.ditta(), autore,
+                                  stato_.tieneRegistro ? std::optional(stato_.ora()) : std::nullopt);
+        registro.primaDiScrivere(*legame.nodo);
         scritte = stato_.database().Execute(
             istruzioneDateLegame(*legame.nodo, lette_, legame.inizio, *nuove.fine.date(), autore));
+        if (scritte != 0)
+            registro.scrivi(*legame.nodo, legame.account, {lette_.inizio, lette_.fine}, {nuove.inizio, nuove.fine});
         if (scritte != 0)
             transazione.commit();
         accettata = true;

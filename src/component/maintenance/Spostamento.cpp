@@ -166,14 +166,18 @@ void Cammino::CopiaNodo(const NodoLetto& nodo, const PadreDecodificato& padre, s
         annota(nodo, Esito::rifiutato, *motivo);
         return;
     }
-    scritture_.inserisci({padre.id, ditta, tipo, account, nodo.facoltativi},
-                         {richiesta_.a, richiesta_.parametri.stato, validita.inizio, fine}, validita.guid);
+    auto guid = scritture_.inserisci({padre.id, ditta, tipo, account, nodo.facoltativi},
+                                     {richiesta_.a, richiesta_.parametri.stato, validita.inizio, fine}, validita.guid);
     annota(nodo, Esito::siCopia);
     auto& riga = piano_.righe.back();
     // A link that ends by then is left alone, and none ends before it starts.
     if (riga.prima.fine && *riga.prima.fine > validita.fine)
         riga.dopo.fine = riga.prima.inizio && *riga.prima.inizio > validita.fine ? *riga.prima.inizio : validita.fine;
-    riga.copia = LegameNuovo{padre.account, {richiesta_.a, padre.id, validita.inizio, contract::Date::parse(fine)}};
+    riga.copia = LegameNuovo{padre.account,
+                             {richiesta_.a, padre.id, validita.inizio, contract::Date::parse(fine)},
+                             ditta,
+                             tipo,
+                             std::move(guid)};
 }
 
 std::int64_t Cammino::ContaNodiDistinta() {

@@ -1,6 +1,7 @@
 #include "host/script/ScriptCommands.h"
 
 #include "host/script/ScriptCancel.h"
+#include "host/services/Text.h"
 
 #include <QHash>
 #include <QJsonArray>
@@ -35,21 +36,6 @@ void tellMissing(std::uint64_t missing, QJsonObject& reply) {
 
 } // namespace
 
-QJsonValue jsonValue(const contract::Value& value) {
-    if (value.isMissing())
-        return QJsonValue::Null;
-    if (const bool* flag = value.as<bool>())
-        return *flag;
-    if (const double* number = value.as<double>())
-        return *number;
-    if (value.isNumber()) {
-        if (const auto whole = value.integer())
-            return static_cast<qint64>(*whole);
-        return QString::fromStdString(value.text()).toDouble();
-    }
-    return QString::fromStdString(value.text());
-}
-
 ScriptCommands::Command ScriptCommands::find(const QString& verb) {
     using Self = ScriptCommands;
     static const QHash<QString, Command> commands = {
@@ -79,6 +65,14 @@ ScriptCommands::Command ScriptCommands::find(const QString& verb) {
         {QStringLiteral("set"), &Self::set},
         {QStringLiteral("key"), &Self::key},
         {QStringLiteral("read"), &Self::read},
+        {QStringLiteral("export"), &Self::exportTable},
+        {QStringLiteral("drag"), &Self::drag},
+        {QStringLiteral("audit"), &Self::audit},
+        {QStringLiteral("compare"), &Self::compare},
+        {QStringLiteral("preview"), &Self::preview},
+        {QStringLiteral("moves"), &Self::moves},
+        {QStringLiteral("registry"), &Self::registry},
+        {QStringLiteral("undo"), &Self::undo},
     };
     return commands.value(verb, nullptr);
 }
@@ -201,7 +195,7 @@ void ScriptCommands::state(const ScriptRequest&, QJsonObject& reply) {
     refuseUnlessEmpty(session_.state(values));
     QJsonObject state;
     for (const auto& [name, value] : values)
-        state.insert(QString::fromStdString(name), jsonValue(value));
+        state.insert(toQt(name), toJson(value));
     reply.insert(QStringLiteral("state"), state);
 }
 

@@ -238,6 +238,8 @@ void MainWindow::attach(HostSession& session) {
         if (busy_ == nullptr || !busy_->showing())
             statusLine_->setText(text);
     });
+    connect(session_, &HostSession::statusHint, this,
+            [this](const QString& text) { statusLine_->setText(text.isEmpty() ? lastStatus_ : text); });
     connect(session_, &HostSession::formOpened, this, [this] {
         detailsAction_->setChecked(true);
         if (settings_ != nullptr && session_->formWindow() != nullptr) {
