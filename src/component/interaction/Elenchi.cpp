@@ -126,7 +126,7 @@ std::unique_ptr<RegistroSpostamenti> registroElenco(StatoForm& stato, const Auto
 void muovi(StatoForm& stato, const Richiesta& richiesta, Piano& piano, RegistroSpostamenti* registro) {
     Blocchi blocchi(stato.database(), richiesta, [&stato]() -> contract::WorkflowState& { return stato.flusso(); });
     blocchi.testimone(registro);
-    sposta(blocchi, blocchi, richiesta, piano);
+    sposta(blocchi, blocchi, richiesta, piano, {stato.avanzamento(), std::nullopt});
     if (registro != nullptr && !piano.rifiutato())
         registro->aggiungi(piano, richiesta);
 }

@@ -1,5 +1,6 @@
 #include "host/script/ScriptRunner.h"
 
+#include "contract/Progress.h"
 #include "contract/RuntimeError.h"
 #include "host/database/CommandWaits.h"
 #include "host/script/ScriptCancel.h"
@@ -166,6 +167,9 @@ QJsonObject ScriptRunner::carryOut(const std::function<ScriptRequest()>& parse, 
         refusal = error.reason();
     } catch (const contract::RuntimeError& error) {
         refusal = QString::fromStdString(error.description());
+    } catch (const contract::Cancelled& cancelled) {
+        refusal = QString::fromUtf8(cancelled.what());
+        session_.say(refusal);
     } catch (const std::exception& error) {
         refusal = QString::fromUtf8(error.what());
     }

@@ -14,6 +14,7 @@
 #include "platform/qt/fields/DataEntryHooks.h"
 #include "platform/qt/forms/QtControlFactory.h"
 #include "platform/qt/look/Appearance.h"
+#include "platform/shared/LongWork.h"
 
 #include <QCoreApplication>
 #include <QTimer>
@@ -73,6 +74,7 @@ QString HostSession::tryDatabase(const std::string& connectionString) {
 
 void HostSession::openDatabase() {
     context_->connectionString = settings_.connectionString;
+    const platform::shared::LongWork::Aside aside;
     try {
         std::shared_ptr<contract::Connection> connection = newConnection(context_->connectionString);
         connection->Open();

@@ -5,6 +5,7 @@
 #include "host/services/Text.h"
 #include "host/start/HostSession.h"
 #include "host/windows/Prompts.h"
+#include "host/windows/WorkProgress.h"
 
 #include <QApplication>
 #include <QDate>
@@ -41,9 +42,13 @@ void backUpOf(const HostSession& session, QWidget& window, const std::function<v
     QApplication::setOverrideCursor(Qt::WaitCursor);
     QString said;
     auto icon = QMessageBox::Information;
+    bool givenUp = false;
     try {
-        const auto bytes = backUp(database, file.toStdString(),
-                                  [&](int percent) { status(QStringLiteral("Copia di sicurezza: %1%").arg(percent)); });
+        WorkProgress progress;
+        const auto bytes = backUp(database, file.toStdString(), [&](int percent) {
+            status(QStringLiteral("Copia di sicurezza: %1%").arg(percent));
+            progress.reached("Copia di sicurezza", static_cast<std::uint64_t>(percent), 100);
+        });
         said = QStringLiteral("Copia di sicurezza fatta, con gli stati dei legami: «%1», %2.")
                    .arg(QFileInfo(file).absoluteFilePath(),
                         QLocale(QLocale::Italian)
@@ -51,9 +56,14 @@ void backUpOf(const HostSession& session, QWidget& window, const std::function<v
     } catch (const contract::RuntimeError& error) {
         icon = QMessageBox::Critical;
         said = toQt(error.description());
+    } catch (const contract::Cancelled& cancelled) {
+        givenUp = true;
+        said = QString::fromUtf8(cancelled.what());
     }
     QApplication::restoreOverrideCursor();
     status(said);
+    if (givenUp)
+        return;
     tell(icon, title, said, &window);
 }
 

@@ -4,6 +4,7 @@
 #include "host/script/ChoiceControls.h"
 #include "host/services/Text.h"
 #include "host/tables/PlanTable.h"
+#include "host/windows/WorkProgress.h"
 
 #include <QGuiApplication>
 
@@ -49,10 +50,15 @@ void PlanWindow::refresh() {
 std::unique_ptr<contract::MovePlan> PlanWindow::ask(QString& failure) {
     auto plan = std::make_unique<contract::MovePlan>();
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    givenUp_ = false;
     try {
+        const WorkProgress progress("nodi");
         *plan = makePlan();
     } catch (const contract::RuntimeError& error) {
         failure = toQt(error.description());
+    } catch (const contract::Cancelled& cancelled) {
+        givenUp_ = true;
+        failure = QString::fromUtf8(cancelled.what());
     }
     QGuiApplication::restoreOverrideCursor();
     return plan;

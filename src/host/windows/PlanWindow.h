@@ -20,6 +20,8 @@ public:
     const contract::MovePlan& plan() const { return *plan_; }
     /// Why there is no plan; empty where there is one.
     const QString& failure() const { return failure_; }
+    /// Whether the failure is that the user gave the plan up.
+    bool givenUp() const { return givenUp_; }
     /// Whether the window was left to move what it showed.
     bool moveWanted() const { return moveWanted_; }
     /// The node that the user wants to see in its tree.
@@ -47,6 +49,7 @@ private:
     QPushButton* move_;
     std::shared_ptr<const contract::MovePlan> plan_ = std::make_shared<contract::MovePlan>();
     QString failure_;
+    bool givenUp_ = false;
     bool moveWanted_ = false;
     std::optional<std::int64_t> nodeWanted_;
 };

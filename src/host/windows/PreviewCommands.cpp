@@ -8,6 +8,7 @@
 #include "host/windows/MoveListWindow.h"
 #include "host/windows/PreviewWindow.h"
 #include "host/windows/Prompts.h"
+#include "host/windows/WorkProgress.h"
 
 #include <QAction>
 
@@ -37,6 +38,8 @@ contract::MoveManner completed(const HostSession& session, contract::MoveManner 
 }
 
 void failWithoutPlan(const PlanWindow& window) {
+    if (window.givenUp())
+        throw contract::Cancelled();
     if (!window.failure().isEmpty())
         throw contract::RuntimeError(contract::RuntimeError::invalidCall, window.failure().toStdString());
 }
@@ -69,7 +72,11 @@ contract::MovePlan showMoves(HostSession& session, PlanWindow& window, bool appl
                                       contract::message::yesNo,
                                       countsText(window.plan()).toStdString()) != contract::message::answerYes)
         return window.plan();
-    const contract::MovePlan done = moveAll();
+    contract::MovePlan done;
+    {
+        const WorkProgress progress("nodi");
+        done = moveAll();
+    }
     if (!done.refused.empty() && !apply)
         session.dialogs().showMessage(window.windowTitle().toStdString(), done.refused, contract::message::critical);
     return done;
@@ -84,6 +91,8 @@ template <class Command> void told(const ToolContext& context, Command&& command
         command(*session);
     } catch (const contract::RuntimeError& error) {
         tell(QMessageBox::Warning, title, toQt(error.description()), context.window);
+    } catch (const contract::Cancelled& cancelled) {
+        session->say(QString::fromUtf8(cancelled.what()));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "host/windows/RegistryCommands.h"
 
 #include "contract/Host.h"
+#include "contract/Progress.h"
 #include "contract/RuntimeError.h"
 #include "host/services/Text.h"
 #include "host/start/HostSession.h"
@@ -57,6 +58,8 @@ void addTables(HostSession& session, const std::function<void(const QString&)>& 
     try {
         session.addRegistry();
         say(QStringLiteral("Tabelle del registro aggiunte: da ora gli spostamenti vi restano scritti."));
+    } catch (const contract::Cancelled& cancelled) {
+        say(QString::fromUtf8(cancelled.what()));
     } catch (const contract::RuntimeError& error) {
         tellError(session, error);
     }

@@ -5,6 +5,7 @@
 #include "host/script/WidgetControls.h"
 #include "host/services/Text.h"
 #include "host/windows/UndoWindow.h"
+#include "host/windows/WorkProgress.h"
 
 #include <QHeaderView>
 #include <QJsonArray>
@@ -174,6 +175,8 @@ void RegistryWindow::filterChanged() {
 }
 
 contract::Undoing RegistryWindow::takeBack(std::int64_t operation) {
+    // The trees are read again as a part of it: once it is kept nothing of it is given up.
+    const WorkProgress progress;
     auto outcome = session_.registry()->Undo(operation);
     if (outcome.undone)
         session_.chooseMenuEntry(QStringLiteral("mnuAggiorna"));
@@ -208,6 +211,9 @@ template <class Action> void RegistryWindow::guarded(Action action) {
         action();
     } catch (const contract::RuntimeError& error) {
         session_.dialogs().showMessage(title.toStdString(), error.description(), contract::message::critical);
+    } catch (const contract::Cancelled& cancelled) {
+        setHeading(QString::fromUtf8(cancelled.what()));
+        session_.say(heading());
     }
 }
 
