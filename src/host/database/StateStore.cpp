@@ -8,6 +8,7 @@
 #include "platform/odbc/Connection.h"
 #include "platform/odbc/DatabaseTables.h"
 #include "platform/odbc/Literals.h"
+#include "platform/shared/LongWork.h"
 #include "platform/sqlite/Connection.h"
 
 #include <algorithm>
@@ -249,6 +250,8 @@ void StateStore::setState(std::string_view guid, std::int64_t state, std::string
     const std::string key = keyOf(guid);
     if (key.empty())
         return;
+    // A state is written with its history or not at all; a work is given up before or after.
+    const platform::shared::LongWork::Aside aside;
     Write write{key, state, std::string(user), keyOf(from)};
     if (server_) {
         setOnServer(write);
