@@ -72,6 +72,25 @@ TEST(CommandLine, RefusesWhatExcludesEachOther) {
     refusal({"--create", "--demo-size", "5"});
 }
 
+TEST(CommandLine, ReadsAListOfMoves) {
+    auto line = readCommandLine({"--moves", "elenco.csv", "--dry-run", "--company", "2"});
+    EXPECT_EQ(CommandLine::Action::moves, line.action);
+    EXPECT_EQ("elenco.csv", line.moves);
+    EXPECT_FALSE(line.apply);
+    EXPECT_EQ(CommandLine::Format::csv, line.format);
+    line = readCommandLine({"--format=json", "--apply", "--moves=elenco.csv"});
+    EXPECT_TRUE(line.apply);
+    EXPECT_EQ(CommandLine::Format::json, line.format);
+    refusal({"--moves", "a"});
+    refusal({"--moves", "a", "--dry-run", "--apply"});
+    refusal({"--moves", "a", "--dry-run", "--script", "b"});
+    refusal({"--moves", "a", "--dry-run", "--create"});
+    refusal({"--moves", "a", "--dry-run", "--format", "xml"});
+    refusal({"--dry-run"});
+    refusal({"--script", "a", "--apply"});
+    refusal({"--format", "csv"});
+}
+
 TEST(CommandLine, RefusesUnknownAndRepeatedOptionsAndStrayArguments) {
     EXPECT_NE(std::string::npos, refusal({"--databse", "a"}).find("--databse"));
     EXPECT_NE(std::string::npos, refusal({"a.sqlite"}).find("a.sqlite"));
@@ -90,8 +109,8 @@ TEST(CommandLine, NoPasswordStandsInARefusal) {
 }
 
 TEST(CommandLine, RefusesMissingAndEmptyValues) {
-    for (const std::string option :
-         {"--database", "--odbc", "--demo-size", "--company", "--user", "--group", "--trace", "--log", "--script"}) {
+    for (const std::string option : {"--database", "--odbc", "--demo-size", "--company", "--user", "--group", "--trace",
+                                     "--log", "--script", "--moves", "--format"}) {
         EXPECT_NE(std::string::npos, refusal({option}).find(option));
         EXPECT_NE(std::string::npos, refusal({option, ""}).find(option));
     }
@@ -113,8 +132,9 @@ TEST(CommandLine, ReasonsStandOnOneLine) {
 
 TEST(CommandLine, HelpNamesEveryOption) {
     const std::string help = host::helpText();
-    for (const char* option : {"--database", "--odbc", "--demo-size", "--company", "--user", "--group", "--trace",
-                               "--log", "--script", "--create", "--create-demo", "--version", "--help"})
+    for (const char* option :
+         {"--database", "--odbc", "--demo-size", "--company", "--user", "--group", "--trace", "--log", "--script",
+          "--create", "--create-demo", "--version", "--help", "--moves", "--dry-run", "--apply", "--format"})
         EXPECT_NE(std::string::npos, help.find(option)) << option;
 }
 
