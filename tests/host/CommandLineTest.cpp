@@ -105,6 +105,23 @@ TEST(CommandLine, RefusesWhatATaskDoesNotKnow) {
     for (const char* task : {"--script", "--create", "--create-demo"})
         refusal(std::string(task) == "--script" ? std::vector<std::string>{"--check", task, "-"}
                                                 : std::vector<std::string>{"--check", task});
+TEST(CommandLine, ReadsAListOfMoves) {
+    auto line = readCommandLine({"--moves", "elenco.csv", "--dry-run", "--company", "2"});
+    EXPECT_EQ(CommandLine::Action::moves, line.action);
+    EXPECT_EQ("elenco.csv", line.moves);
+    EXPECT_FALSE(line.apply);
+    EXPECT_EQ(CommandLine::Format::csv, line.format);
+    line = readCommandLine({"--format=json", "--apply", "--moves=elenco.csv"});
+    EXPECT_TRUE(line.apply);
+    EXPECT_EQ(CommandLine::Format::json, line.format);
+    refusal({"--moves", "a"});
+    refusal({"--moves", "a", "--dry-run", "--apply"});
+    refusal({"--moves", "a", "--dry-run", "--script", "b"});
+    refusal({"--moves", "a", "--dry-run", "--create"});
+    refusal({"--moves", "a", "--dry-run", "--format", "xml"});
+    refusal({"--dry-run"});
+    refusal({"--script", "a", "--apply"});
+    refusal({"--format", "csv"});
 }
 
 TEST(CommandLine, RefusesUnknownAndRepeatedOptionsAndStrayArguments) {
@@ -125,8 +142,8 @@ TEST(CommandLine, NoPasswordStandsInARefusal) {
 }
 
 TEST(CommandLine, RefusesMissingAndEmptyValues) {
-    for (const std::string option :
-         {"--database", "--odbc", "--demo-size", "--company", "--user", "--group", "--trace", "--log", "--script"}) {
+    for (const std::string option : {"--database", "--odbc", "--demo-size", "--company", "--user", "--group", "--trace",
+                                     "--log", "--script", "--moves", "--format"}) {
         EXPECT_NE(std::string::npos, refusal({option}).find(option));
         EXPECT_NE(std::string::npos, refusal({option, ""}).find(option));
     }
@@ -151,6 +168,9 @@ TEST(CommandLine, HelpNamesEveryOption) {
     for (const char* option : {"--database", "--odbc", "--demo-size", "--company", "--user", "--group", "--trace",
                                "--log", "--script", "--create", "--create-demo", "--version", "--help", "--check",
                                "--compare", "--severity", "--date", "--format"})
+    for (const char* option :
+         {"--database", "--odbc", "--demo-size", "--company", "--user", "--group", "--trace", "--log", "--script",
+          "--create", "--create-demo", "--version", "--help", "--moves", "--dry-run", "--apply", "--format"})
         EXPECT_NE(std::string::npos, help.find(option)) << option;
 }
 
