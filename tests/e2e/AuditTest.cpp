@@ -292,6 +292,24 @@ TEST_F(Audit, EveryRotAtOnce) {
     EXPECT_EQ(before, Database(place_).nodes());
 }
 
+TEST_F(Audit, OfTheDemoCompaniesFindsWhatTheManualNames) {
+    if (place_.onServer())
+        GTEST_SKIP() << "the demo companies are made anew in a file of their own";
+    const QString demo = place_.path(QStringLiteral("demo.sqlite"));
+    ASSERT_EQ(0, place_.run({"--database", demo, "--create-demo", "--demo-size", "500"}).status);
+    for (const char* company : {"1", "2"}) {
+        const auto outcome =
+            place_.run({"--database", demo, "--check", "--severity", "hint", "--format", "json", "--company", company});
+        std::set<std::string> rules;
+        for (const QByteArray& line : outcome.out.split('\n'))
+            if (!line.isEmpty())
+                rules.insert(text(QJsonDocument::fromJson(line).object().value(QLatin1String("rule"))));
+        const std::set<std::string> meant =
+            *company == '1' ? std::set<std::string>{"no-registry", "overlap"} : std::set<std::string>{"no-registry"};
+        EXPECT_EQ(meant, rules) << company;
+    }
+}
+
 // The command line
 
 TEST_F(Audit, WritesWhatIsSevereEnough) {

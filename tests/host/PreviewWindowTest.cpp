@@ -55,7 +55,9 @@ protected:
     }
 
     void open(const MoveManner& manner = {}) {
-        window = std::make_unique<host::PreviewWindow>(preview, manner, nullptr);
+        window = std::make_unique<host::PreviewWindow>(
+            QStringLiteral("AnteprimaSpostamento"), QStringLiteral("Anteprima"),
+            [this](const MoveManner& chosen) { return preview.plan(chosen); }, manner, false, nullptr);
         window->show();
         window->activateWindow();
         QTest::qWait(0);
@@ -102,7 +104,6 @@ TEST_F(PreviewWindows, ANodeIsChosenByDoubleClickOrEnter) {
     open();
     list().setFocus();
     QTest::keyClick(&list(), Qt::Key_Down);
-    QTest::keyClick(&list(), Qt::Key_Down);
     QTest::keyClick(&list(), Qt::Key_Return);
     EXPECT_EQ(2, window->nodeWanted().value_or(0));
 }
@@ -144,7 +145,7 @@ TEST_F(PreviewWindows, RefusedMovesCanNotBeMade) {
     EXPECT_FALSE(move().isEnabled());
     preview.error = "database spento";
     open();
-    EXPECT_EQ("L'anteprima non è riuscita: database spento", window->heading().toStdString());
+    EXPECT_EQ("database spento", window->heading().toStdString());
     EXPECT_FALSE(move().isEnabled());
     EXPECT_EQ("database spento", window->failure());
 }

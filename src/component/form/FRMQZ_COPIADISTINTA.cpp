@@ -84,7 +84,10 @@ void FRMQZ_COPIADISTINTA::collegaEventi() {
         modifica_.TRW_ELEMDISTINTADEST_OnChangeNodeEx();
         descriviSpostamento();
     };
-    dest.OnEdited = [this](contract::Node nodo) { modifica_.TRW_ELEMDISTINTADEST_OnEdited(nodo); };
+    dest.OnEdited = [this](contract::Node nodo) {
+        nuovoComando();
+        modifica_.TRW_ELEMDISTINTADEST_OnEdited(nodo);
+    };
     dest.OnChangedColumn = [this](contract::Node nodo) { modifica_.TRW_ELEMDISTINTADEST_OnChangedColumn(nodo); };
     dest.OnLocked = [this](contract::Node, const std::string&) { spiegaBlocco(); };
     stato_.destinazione.frame->ChangeStatus = [this](int nuovo) { FME_CopiaDistintaDest_ChangeStatus(nuovo); };
@@ -107,7 +110,10 @@ void FRMQZ_COPIADISTINTA::collegaEventi() {
 }
 
 void FRMQZ_COPIADISTINTA::collegaLato(Lato& lato, Ricerca& ricerca) {
-    lato.tipi->Click = [this, &lato] { TipoScelto(stato_, lato); };
+    lato.tipi->Click = [this, &lato] {
+        nuovoComando();
+        TipoScelto(stato_, lato);
+    };
     lato.cerca->KeyPress = [&ricerca](int codice) { ricerca.tastoPremuto(codice); };
     lato.menuCerca->MenuClick = [&ricerca](const std::string& chiave) { ricerca.menuScelto(chiave); };
     lato.livelli->ButtonClick = [this, &lato] { CMD_ESPANDICOLLASSA_ButtonClick(stato_, lato); };

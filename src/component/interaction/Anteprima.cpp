@@ -19,7 +19,7 @@ std::string rifiutoDelComando(const StatoForm& stato, const contract::MoveManner
             return "Data fine legame non impostata!";
         const auto inizio = (*orig.dati)["QZ02_DATAINIZIOVAL"].date();
         if (inizio && *modo.end < *inizio)
-            return "Attenzione la data di fine legame inserita è minore della data inizio legame del nodo di origine.";
+            return std::string(finePrimaDellInizio);
     }
     // With validity the command stops there without a word.
     if (orig.TipoCF != dest.TipoCF)

@@ -5,9 +5,6 @@
 
 namespace qz {
 
-/// Why a command would not move between two distinte of different kinds.
-inline constexpr std::string_view tipologieDiverse =
-    "Non è consentito effettuare la manutenzione tra distinte di tipologia diversa(cliente/fornitore).";
 /// Why a destination without nodes takes none.
 inline constexpr std::string_view senzaCapostipiti =
     "La distinta di destinazione selezionata non contiene nodi capostipite!";

@@ -6,6 +6,7 @@
 #include "component/interaction/RiletturaNodi.h"
 #include "component/maintenance/Blocchi.h"
 #include "component/maintenance/LettureSingole.h"
+#include "component/maintenance/RegistroSpostamenti.h"
 #include "component/maintenance/ScrittureSingole.h"
 #include "component/maintenance/Spostamento.h"
 #include "component/shared/MODQZ_DISTINTA.h"
@@ -53,12 +54,28 @@ NodoSpostato nodoSpostato(const Richiesta& richiesta) {
             richiesta.validita ? std::optional(richiesta.validita->inizio) : std::nullopt};
 }
 
+/// What the registry of moves says of a move; nothing where it is not kept.
+std::unique_ptr<RegistroSpostamenti> nuovoRegistro(StatoForm& stato) {
+    if (!stato.tieneRegistro)
+        return nullptr;
+    return std::make_unique<RegistroSpostamenti>(stato.database(), stato.ditta(),
+                                                 Autore{stato.utente(), stato.gruppo(), stato.oggi()}, stato.ora());
+}
+
 /// Whether so many nodes hang below the moved one that they are worth blocks.
 bool aBlocchi(const StatoForm& stato) {
     if (stato.nodiPerBlocchi <= 0)
         return stato.nodiPerBlocchi == 0;
     const auto& albero = *stato.origine.albero;
     return albero.descendants(albero.focused()) > static_cast<std::size_t>(stato.nodiPerBlocchi);
+}
+
+Avanzamento avanzamento(const StatoForm& stato) {
+    const auto& albero = *stato.origine.albero;
+    auto* const progresso = stato.avanzamento();
+    if (progresso != nullptr)
+        progresso->counts("nodi");
+    return {progresso, albero.descendants(albero.focused()) + 1};
 }
 
 } // namespace
@@ -117,6 +134,7 @@ void EseguiSpostamento(StatoForm& stato, bool validita) {
     // While the end-of-link text is the one that the user gave.
     const auto dettaglio = dettaglioSpostamento(stato, validita);
     std::string fatto(nessunaModifica);
+    const auto registro = nuovoRegistro(stato);
     std::optional<NodoSpostato> spostato;
     if (stato.MessaggioSpostamento.empty()) {
         const auto richiesta = richiestaDiSpostamento(stato, validita);
@@ -125,15 +143,22 @@ void EseguiSpostamento(StatoForm& stato, bool validita) {
         const FlussoStati flusso = [&stato]() -> contract::WorkflowState& { return stato.flusso(); };
         if (aBlocchi(stato)) {
             Blocchi blocchi(stato.database(), richiesta, flusso);
-            sposta(blocchi, blocchi, richiesta, piano);
+            blocchi.testimone(registro.get());
+            sposta(blocchi, blocchi, richiesta, piano, avanzamento(stato));
         } else {
             LettureSingole letture(stato.database());
             ScrittureSingole scritture(stato.database(), richiesta.autore, flusso);
-            sposta(letture, scritture, richiesta, piano);
+            scritture.testimone(registro.get());
+            sposta(letture, scritture, richiesta, piano, avanzamento(stato));
         }
         if (!piano.rifiutato()) {
             fatto = descrizioneEsito(piano, richiesta, nomeNodo(dest));
             spostato = nodoSpostato(richiesta);
+            if (registro) {
+                registro->aggiungi(piano, richiesta);
+                registro->scrivi(validita ? contract::OperationKind::validity : contract::OperationKind::structure,
+                                 nomeNodo(orig) + ": " + fatto);
+            }
         }
     }
 

@@ -31,6 +31,11 @@ template <class Id> std::optional<std::int64_t> numero(const std::optional<Id>& 
     return id ? std::optional(id->numero()) : std::nullopt;
 }
 
+/// A link that is only supposed has no id yet.
+std::optional<std::int64_t> numero(const std::optional<NodoId>& nodo) {
+    return nodo && !FattiNoti::provvisorio(*nodo) ? std::optional(nodo->numero()) : std::nullopt;
+}
+
 /// Accounts and names of the nodes that a plan names.
 class Nomi {
 public:
@@ -126,7 +131,7 @@ void aggiungiAnteprima(contract::MovePlan& anteprima, const Piano& piano, const 
     for (const auto& nodo : piano.righe) {
         auto& nuova = anteprima.rows.emplace_back();
         nuova.line = riga;
-        nuova.id = nodo.nodo.numero();
+        nuova.id = numero(std::optional(nodo.nodo));
         nuova.account = numero(nodo.account);
         nuova.name = nomi.nome(nodo.account);
         nuova.outcome = esito(nodo.esito);
@@ -143,13 +148,16 @@ void aggiungiAnteprima(contract::MovePlan& anteprima, const Piano& piano, const 
     }
     anteprima.types.try_emplace(richiesta.a.numero());
     leggiCodici(anteprima.types, database);
-    if (!piano.rifiutato())
-        return;
+    if (piano.rifiutato())
+        aggiungiRifiuto(anteprima, senzaFineRiga(piano.messaggio), riga);
+}
+
+void aggiungiRifiuto(contract::MovePlan& anteprima, std::string_view motivo, std::optional<std::int64_t> riga) {
     if (!anteprima.refused.empty())
         anteprima.refused += '\n';
     if (riga)
         anteprima.refused += "Riga " + std::to_string(*riga) + ": ";
-    anteprima.refused += senzaFineRiga(piano.messaggio);
+    anteprima.refused += motivo;
 }
 
 Piano pianoRifiutato(const NodoLetto& nodo, std::string_view motivo) {

@@ -18,7 +18,8 @@ GruppiVerifica::GruppiVerifica(const std::vector<LegameVerifica>& righe, std::in
     voci_.reserve(righe.size());
     for (std::size_t i = 0; i < righe.size(); ++i) {
         const LegameVerifica& riga = righe[i];
-        if (riga.ditta == ditta && riga.account != LegameVerifica::manca && riga.haPeriodo())
+        if (riga.ditta == ditta && riga.account != LegameVerifica::manca && riga.tipo != LegameVerifica::manca &&
+            riga.haPeriodo())
             voci_.push_back({riga.account, riga.tipo, riga.inizio, static_cast<std::uint32_t>(i)});
     }
     std::sort(voci_.begin(), voci_.end(), [](const Voce& a, const Voce& b) {

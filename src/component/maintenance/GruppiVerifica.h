@@ -13,7 +13,7 @@ namespace qz {
 /// A finding about a link, because of another one: their positions.
 using Segnala = std::function<void(std::uint32_t legame, std::uint32_t altro)>;
 
-/// The links of a company that have an account and a period, account by account, each account's by start.
+/// The links of a company that have an account with its kind and a period, account by account, each account's by start.
 class GruppiVerifica {
 public:
     GruppiVerifica(const std::vector<LegameVerifica>& righe, std::int64_t ditta);

@@ -3,6 +3,8 @@
 #include "component/plugin/AnteprimaPlugin.h"
 #include "component/plugin/ClasseConfronto.h"
 #include "component/plugin/ClasseVerifica.h"
+#include "component/plugin/ElenchiPlugin.h"
+#include "component/plugin/PortaRegistro.h"
 #include "contract/Cinterface.h"
 #include "contract/Host.h"
 #include "contract/MoveSettings.h"
@@ -26,7 +28,9 @@ class CLSQZ_COPIADISTINTA : public contract::PluginClass,
                             public contract::MoveSettings,
                             public ClasseVerifica,
                             public ClasseConfronto,
-                            public AnteprimaPlugin {
+                            public AnteprimaPlugin,
+                            public ElenchiPlugin,
+                            public PortaRegistro {
 public:
     CLSQZ_COPIADISTINTA();
     ~CLSQZ_COPIADISTINTA() override;
@@ -111,6 +115,10 @@ public:
 
     /// The main form, for tests; nothing before ShowForm().
     FRMQZ_COPIADISTINTA* form() const override { return form_.get(); }
+
+protected:
+    contract::Cinterface& contesto() override { return *this; }
+    void registroCambiato() override;
 
 private:
     bool attivo() const;

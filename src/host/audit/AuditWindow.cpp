@@ -61,8 +61,6 @@ void AuditWindow::refresh() {
     fillRules();
     setTable(result_.report ? std::make_shared<AuditTable>(result_) : nullptr);
     filterRows();
-    if (result_.report && result_.report->size() > 0)
-        setCurrentRow(0);
     describeFocused();
 }
 
@@ -91,11 +89,19 @@ void AuditWindow::filterRows() {
     const int chosen = rules_->currentIndex();
     if (chosen <= 0) {
         setRowFilter({});
+        focusFirst();
         return;
     }
     setRowFilter([report = result_.report, rule = choices_[static_cast<std::size_t>(chosen) - 1]](std::size_t row) {
         return report->rule(row) == rule;
     });
+    focusFirst();
+}
+
+// Where the filters have taken the row away that had the focus.
+void AuditWindow::focusFirst() {
+    if (!currentRow() && view().model()->rowCount() > 0)
+        view().setCurrentIndex(view().model()->index(0, 0));
 }
 
 void AuditWindow::describeFocused() {

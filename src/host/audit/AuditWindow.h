@@ -34,6 +34,7 @@ public:
 private:
     void fillRules();
     void filterRows();
+    void focusFirst();
     void describeFocused();
     void leaveFor(std::size_t row);
 

@@ -128,8 +128,6 @@ void ComparisonWindow::refresh() {
     fillOutcomes();
     setTable(report_ ? std::make_shared<ComparisonTable>(report_, chosenView() != View::differences) : nullptr);
     filterRows();
-    if (report_ && report_->size() > 0)
-        setCurrentRow(0);
     show_->setEnabled(currentRow().has_value());
 }
 
@@ -159,11 +157,19 @@ void ComparisonWindow::filterRows() {
     const int chosen = outcomes_->currentIndex();
     if (chosen <= 0) {
         setRowFilter({});
+        focusFirst();
         return;
     }
     setRowFilter([report = report_, outcome = choices_[static_cast<std::size_t>(chosen) - 1]](std::size_t row) {
         return report->outcome(row) == outcome;
     });
+    focusFirst();
+}
+
+// Where the filters have taken the row away that had the focus.
+void ComparisonWindow::focusFirst() {
+    if (!currentRow() && view().model()->rowCount() > 0)
+        view().setCurrentIndex(view().model()->index(0, 0));
 }
 
 void ComparisonWindow::leaveFor(std::size_t row) {

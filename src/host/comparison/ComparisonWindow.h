@@ -40,6 +40,7 @@ private:
     QString describe(contract::Date day) const;
     void fillOutcomes();
     void filterRows();
+    void focusFirst();
     void leaveFor(std::size_t row);
 
     Comparisons& comparisons_;

@@ -1,5 +1,6 @@
 #include "host/script/ScriptCommands.h"
 
+#include "host/script/ScriptCancel.h"
 #include "host/services/Text.h"
 
 #include <QHash>
@@ -50,6 +51,7 @@ ScriptCommands::Command ScriptCommands::find(const QString& verb) {
         {QStringLiteral("state"), &Self::state},
         {QStringLiteral("trace"), &Self::trace},
         {QStringLiteral("services"), &Self::services},
+        {QStringLiteral("cancel"), &Self::cancel},
         {QStringLiteral("screenshot"), &Self::screenshot},
         {QStringLiteral("click"), &Self::click},
         {QStringLiteral("select"), &Self::select},
@@ -68,8 +70,15 @@ ScriptCommands::Command ScriptCommands::find(const QString& verb) {
         {QStringLiteral("audit"), &Self::audit},
         {QStringLiteral("compare"), &Self::compare},
         {QStringLiteral("preview"), &Self::preview},
+        {QStringLiteral("moves"), &Self::moves},
+        {QStringLiteral("registry"), &Self::registry},
+        {QStringLiteral("undo"), &Self::undo},
     };
     return commands.value(verb, nullptr);
+}
+
+void ScriptCommands::cancel(const ScriptRequest& request, QJsonObject&) {
+    ScriptCancel::request(request);
 }
 
 bool ScriptCommands::knows(const QString& verb) {

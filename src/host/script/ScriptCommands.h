@@ -5,7 +5,6 @@
 #include "platform/qt/forms/Scriptable.h"
 #include "platform/qt/forms/Session.h"
 
-#include <QAction>
 #include <QJsonObject>
 #include <QPointer>
 #include <QString>
@@ -44,6 +43,7 @@ private:
     void state(const ScriptRequest& request, QJsonObject& reply);
     void trace(const ScriptRequest& request, QJsonObject& reply);
     void services(const ScriptRequest& request, QJsonObject& reply);
+    void cancel(const ScriptRequest& request, QJsonObject& reply);
     void screenshot(const ScriptRequest& request, QJsonObject& reply);
 
     void exportTable(const ScriptRequest& request, QJsonObject& reply); // ScriptExport.cpp
@@ -52,6 +52,7 @@ private:
     void compare(const ScriptRequest& request, QJsonObject& reply);     // ScriptCompare.cpp
     // Moves seen before they are made, and lists of them (ScriptPreview.cpp)
     void preview(const ScriptRequest& request, QJsonObject& reply);
+    void moves(const ScriptRequest& request, QJsonObject& reply);
 
     // On a control of the form in front (ScriptControlCommands.cpp)
     void click(const ScriptRequest& request, QJsonObject& reply);
@@ -67,10 +68,12 @@ private:
     void key(const ScriptRequest& request, QJsonObject& reply);
     void read(const ScriptRequest& request, QJsonObject& reply);
 
+    // On the registry of moves (ScriptRegistry.cpp)
+    void registry(const ScriptRequest& request, QJsonObject& reply);
+    void undo(const ScriptRequest& request, QJsonObject& reply);
+
     void readStatusLine(QJsonObject& reply) const;
 
-    /// An entry of the window's menu bar that is the window's own; null for any other name.
-    QAction* windowEntry(const QString& name) const;
     platform::qt::FormWindow& frontForm() const;
     /// The main form; refused where it is not open.
     platform::qt::FormWindow& mainForm() const;

@@ -137,13 +137,6 @@ void ScriptCommands::mouse(const ScriptRequest& request, QJsonObject& reply) {
                  popup != nullptr ? QJsonArray::fromStringList(popup->itemNames()) : QJsonArray());
 }
 
-QAction* ScriptCommands::windowEntry(const QString& name) const {
-    if (session_.menuEntries().contains(name) || !name.startsWith(QLatin1String("mnu")) || !hostWindow_)
-        return nullptr;
-    const auto* bar = hostWindow_->findChild<QMenuBar*>();
-    return bar != nullptr ? bar->findChild<QAction*>(name) : nullptr;
-}
-
 void ScriptCommands::menu(const ScriptRequest& request, QJsonObject&) {
     PopupWindow* popup = Session::instance().popup();
     if (request.has(QStringLiteral("control"))) {
@@ -245,8 +238,8 @@ void ScriptCommands::read(const ScriptRequest& request, QJsonObject& reply) {
         return;
     }
 
-    if (const auto* action = windowEntry(name)) {
-        insertMenuEntry(reply, action->text(), action->isVisible(), action->isEnabled());
+    if (const auto* command = hostCommand(hostWindow_, name)) {
+        insertMenuEntry(reply, command->text(), command->isVisible(), command->isEnabled());
         return;
     }
     if (name == QLatin1String(StatusLine::name)) {

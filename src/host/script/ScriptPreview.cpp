@@ -117,4 +117,17 @@ void ScriptCommands::preview(const ScriptRequest& request, QJsonObject& reply) {
     insertPlan(reply, showPreview(session_, hostWindow_, manner));
 }
 
+void ScriptCommands::moves(const ScriptRequest& request, QJsonObject& reply) {
+    const bool apply = flag(request, QStringLiteral("apply"));
+    const bool selected = flag(request, QStringLiteral("selected"));
+    const auto file = request.optionalText(QStringLiteral("file"));
+    if (selected == file.has_value() || (file && file->isEmpty()))
+        throw ScriptRefusal(QStringLiteral("serve \"file\", con il nome di un elenco, oppure \"selected\": true"));
+    const contract::MoveManner manner{flag(request, QStringLiteral("validity")), dayOf(request)};
+    refuseOverDialog();
+    mainForm();
+    insertPlan(reply, selected ? showSelected(session_, hostWindow_, manner, apply)
+                               : showMoveList(session_, hostWindow_, *file, apply));
+}
+
 } // namespace host

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "contract/Cinterface.h"
+#include "contract/MoveRegistry.h"
 #include "contract/Value.h"
 #include "host/database/TraceLog.h"
 #include "host/services/Notices.h"
@@ -133,6 +134,15 @@ public:
     static QString menuEntryCaption(const QString& name);
     bool menuEntryEnabled(const QString& name) const;
 
+    // The registry of moves
+
+    /// Whether the database has the registry's tables.
+    bool hasRegistry() const { return hasRegistry_; }
+    /// Makes them; from then on moves are written into it. Throws RuntimeError.
+    void addRegistry();
+    /// The component's; null where no form is open, and for a component without one.
+    contract::MoveRegistry* registry() const;
+
     UserDialogs& dialogs();
     ServiceJournal& journal();
     TraceLog& trace();
@@ -153,6 +163,7 @@ private slots:
 private:
     void noteDatabase();
     void giveContext();
+    void keepRegistry();
     void releaseClass();
     void watchForm();
     void rememberSide(const QWidget* focused);
@@ -166,6 +177,7 @@ private:
     std::unique_ptr<contract::PluginClass> class_;
     QString side_ = QStringLiteral("Orig"); ///< as the component's commands name it
     bool modelsRegistered_ = false;
+    bool hasRegistry_ = false;
     bool showing_ = false; ///< ShowForm runs: the class must outlive it, even when a modal form has gone
 };
 

@@ -81,6 +81,7 @@ QString HostSession::openForm(const QJsonObject& properties) {
     connect(qApp, &QApplication::focusChanged, this, &HostSession::focusMoved, Qt::UniqueConnection);
     try {
         giveContext();
+        keepRegistry();
     } catch (const contract::RuntimeError& error) {
         class_.reset();
         return toQt(error.description());

@@ -63,15 +63,26 @@ void PlanWindow::showPlan(std::unique_ptr<contract::MovePlan> plan, const QStrin
     failure_ = failure;
     QString heading = remark;
     if (!failure_.isEmpty())
-        heading = QStringLiteral("L'anteprima non è riuscita: %1").arg(failure_);
+        heading = failure_;
     else if (!plan_->refused.empty())
-        heading += QStringLiteral("Non si sposta nulla: %1").arg(toQt(plan_->refused));
+        heading += refusalText();
     else
         heading += countsText(*plan_);
     setHeading(heading);
     move_->setEnabled(failure_.isEmpty() && plan_->refused.empty() && !plan_->rows.empty());
     setTable(std::make_shared<PlanTable>(plan_, hasLines()));
     filterRows();
+}
+
+QString PlanWindow::refusalText() const {
+    constexpr qsizetype told = 5;
+    QStringList lines = toQt(plan_->refused).split(QLatin1Char('\n'));
+    const auto left = lines.size() - told;
+    if (left > 0) {
+        lines.resize(told);
+        lines.append(QStringLiteral("e altre %1: le mostra «Solo ciò che resta».").arg(left));
+    }
+    return QStringLiteral("Non si sposta nulla: %1").arg(lines.join(QLatin1Char('\n')));
 }
 
 void PlanWindow::filterRows() {

@@ -38,6 +38,8 @@ protected:
 private:
     std::unique_ptr<contract::MovePlan> ask(QString& failure);
     void showPlan(std::unique_ptr<contract::MovePlan> plan, const QString& failure, const QString& remark);
+    /// Why nothing is moved, of many reasons the first ones.
+    QString refusalText() const;
     void filterRows();
     void leaveToMove();
 

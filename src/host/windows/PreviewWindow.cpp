@@ -8,8 +8,9 @@
 
 namespace host {
 
-PreviewWindow::PreviewWindow(contract::MovePreview& preview, const contract::MoveManner& manner, QWidget* parent)
-    : PlanWindow(QLatin1String(name), QStringLiteral("Anteprima dello spostamento"), parent), preview_(preview),
+PreviewWindow::PreviewWindow(const QString& windowName, const QString& title, Planner planner,
+                             const contract::MoveManner& manner, bool withLines, QWidget* parent)
+    : PlanWindow(windowName, title, parent), planner_(std::move(planner)), withLines_(withLines),
       structure_(new QRadioButton(QStringLiteral("S&truttura"), this)),
       validity_(new QRadioButton(QStringLiteral("Con &validità"), this)), day_(new platform::qt::CalendarEdit(this)) {
     auto* kinds = new QButtonGroup(this);

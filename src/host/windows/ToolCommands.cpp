@@ -5,6 +5,7 @@
 #include "host/windows/BackupCommand.h"
 #include "host/windows/ExportCommands.h"
 #include "host/windows/PreviewCommands.h"
+#include "host/windows/RegistryCommands.h"
 
 namespace host {
 
@@ -14,6 +15,7 @@ void addToolCommands(QMenu& menu, const ToolContext& context) {
     addPreviewCommands(menu, context);
     addBackupCommand(menu, *context.window, context.session, context.say);
     addExportCommands(menu, context);
+    addRegistryCommands(menu, context);
 }
 
 } // namespace host
