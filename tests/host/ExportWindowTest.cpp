@@ -78,7 +78,7 @@ TEST_F(Exported, ATreeIsItsNodesWithLevelParentAndPath) {
         EXPECT_EQ(above ? account(above) : "", cell(table, row, "Padre"));
         std::string path = account(node);
         for (auto at = above; at; at = nodes.parent(at))
-            path = account(at) + " / " + path;
+            path = account(at) + " > " + path;
         EXPECT_EQ(path, cell(table, row, "Percorso"));
     }
 }

@@ -14,7 +14,7 @@ namespace {
 /// Accounts of a deep node's path that are named: those nearest to it. A chain of a hundred thousand nodes
 /// would fill the disk with its paths.
 constexpr std::size_t longestPath = 100;
-constexpr std::string_view separator = " / ";
+constexpr std::string_view separator = " > ";
 
 TableColumn::Kind kindOf(TreeColumnKind kind) {
     switch (kind) {
