@@ -45,13 +45,13 @@ TEST_F(Export, WritesTheTwoDistinteWithoutAStatement) {
     program.must(exporting("origin", QStringLiteral("origine.csv")));
     program.must(exporting("destination", QStringLiteral("destinazione.CSV")));
     EXPECT_TRUE(program.trace().empty());
-    EXPECT_EQ((std::vector<std::string>{"1;100;Rossi S.p.A.;;01/01/2020;31/12/2099;100\r",
-                                        "1;130;Gialli;;01/01/2020;31/12/2099;130\r",
-                                        "2;110;Bianchi S.r.l.;100;01/01/2020;31/12/2099;100 / 110\r",
-                                        "2;120;Neri S.n.c.;100;01/01/2024;31/12/2024;100 / 120\r",
-                                        "2;999;;130;01/01/2020;31/12/2099;130 / 999\r",
-                                        "3;111;Verdi & C.;110;01/01/2020;31/12/2099;100 / 110 / 111\r",
-                                        "Livello;Codice;Ragione Sociale;Padre;Data inizio;Data fine;Percorso\r"}),
+    EXPECT_EQ((std::vector<std::string>{"1;100;Rossi S.p.A.;;01/01/2020;31/12/2099;;100\r",
+                                        "1;130;Gialli;;01/01/2020;31/12/2099;;130\r",
+                                        "2;110;Bianchi S.r.l.;100;01/01/2020;31/12/2099;;100 > 110\r",
+                                        "2;120;Neri S.n.c.;100;01/01/2024;31/12/2024;;100 > 120\r",
+                                        "2;999;;130;01/01/2020;31/12/2099;;130 > 999\r",
+                                        "3;111;Verdi & C.;110;01/01/2020;31/12/2099;;100 > 110 > 111\r",
+                                        "Livello;Codice;Ragione Sociale;Padre;Data inizio;Data fine;Stato;Percorso\r"}),
               sortedLines(QStringLiteral("origine.csv")));
     const auto lines = sortedLines(QStringLiteral("destinazione.CSV"));
     ASSERT_EQ(6U, lines.size());
@@ -87,6 +87,19 @@ TEST_F(Export, TheListsOfTheWindowsAreThoseTheRequestsAnswer) {
     }
 }
 
+TEST_F(Export, TheRegistryIsItsOperations) {
+    Dialogue program(place_);
+    program.select(destList, QStringLiteral("C2"));
+    for (const char* drag : {R"({"do":"drag","id":2,"onto":22})", R"({"do":"drag","id":5,"onto":25})"}) {
+        program.must(R"({"do":"answer","values":[6]})");
+        program.must(drag);
+    }
+    program.must(exporting("registry", QStringLiteral("registro.csv")));
+    const QJsonArray operations = program.must(R"({"do":"registry"})").value(QLatin1String("operations")).toArray();
+    EXPECT_EQ(2, operations.size());
+    EXPECT_EQ(3U, sortedLines(QStringLiteral("registro.csv")).size());
+}
+
 TEST_F(Export, RefusesWhatItCanNotDo) {
     Dialogue program(place_);
     EXPECT_NE(std::string::npos,
@@ -113,7 +126,7 @@ TEST_F(Export, ADistintaWithoutNodesIsItsTitles) {
     Dialogue program(place_);
     program.select(origList, QStringLiteral("C4"));
     program.must(exporting("origin", QStringLiteral("vuota.csv")));
-    EXPECT_EQ((std::vector<std::string>{"Livello;Codice;Ragione Sociale;Padre;Data inizio;Data fine;Percorso\r"}),
+    EXPECT_EQ((std::vector<std::string>{"Livello;Codice;Ragione Sociale;Padre;Data inizio;Data fine;Stato;Percorso\r"}),
               sortedLines(QStringLiteral("vuota.csv")));
 }
 

@@ -1,6 +1,7 @@
 #include "host/windows/ExportWindow.h"
 #include "FormOnScreen.h"
 #include "TableRows.h"
+#include "host/tables/CsvText.h"
 #include "host/tables/DistintaList.h"
 #include "host/windows/ListWindow.h"
 
@@ -77,7 +78,7 @@ TEST_F(Exported, ATreeIsItsNodesWithLevelParentAndPath) {
         EXPECT_EQ(above ? account(above) : "", cell(table, row, "Padre"));
         std::string path = account(node);
         for (auto at = above; at; at = nodes.parent(at))
-            path = account(at) + " / " + path;
+            path = account(at) + " > " + path;
         EXPECT_EQ(path, cell(table, row, "Percorso"));
     }
 }
@@ -108,6 +109,24 @@ TEST_F(Exported, StatesAreReadInOneCallAndNoStatementIsSent) {
         states += cell(table, row, "Stato").empty() ? 0 : 1;
     EXPECT_GT(states, table.rowCount() / 2);
     EXPECT_TRUE(session->trace().take().isEmpty());
+}
+
+TEST_F(Exported, ATreeWithoutStatesGetsThoseOfItsLinks) {
+    EXPECT_EQ("", control("TRW_DISTINTEORIG").select("C3"));
+    EXPECT_EQ("", control("TRW_DISTINTEDEST").select("C3"));
+    settle();
+    session->trace().setRecording(true);
+    session->trace().take();
+    const auto left = host::distintaList(*session, Side::origin, TreeTable::Rows::all);
+    EXPECT_TRUE(session->trace().take().isEmpty());
+    const auto right = host::distintaList(*session, Side::destination, TreeTable::Rows::all);
+    ASSERT_EQ(right.table->rowCount(), left.table->rowCount());
+    EXPECT_EQ(host::csvHeader(*right.table), host::csvHeader(*left.table));
+    for (std::size_t row = 0; row < left.table->rowCount(); ++row)
+        EXPECT_EQ(host::csvLine(*right.table, row), host::csvLine(*left.table, row));
+    EXPECT_EQ("Distinta ZN-Zone", left.title.title.toStdString());
+    EXPECT_EQ(QString("Azienda 1 – righe: %1").arg(left.table->rowCount()).toStdString(),
+              left.title.detail.toStdString());
 }
 
 TEST_F(Exported, TheMenuAsksWhichAndWhereAndSaysWhatWasWritten) {

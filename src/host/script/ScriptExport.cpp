@@ -71,7 +71,7 @@ TitledTable listOf(HostSession& session, QWidget* window, const QString& what) {
             throw ScriptRefusal(
                 QStringLiteral("la maschera %1 non è aperta").arg(QLatin1String(HostSession::mainForm)));
         const Side side = what == QLatin1String("origin") ? Side::origin : Side::destination;
-        return distintaList(*session.formWindow(), side, TreeTable::Rows::all, session.company());
+        return distintaList(session, side, TreeTable::Rows::all);
     }
     for (const auto& source : windows) {
         if (what != QLatin1String(source.what))

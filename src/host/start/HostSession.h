@@ -118,6 +118,9 @@ public:
     QString databaseName() const;
     /// The file of an embedded database, also of one that SQLite's driver opens; empty on a server.
     std::string databaseFile() const;
+    /// Descriptions of the states that the links of these identifiers have, in their order; empty ones for those
+    /// without a state. Nothing of it is traced.
+    std::vector<std::string> stateTexts(const std::vector<std::string>& guids);
     /// Where the database is: a file's whole path, or the server.
     QString databasePlace() const;
     QString logFile() const;

@@ -5,6 +5,7 @@
 #include "host/services/HostContext.h"
 #include "host/services/HostGlobal.h"
 #include "host/services/HostServices.h"
+#include "host/services/HostWorkflowState.h"
 #include "host/services/ObjectModels.h"
 #include "host/services/Text.h"
 #include "host/start/ComponentLibrary.h"
@@ -198,6 +199,10 @@ QString HostSession::state(std::vector<std::pair<std::string, contract::Value>>&
         return notOpen;
     values = class_->state();
     return {};
+}
+
+std::vector<std::string> HostSession::stateTexts(const std::vector<std::string>& guids) {
+    return HostWorkflowState(context_).descriptions(guids);
 }
 
 QString HostSession::getClassProperty(const QString& name, QJsonValue& value) const {

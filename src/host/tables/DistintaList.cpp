@@ -2,6 +2,7 @@
 
 #include "contract/Controls.h"
 #include "host/services/Text.h"
+#include "host/start/HostSession.h"
 #include "host/tables/ShownRows.h"
 
 namespace host {
@@ -26,15 +27,17 @@ TreeListControl* treeOf(FormWindow& form, Side side) {
                                                                             : QStringLiteral("TRW_ELEMDISTINTADEST")));
 }
 
-TitledTable distintaList(FormWindow& form, Side side, TreeTable::Rows rows, std::int64_t company) {
-    auto* tree = treeOf(form, side);
+TitledTable distintaList(HostSession& session, Side side, TreeTable::Rows rows) {
+    auto* form = session.formWindow();
+    auto* tree = form != nullptr ? treeOf(*form, side) : nullptr;
     if (tree == nullptr)
         return {std::make_shared<ShownRows>(nullptr, std::vector<std::size_t>{}), {}};
-    auto table = std::make_shared<TreeTable>(*tree, rows);
-    QString detail = QStringLiteral("Azienda %1 – righe: %2").arg(company).arg(table->rowCount());
+    auto table = std::make_shared<TreeTable>(
+        *tree, rows, [&session](const std::vector<std::string>& guids) { return session.stateTexts(guids); });
+    QString detail = QStringLiteral("Azienda %1 – righe: %2").arg(session.company()).arg(table->rowCount());
     if (table->rowCount() < tree->nodeCount())
         detail += QStringLiteral(" di %1, i rami chiusi senza ciò che contengono").arg(tree->nodeCount());
-    return {std::move(table), {titleOf(form, side), detail}};
+    return {std::move(table), {titleOf(*form, side), detail}};
 }
 
 } // namespace host

@@ -2,6 +2,7 @@
 
 #include "host/services/Text.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace host {
@@ -13,7 +14,7 @@ namespace {
 /// Accounts of a deep node's path that are named: those nearest to it. A chain of a hundred thousand nodes
 /// would fill the disk with its paths.
 constexpr std::size_t longestPath = 100;
-constexpr std::string_view separator = " / ";
+constexpr std::string_view separator = " > ";
 
 TableColumn::Kind kindOf(TreeColumnKind kind) {
     switch (kind) {
@@ -28,9 +29,10 @@ TableColumn::Kind kindOf(TreeColumnKind kind) {
 
 } // namespace
 
-TreeTable::TreeTable(platform::qt::TreeListControl& tree, Rows rows) {
+TreeTable::TreeTable(platform::qt::TreeListControl& tree, Rows rows, const States& states) {
     chooseColumns(tree);
     tree.fetchAllTexts();
+    std::vector<contract::Node> taken;
     std::vector<std::int32_t> rowOf(tree.nodeCount(), -1); // by position
     for (auto node = tree.firstNode(); node; node = tree.next(node)) {
         const auto above = tree.parent(node);
@@ -46,7 +48,33 @@ TreeTable::TreeTable(platform::qt::TreeListControl& tree, Rows rows) {
             row.cells.push_back(tree.value(node, name));
         rowOf[static_cast<std::size_t>(node.position)] = static_cast<std::int32_t>(nodes_.size());
         nodes_.push_back(std::move(row));
+        taken.push_back(node);
     }
+    if (states)
+        addStates(tree, taken, states);
+}
+
+void TreeTable::addStates(const platform::qt::TreeListControl& tree, const std::vector<contract::Node>& nodes,
+                          const States& states) {
+    const auto& shown = tree.columns();
+    const auto records = tree.records();
+    const bool known = std::any_of(shown.begin(), shown.end(), [](const contract::TreeColumn& column) {
+        return column.visible && column.kind == TreeColumnKind::state;
+    });
+    if (known)
+        return;
+    std::vector<std::string> guids;
+    if (!nodes.empty()) {
+        const auto& column = records->rows().column(records->FieldIndex("QZ02_GUID"));
+        for (const auto node : nodes)
+            guids.push_back(column.value(tree.row(node)).text());
+    }
+    const auto texts = guids.empty() ? guids : states(guids);
+    for (std::size_t row = 0; row < nodes_.size(); ++row)
+        nodes_[row].cells.push_back(row < texts.size() ? contract::Value(texts[row]) : contract::Value());
+    // Before the path, where a tree with such a column has it.
+    columns_.insert(columns_.end() - 1, {QStringLiteral("Stato"), TableColumn::Kind::text});
+    sources_.insert(sources_.end() - 1, static_cast<int>(names_.size()));
 }
 
 void TreeTable::chooseColumns(const platform::qt::TreeListControl& tree) {

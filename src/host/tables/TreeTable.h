@@ -4,6 +4,8 @@
 #include "platform/qt/tree/TreeListControl.h"
 
 #include <cstdint>
+#include <functional>
+#include <string>
 #include <vector>
 
 namespace host {
@@ -14,7 +16,11 @@ class TreeTable : public Table {
 public:
     enum class Rows { all, shown }; ///< shown: without what hangs below closed nodes
 
-    TreeTable(platform::qt::TreeListControl& tree, Rows rows);
+    /// Descriptions of the states that these links have, in their order.
+    using States = std::function<std::vector<std::string>(const std::vector<std::string>& guids)>;
+
+    /// states: asked once, for a tree that shows no column of states itself; empty for none.
+    TreeTable(platform::qt::TreeListControl& tree, Rows rows, const States& states = {});
 
     const std::vector<TableColumn>& columns() const override { return columns_; }
     std::size_t rowCount() const override { return nodes_.size(); }
@@ -29,6 +35,8 @@ private:
     };
 
     void chooseColumns(const platform::qt::TreeListControl& tree);
+    void addStates(const platform::qt::TreeListControl& tree, const std::vector<contract::Node>& nodes,
+                   const States& states);
     contract::Value parentAccount(const NodeRow& node) const;
     std::string path(std::size_t row) const;
 

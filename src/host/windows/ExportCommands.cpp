@@ -25,7 +25,7 @@ std::function<TitledTable()> listOf(HostSession& session, const std::shared_ptr<
         const Side side = choices->side != nullptr ? static_cast<Side>(choices->side->currentIndex()) : usual;
         const auto rows = choices->rows != nullptr && choices->rows->currentIndex() == 1 ? TreeTable::Rows::shown
                                                                                          : TreeTable::Rows::all;
-        return distintaList(*session.formWindow(), side, rows, session.company());
+        return distintaList(session, side, rows);
     };
 }
 
