@@ -72,6 +72,41 @@ TEST(CommandLine, RefusesWhatExcludesEachOther) {
     refusal({"--create", "--demo-size", "5"});
 }
 
+TEST(CommandLine, ReadsTheTasksThatNeedNoScreen) {
+    const auto check = readCommandLine({"--check", "--severity", "hint", "--format", "csv", "--company", "3"});
+    EXPECT_EQ(CommandLine::Action::check, check.action);
+    EXPECT_EQ(contract::AuditSeverity::hint, check.severity);
+    EXPECT_EQ(CommandLine::Format::csv, check.format);
+    EXPECT_EQ(3, check.company);
+    EXPECT_EQ(contract::AuditSeverity::warning, readCommandLine({"--check"}).severity);
+    EXPECT_FALSE(readCommandLine({"--check"}).format);
+    for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
+             {"--compare", "AG", "12", "--date", "31/12/2026"}, {"--compare=AG", "12", "--date=31/12/2026"}}) {
+        const auto compare = readCommandLine(arguments);
+        EXPECT_EQ(CommandLine::Action::compare, compare.action);
+        EXPECT_EQ((std::array<std::string, 2>{"AG", "12"}), compare.compared);
+        EXPECT_EQ(contract::Date::of(2026, 12, 31), compare.date);
+    }
+}
+
+TEST(CommandLine, RefusesWhatATaskDoesNotKnow) {
+    EXPECT_NE(std::string::npos, refusal({"--severity", "error"}).find("serve solo con --check"));
+    EXPECT_NE(std::string::npos, refusal({"--format", "csv"}).find("serve solo con --check o --compare"));
+    EXPECT_NE(std::string::npos, refusal({"--check", "--date", "01/01/2024"}).find("serve solo con --compare"));
+    EXPECT_NE(std::string::npos, refusal({"--check", "--severity", "all"}).find("all"));
+    EXPECT_NE(std::string::npos, refusal({"--check", "--format", "xlsx"}).find("xlsx"));
+    EXPECT_NE(std::string::npos, refusal({"--compare", "A"}).find("due distinte"));
+    refusal({"--compare", "A", "--format", "json"});
+    refusal({"--compare", "A", ""});
+    refusal({"--compare", "A", "B", "--date", "30/02/2024"});
+    refusal({"--compare", "A", "B", "--format", "text"});
+    refusal({"--compare", "A", "B", "C"});
+    refusal({"--check", "--compare", "A", "B"});
+    for (const char* task : {"--script", "--create", "--create-demo"})
+        refusal(std::string(task) == "--script" ? std::vector<std::string>{"--check", task, "-"}
+                                                : std::vector<std::string>{"--check", task});
+}
+
 TEST(CommandLine, RefusesUnknownAndRepeatedOptionsAndStrayArguments) {
     EXPECT_NE(std::string::npos, refusal({"--databse", "a"}).find("--databse"));
     EXPECT_NE(std::string::npos, refusal({"a.sqlite"}).find("a.sqlite"));
@@ -114,7 +149,8 @@ TEST(CommandLine, ReasonsStandOnOneLine) {
 TEST(CommandLine, HelpNamesEveryOption) {
     const std::string help = host::helpText();
     for (const char* option : {"--database", "--odbc", "--demo-size", "--company", "--user", "--group", "--trace",
-                               "--log", "--script", "--create", "--create-demo", "--version", "--help"})
+                               "--log", "--script", "--create", "--create-demo", "--version", "--help", "--check",
+                               "--compare", "--severity", "--date", "--format"})
         EXPECT_NE(std::string::npos, help.find(option)) << option;
 }
 

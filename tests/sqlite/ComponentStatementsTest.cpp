@@ -7,8 +7,10 @@
 #include "component/data/Schema.h"
 #include "component/interaction/FRMQZ_PARAMETRI.h"
 #include "component/interaction/ModificaNodo.h"
+#include "component/maintenance/IstruzioniConfronto.h"
 #include "component/maintenance/IstruzioniControlli.h"
 #include "component/maintenance/IstruzioniSpostamento.h"
+#include "component/maintenance/IstruzioniVerifica.h"
 #include "platform/dialect/Translator.h"
 #include "sqlite/SqliteFixture.h"
 
@@ -132,6 +134,36 @@ TEST_F(ComponentStatementsTest, TypesAndDivision) {
     auto rows = rowsOf(qz::istruzioneDivisione(qz::latoDestinazione(), "2"));
     EXPECT_EQ(rows["QZ01_IDDIV_CO1A"].text(), "D1");
     EXPECT_EQ(rows["QZ01_GUID"].text(), "G2");
+}
+
+TEST_F(ComponentStatementsTest, Audit) {
+    // The audit reads the tables of links and of distinte whole, once each.
+    const auto links = qz::istruzioneTuttiILegami();
+    EXPECT_EQ(rowsOf(links).RecordCount(), 6U);
+    EXPECT_EQ(planOf(links), std::vector<std::string>{"SCAN QZ02_DISTINTA"});
+    EXPECT_EQ(rowsOf(qz::istruzioneTutteLeDistinte()).RecordCount(), 2U);
+    const auto registry = qz::istruzioneAnagrafiche(1);
+    auto rows = rowsOf(registry);
+    EXPECT_EQ(rows.RecordCount(), 2U);
+    EXPECT_EQ(rows["CG16_RAGSOANAG"].text(), "Rossi S.r.l.  ");
+    expectNoScan(registry);
+    const auto state = qz::istruzioneStatoNeiParametri(1);
+    EXPECT_TRUE(rowsOf(state)["WF02_ID"].isNull());
+    connection.runNative("UPDATE QZ03_PARAMETRI SET QZ03_ID_WF02 = 2");
+    EXPECT_EQ(rowsOf(state)["WF02_ID"].integer(), 2);
+    expectNoScan(state);
+}
+
+TEST_F(ComponentStatementsTest, Comparison) {
+    EXPECT_EQ(rowsOf(qz::istruzioneDistinteDellaDitta(1)).RecordCount(), 2U);
+    expectNoScan(qz::istruzioneDistinteDellaDitta(1));
+    const auto links = qz::istruzioneLegamiDistinta(1, 0, 2);
+    auto rows = rowsOf(links);
+    EXPECT_EQ(rows.RecordCount(), 2U);
+    EXPECT_EQ(rows["CG16_RAGSOANAG"].text(), "Rossi S.r.l.  ");
+    EXPECT_EQ(rowsOf(qz::istruzioneLegamiDistinta(1, 0, 1)).RecordCount(), 3U); // the one without account stays out
+    EXPECT_EQ(rowsOf(qz::istruzioneLegamiDistinta(1, 1, 1)).RecordCount(), 0U);
+    expectNoScan(links);
 }
 
 TEST_F(ComponentStatementsTest, NodesOfBothSides) {

@@ -27,19 +27,19 @@ void addRegistryTables(contract::Schema& schema) {
     operations.isOptional = true;
     schema.tables.push_back(std::move(operations));
 
-    contract::TableDef rows{"QZ91_REGISTRORIGHE",
-                            {{"QZ91_ID_QZ90", ColumnType::integer, false},
-                             {"QZ91_RIGA", ColumnType::integer, false},
-                             {"QZ91_ID_QZ02", ColumnType::integer},
-                             {"QZ91_CLIFOR_CG44", ColumnType::number},
-                             {"QZ91_ESITO", ColumnType::text, true, 20},
-                             {"QZ91_MOTIVO", ColumnType::text},
-                             {"QZ91_OSTACOLI", ColumnType::integer},
-                             {"QZ91_PRIMA", ColumnType::text},
-                             {"QZ91_DOPO", ColumnType::text}},
-                            {"QZ91_ID_QZ90", "QZ91_RIGA"},
-                            {{"IX_QZ91_NODO", {"QZ91_ID_QZ02", "QZ91_ID_QZ90"}},
-                             {"IX_QZ91_CLIFOR", {"QZ91_CLIFOR_CG44", "QZ91_ID_QZ90"}}}};
+    contract::TableDef rows{
+        "QZ91_REGISTRORIGHE",
+        {{"QZ91_ID_QZ90", ColumnType::integer, false},
+         {"QZ91_RIGA", ColumnType::integer, false},
+         {"QZ91_ID_QZ02", ColumnType::integer},
+         {"QZ91_CLIFOR_CG44", ColumnType::number},
+         {"QZ91_ESITO", ColumnType::text, true, 20},
+         {"QZ91_MOTIVO", ColumnType::text},
+         {"QZ91_OSTACOLI", ColumnType::integer},
+         {"QZ91_PRIMA", ColumnType::text},
+         {"QZ91_DOPO", ColumnType::text}},
+        {"QZ91_ID_QZ90", "QZ91_RIGA"},
+        {{"IX_QZ91_NODO", {"QZ91_ID_QZ02", "QZ91_ID_QZ90"}}, {"IX_QZ91_CLIFOR", {"QZ91_CLIFOR_CG44", "QZ91_ID_QZ90"}}}};
     rows.isOptional = true;
     schema.tables.push_back(std::move(rows));
 }

@@ -23,10 +23,10 @@ namespace {
 
 void attese(std::size_t righe, std::int64_t toccate) {
     if (std::cmp_not_equal(righe, toccate))
-        throw contract::RuntimeError(contract::RuntimeError::invalidCall,
-                                     "I dati della distinta sono cambiati durante l'annullamento: " +
-                                         std::to_string(toccate) + " righe modificate invece di " +
-                                         std::to_string(righe) + ". Annullamento non eseguito.");
+        throw contract::RuntimeError(
+            contract::RuntimeError::invalidCall,
+            "I dati della distinta sono cambiati durante l'annullamento: " + std::to_string(toccate) +
+                " righe modificate invece di " + std::to_string(righe) + ". Annullamento non eseguito.");
 }
 
 /// Rows may be inserted under their own ids while it lives.
@@ -98,9 +98,9 @@ std::vector<contract::OperationRow> Annullamento::comeRighe(const std::vector<Ri
 
 contract::Obstacle Annullamento::giaAnnullata(const Operation& operazione) {
     return {std::nullopt, std::nullopt,
-            operazione.undoneBy ? "L'operazione è già stata annullata dall'operazione " +
-                                      std::to_string(*operazione.undoneBy) + "."
-                                : std::string("L'operazione è già stata annullata.")};
+            operazione.undoneBy
+                ? "L'operazione è già stata annullata dall'operazione " + std::to_string(*operazione.undoneBy) + "."
+                : std::string("L'operazione è già stata annullata.")};
 }
 
 Undoing Annullamento::prova(std::int64_t operazione) {

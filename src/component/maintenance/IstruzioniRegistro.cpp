@@ -209,7 +209,8 @@ Statement istruzioneOperazione(std::int64_t ditta, std::int64_t operazione) {
 
 Statement istruzioneRigheOperazione(std::int64_t operazione) {
     Statement s;
-    s << "SELECT QZ91_RIGA, QZ91_ID_QZ02, QZ91_CLIFOR_CG44, QZ91_ESITO, QZ91_MOTIVO, QZ91_OSTACOLI, QZ91_PRIMA, QZ91_DOPO "
+    s << "SELECT QZ91_RIGA, QZ91_ID_QZ02, QZ91_CLIFOR_CG44, QZ91_ESITO, QZ91_MOTIVO, QZ91_OSTACOLI, QZ91_PRIMA, "
+         "QZ91_DOPO "
          "FROM QZ91_REGISTRORIGHE WHERE QZ91_ID_QZ90 = ";
     s.number(operazione);
     return s << " ORDER BY QZ91_RIGA";

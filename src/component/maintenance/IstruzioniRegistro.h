@@ -53,8 +53,8 @@ struct RigaDaRegistrare {
     contract::RowOutcome esito = contract::RowOutcome::moves;
     std::string motivo;
     std::int64_t ostacoli = 0; ///< facts that would stand in the way of taking it back, and stood there before it
-    std::string prima;      ///< values as a text; empty for a row that was inserted
-    std::string dopo;       ///< empty for a row that was deleted
+    std::string prima;         ///< values as a text; empty for a row that was inserted
+    std::string dopo;          ///< empty for a row that was deleted
 };
 
 /// Rows of an operation, numbered on from a first one. One to righePerInserimento rows.

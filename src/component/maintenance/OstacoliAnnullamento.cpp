@@ -91,8 +91,8 @@ std::vector<contract::Obstacle> OstacoliAnnullamento::ostacoli() const {
         if (!detti.emplace(trovato.riga, trovato.motivo).second)
             continue;
         const auto& riga = righe_[trovato.riga];
-        ostacoli.push_back({riga.nodo.numero(), riga.account ? std::optional(riga.account->numero()) : std::nullopt,
-                            trovato.motivo});
+        ostacoli.push_back(
+            {riga.nodo.numero(), riga.account ? std::optional(riga.account->numero()) : std::nullopt, trovato.motivo});
     }
     return ostacoli;
 }
@@ -204,7 +204,7 @@ void OstacoliAnnullamento::cercaSeguenti() {
     for (const auto& riga : righe_)
         if (const auto trovate = seguenti.find(riga.nodo); trovate != seguenti.end() && !trovate->second.empty())
             fatto(riga, "L'operazione " + std::to_string(*trovate->second.rbegin()) +
-                               " lo ha cambiato in seguito: va annullata prima quella.");
+                            " lo ha cambiato in seguito: va annullata prima quella.");
 }
 
 void OstacoliAnnullamento::cercaAppesi() {
@@ -219,9 +219,9 @@ void OstacoliAnnullamento::cercaAppesi() {
                     const auto* dopo = poi(figlio);
                     if (appartiene(figlio) && (dopo == nullptr || dopo->legame.padre != letta.legame.padre))
                         continue;
-                    fatto(righe_[posizioni_.at(*letta.legame.padre)],
-                             "Sotto il legame che andrebbe tolto c'è " + conto(letta.account) + ", " +
-                                 daA(letta.legame) + ".");
+                    fatto(righe_[posizioni_.at(*letta.legame.padre)], "Sotto il legame che andrebbe tolto c'è " +
+                                                                          conto(letta.account) + ", " +
+                                                                          daA(letta.legame) + ".");
                 }
             });
 }
@@ -276,7 +276,7 @@ void OstacoliAnnullamento::confrontaPeriodo(const RigaDaRiprendere& riga, NodoId
     if (const auto ora = ora_.find(riga.nodo); ora != ora_.end() && siSovrappongono(ora->second.legame, altra.legame))
         return;
     fatto(riga, "Tornerebbe a valere " + daA(poi_.at(riga.nodo).legame) + ", insieme al legame " +
-                       std::to_string(altro.numero()) + " dello stesso conto, " + daA(altra.legame) + ".");
+                    std::to_string(altro.numero()) + " dello stesso conto, " + daA(altra.legame) + ".");
 }
 
 const OstacoliAnnullamento::Riga* OstacoliAnnullamento::poi(NodoId nodo) {

@@ -18,8 +18,8 @@ namespace qz {
 struct RigaDaRiprendere {
     NodoId nodo;
     std::optional<CodiceAccount> account;
-    contract::RowOutcome esito; ///< what the operation did with it
-    std::int64_t ostacoli = 0; ///< what conta() found just after the operation
+    contract::RowOutcome esito;                  ///< what the operation did with it
+    std::int64_t ostacoli = 0;                   ///< what conta() found just after the operation
     std::optional<contract::RowValues> lasciati; ///< what the operation left; nothing: it deleted the row
     std::optional<contract::RowValues> tornano;  ///< what comes back; nothing: the row goes
 };
@@ -81,9 +81,9 @@ private:
     std::int64_t ditta_;
     std::int64_t operazione_;
     const std::vector<RigaDaRiprendere>& righe_;
-    std::unordered_map<NodoId, std::size_t> posizioni_; ///< of the operation's rows
-    std::unordered_map<NodoId, Riga> ora_;              ///< those that are there now
-    std::unordered_map<NodoId, Riga> poi_;              ///< as they would stand afterwards
+    std::unordered_map<NodoId, std::size_t> posizioni_;     ///< of the operation's rows
+    std::unordered_map<NodoId, Riga> ora_;                  ///< those that are there now
+    std::unordered_map<NodoId, Riga> poi_;                  ///< as they would stand afterwards
     std::unordered_map<NodoId, std::optional<Riga>> altre_; ///< other rows that were looked up
     std::vector<Fatto> fatti_;
 };

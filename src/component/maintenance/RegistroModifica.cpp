@@ -36,10 +36,10 @@ void RegistroModifica::scrivi(NodoId nodo, CodiceAccount account, const Date& pr
                                    {"QZ02_DATAFINEVAL", giorno(dopo.fine)}};
     registro_->aggiungiConVariazioni(nodo, account, contract::RowOutcome::edits, std::move(valoriPrima),
                                      std::move(valoriDopo));
-    registro_->scrivi(contract::OperationKind::edit,
-                      "Conto " + std::to_string(account.numero()) + ": validità dal " + mostrato(prima.inizio) +
-                          " al " + mostrato(prima.fine) + " cambiata, ora dal " + mostrato(dopo.inizio) + " al " +
-                          mostrato(dopo.fine));
+    registro_->scrivi(contract::OperationKind::edit, "Conto " + std::to_string(account.numero()) + ": validità dal " +
+                                                         mostrato(prima.inizio) + " al " + mostrato(prima.fine) +
+                                                         " cambiata, ora dal " + mostrato(dopo.inizio) + " al " +
+                                                         mostrato(dopo.fine));
 }
 
 } // namespace qz

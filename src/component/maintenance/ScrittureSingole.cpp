@@ -27,7 +27,8 @@ void ScrittureSingole::chiudi(NodoId nodo, DistintaId distinta, contract::Date f
     database_.Execute(istruzioneChiudiLegame(nodo, distinta, fine, autore_));
 }
 
-std::string ScrittureSingole::inserisci(const NodoDaCopiare& nodo, const NuovoLegame& legame, std::string_view statoDi) {
+std::string ScrittureSingole::inserisci(const NodoDaCopiare& nodo, const NuovoLegame& legame,
+                                        std::string_view statoDi) {
     auto& flusso = flusso_();
     std::string guid = flusso.GetNewGUID();
     database_.Execute(istruzioneInserisciLegame(nodo, legame, guid, autore_));

@@ -84,7 +84,13 @@ public:
     /// Whether moves and edits are written into the registry of moves.
     bool tieneRegistro = false;
 
+    /// Where the host shows how far a long work is; null where it does not.
+    contract::Progress* avanzamento() const;
+
     Lato& lato(bool dest) { return dest ? destinazione : origine; }
+
+protected:
+    void annullato() noexcept override;
 };
 
 } // namespace qz

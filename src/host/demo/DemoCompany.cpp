@@ -1,5 +1,6 @@
 #include "host/demo/DemoCompany.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace host::demo {
@@ -106,12 +107,16 @@ std::optional<std::size_t> Distinta::add(std::optional<std::size_t> parent, std:
     added.kind = type_.kind;
     added.account = account;
     added.description = description;
-    if (parent) {
-        added.parent = node(*parent).id;
-        hasChildren_[*parent] = true;
-    }
     added.from = day(2015 + static_cast<int>(sequence_.below(8)), 1 + static_cast<int>(sequence_.below(12)), 1);
     added.to = sequence_.oneIn(20) ? day(2027 + static_cast<int>(sequence_.below(4)), 12, 31) : openEnd;
+    if (parent) {
+        const DemoNode& above = node(*parent);
+        added.parent = above.id;
+        hasChildren_[*parent] = true;
+        // No link outlasts its parent's.
+        added.from = std::max(added.from, above.from);
+        added.to = std::min(added.to, above.to);
+    }
     added.guid = guid(sequence_);
     constexpr std::array<std::int64_t, 10> usual{2, 2, 2, 2, 2, 2, 1, 1, 3, 4};
     added.state = sequence_.oneIn(6) ? 0 : usual[sequence_.below(usual.size())];

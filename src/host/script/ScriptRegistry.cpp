@@ -58,7 +58,7 @@ QJsonValue values(const std::optional<contract::RowValues>& row) {
         return QJsonValue::Null;
     QJsonObject object;
     for (const auto& [column, value] : *row)
-        object.insert(toQt(column), jsonValue(value));
+        object.insert(toQt(column), toJson(value));
     return object;
 }
 
@@ -76,12 +76,9 @@ QJsonObject asJson(const contract::Operation& operation) {
 }
 
 QJsonObject asJson(const contract::OperationRow& row) {
-    return {{QStringLiteral("row"), static_cast<qint64>(row.row)},
-            {QStringLiteral("id"), static_cast<qint64>(row.id)},
-            {QStringLiteral("account"), number(row.account)},
-            {QStringLiteral("outcome"), nameOf(row.outcome)},
-            {QStringLiteral("before"), values(row.before)},
-            {QStringLiteral("after"), values(row.after)}};
+    return {{QStringLiteral("row"), static_cast<qint64>(row.row)}, {QStringLiteral("id"), static_cast<qint64>(row.id)},
+            {QStringLiteral("account"), number(row.account)},      {QStringLiteral("outcome"), nameOf(row.outcome)},
+            {QStringLiteral("before"), values(row.before)},        {QStringLiteral("after"), values(row.after)}};
 }
 
 QJsonObject asJson(const contract::Obstacle& obstacle) {
@@ -101,8 +98,7 @@ void refuseWithout(const HostSession& session) {
     if (!session.hasRegistry())
         throw ScriptRefusal(QStringLiteral("il database non ha le tabelle del registro degli spostamenti"));
     if (session.registry() == nullptr)
-        throw ScriptRefusal(
-            QStringLiteral("la maschera %1 non è aperta").arg(QLatin1String(HostSession::mainForm)));
+        throw ScriptRefusal(QStringLiteral("la maschera %1 non è aperta").arg(QLatin1String(HostSession::mainForm)));
 }
 
 void chooseOperation(RegistryWindow& window, qint64 id) {

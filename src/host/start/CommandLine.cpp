@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <initializer_list>
 #include <set>
 #include <string_view>
 
@@ -27,9 +28,38 @@ std::int64_t wholeNumber(const std::string& option, const std::string& text, std
     return number;
 }
 
-constexpr std::array<std::string_view, 9> withValue = {"--database", "--odbc",  "--demo-size", "--company", "--user",
-                                                       "--group",    "--trace", "--log",       "--script"};
-constexpr std::array<std::string_view, 4> withoutValue = {"--create", "--create-demo", "--version", "--help"};
+constexpr std::array<std::string_view, 14> withValue = {
+    "--database", "--odbc",   "--demo-size", "--company", "--user",    "--group", "--trace",
+    "--log",      "--script", "--severity",  "--format",  "--compare", "--date",  "--moves"};
+constexpr std::array<std::string_view, 7> withoutValue = {"--create", "--create-demo", "--version", "--help",
+                                                          "--check",  "--dry-run",     "--apply"};
+
+contract::AuditSeverity severityOf(const std::string& text) {
+    if (text == "error")
+        return contract::AuditSeverity::error;
+    if (text == "warning")
+        return contract::AuditSeverity::warning;
+    if (text != "hint")
+        refuse("--severity vuole error, warning o hint, non \"" + text + "\"");
+    return contract::AuditSeverity::hint;
+}
+
+CommandLine::Format formatOf(const std::string& text) {
+    if (text == "text")
+        return CommandLine::Format::text;
+    if (text == "csv")
+        return CommandLine::Format::csv;
+    if (text != "json")
+        refuse("--format vuole text, csv o json, non \"" + text + "\"");
+    return CommandLine::Format::json;
+}
+
+contract::Date dayOf(const std::string& text) {
+    const auto day = contract::Date::parse(text);
+    if (!day)
+        refuse("--date vuole un giorno gg/mm/aaaa, non \"" + text + "\"");
+    return *day;
+}
 
 template <std::size_t N> bool contains(const std::array<std::string_view, N>& names, std::string_view name) {
     return std::find(names.begin(), names.end(), name) != names.end();
@@ -71,6 +101,8 @@ private:
             line_.action = CommandLine::Action::create;
         else if (name == "--create-demo")
             line_.action = CommandLine::Action::createDemo;
+        else if (name == "--check")
+            line_.action = CommandLine::Action::check;
     }
 
     void take(const std::string& name, const std::string& value) {
@@ -93,7 +125,29 @@ private:
         else if (name == "--log")
             line_.log = value;
         else
+            takeOfTask(name, value);
+    }
+
+    void takeOfTask(const std::string& name, const std::string& value) {
+        if (name == "--severity")
+            line_.severity = severityOf(value);
+        else if (name == "--format")
+            line_.format = formatOf(value);
+        else if (name == "--date")
+            line_.date = dayOf(value);
+        else if (name == "--compare")
+            takeCompared(value);
+        else if (name == "--moves")
+            line_.moves = value;
+        else
             line_.script = value;
+    }
+
+    /// The second distinta is an argument of its own.
+    void takeCompared(const std::string& first) {
+        if (at_ + 1 >= arguments_.size() || arguments_[at_ + 1].empty() || arguments_[at_ + 1].starts_with("--"))
+            refuse("--compare vuole due distinte");
+        line_.compared = {first, arguments_[++at_]};
     }
 
     bool seen(const char* name) const { return seen_.contains(name); }
@@ -112,10 +166,43 @@ private:
         exclude("--create", "--create-demo");
         exclude("--script", "--create");
         exclude("--script", "--create-demo");
+        exclude("--dry-run", "--apply");
+        needs("--dry-run", {"--moves"});
+        needs("--apply", {"--moves"});
+        if (seen("--moves") && !seen("--dry-run") && !seen("--apply"))
+            refuse("--moves vuole --dry-run, che mostra, oppure --apply, che sposta");
         if (seen("--demo-size") && !seen("--create-demo"))
             refuse("--demo-size serve solo con --create-demo");
+        for (const char* task : {"--check", "--compare", "--moves"})
+            for (const char* other : {"--script", "--create", "--create-demo"})
+                exclude(task, other);
+        exclude("--check", "--compare");
+        exclude("--check", "--moves");
+        exclude("--compare", "--moves");
+        needs("--severity", {"--check"});
+        needs("--format", {"--check", "--compare", "--moves"});
+        needs("--date", {"--compare"});
+        for (const char* task : {"--compare", "--moves"})
+            if (seen(task) && line_.format == CommandLine::Format::text)
+                refuse(std::string(task) + " scrive csv o json");
         if (seen("--script"))
             line_.action = CommandLine::Action::script;
+        else if (seen("--compare"))
+            line_.action = CommandLine::Action::compare;
+        else if (seen("--moves"))
+            line_.action = CommandLine::Action::moves;
+        line_.apply = seen("--apply");
+    }
+
+    void needs(const char* option, std::initializer_list<const char*> tasks) const {
+        std::string names;
+        for (const char* task : tasks) {
+            if (seen(task))
+                return;
+            names += (names.empty() ? "" : " o ") + std::string(task);
+        }
+        if (seen(option))
+            refuse(std::string(option) + " serve solo con " + names);
     }
 
     void exclude(const char* one, const char* other) const {
@@ -140,6 +227,10 @@ std::string helpText() {
 
 distinte [CONNESSIONE] [CONTESTO]                 apre il programma in una finestra
 distinte [CONNESSIONE] [CONTESTO] --script FILE   esegue uno script; - legge lo standard input
+distinte [CONNESSIONE] [CONTESTO] --check         verifica le distinte dell'azienda
+distinte [CONNESSIONE] [CONTESTO] --compare A B   confronta due distinte, ognuna per identificativo o codice
+distinte [CONNESSIONE] [CONTESTO] --moves FILE (--dry-run | --apply)
+                                                  mostra o esegue un elenco di spostamenti
 distinte [CONNESSIONE] --create                   crea le tabelle in un database vuoto
 distinte [CONNESSIONE] --create-demo              lo stesso, con le aziende dimostrative
 
@@ -157,11 +248,17 @@ Contesto
   --trace FILE       accoda ogni istruzione mandata al database, una stringa JSON per riga
   --log FILE         registro degli errori (un file nella cartella dei dati dell'utente)
 
+Verifica, confronto ed elenchi
+  --severity G       con --check: error, warning o hint, la gravità da cui scrivere (warning)
+  --date GIORNO      con --compare: gg/mm/aaaa (oggi)
+  --format F         text, csv o json (--check: text; --compare e --moves, senza text: csv)
+
   --version          scrive la versione
   --help             scrive questo aiuto
 
-Stato di uscita: 0 tutto bene; 1 una riga dello script rifiutata, o --create con tabelle già presenti; 2 riga di comando
-o script inutilizzabili; 3 database che non si apre, non è un database, non ha le tabelle o non esiste.
+Stato di uscita: 0 tutto bene, nessun rilievo, nessuna differenza; 1 una riga dello script o uno spostamento dell'elenco
+rifiutati, --create con tabelle già presenti, rilievi, differenze; 2 riga di comando, script o elenco inutilizzabili;
+3 database che non si apre, non è un database, non ha le tabelle o non esiste.
 )";
 }
 

@@ -1,6 +1,8 @@
 #include "host/start/HostSession.h"
 
 #include "contract/Snapshot.h"
+#include "host/database/AppendedFile.h"
+#include "host/database/Companies.h"
 #include "host/database/DatabaseAccess.h"
 #include "host/services/DataEntryReports.h"
 #include "host/services/ErrorReport.h"
@@ -16,33 +18,10 @@
 #include <QCoreApplication>
 #include <QTimer>
 
-#include <array>
-#include <filesystem>
-#include <system_error>
-
 namespace host {
 
 using contract::Fragment;
 using contract::Statement;
-
-namespace {
-
-/// What is appended to line by line must not be the database, by whatever name.
-void refuseDatabaseAs(const QString& appended, const std::string& connectionString, const std::string& what) {
-    if (appended.isEmpty() || !isEmbedded(connectionString))
-        return;
-    namespace fs = std::filesystem;
-    const fs::path file = appended.toStdString();
-    const std::string database = embeddedPath(connectionString);
-    std::error_code error;
-    for (const std::string& own : {database, database + "-journal"})
-        if (fs::equivalent(file, own, error) || fs::weakly_canonical(file, error) == fs::weakly_canonical(own, error))
-            throw StartFailure(ExitStatus::usage, "«" + file.string() +
-                                                      "» è il database stesso o il suo giornale e non può fare da " +
-                                                      what + ": indicare un altro file");
-}
-
-} // namespace
 
 HostSession::HostSession(SessionSettings settings, ComponentLibrary& component, QMdiArea* area, QWidget* window)
     : settings_(std::move(settings)), component_(component), area_(area), window_(window),
@@ -194,23 +173,15 @@ void HostSession::setUser(const QString& user, const QString& group) {
 }
 
 std::vector<std::int64_t> HostSession::companies() {
-    // Whichever table names a company first: distinte, then parameters, then accounts.
-    constexpr std::array<Fragment, 3> sources = {
-        Fragment("SELECT DISTINCT QZ01_DITTA_CG18 FROM QZ01_TIPODISTINTA ORDER BY QZ01_DITTA_CG18"),
-        Fragment("SELECT QZ03_DITTA_CG18 FROM QZ03_PARAMETRI ORDER BY QZ03_DITTA_CG18"),
-        Fragment("SELECT DISTINCT CG44_DITTA_CG18 FROM CG44_CLIFOR ORDER BY CG44_DITTA_CG18"),
-    };
-    std::vector<std::int64_t> found;
-    for (const auto& source : sources) {
-        contract::Snapshot rows;
-        readAgainWhenLost(*context_->connection, Statement(source), rows);
-        for (std::size_t row = 0; row < rows.rowCount(); ++row)
-            if (const auto company = rows.column(0).integer(row))
-                found.push_back(*company);
-        if (!found.empty())
-            break;
-    }
-    return found;
+    return companiesOf(*context_->connection);
+}
+
+std::unique_ptr<contract::PluginClass> HostSession::newClass() const {
+    return component_.newClass(contract::copiaDistintaClassId);
+}
+
+contract::Connection& HostSession::connection() {
+    return *context_->connection;
 }
 
 std::vector<CompanyChoice::Company> HostSession::companiesByName() {

@@ -82,6 +82,16 @@ public:
     /// The form's shared state by name. Refused where no form is open.
     QString state(std::vector<std::pair<std::string, contract::Value>>& values) const;
 
+    /// Another object of the component's class, without form and context, for what needs neither.
+    std::unique_ptr<contract::PluginClass> newClass() const;
+    /// The host's own connection, open, for its own windows; nothing of it is traced.
+    contract::Connection& connection();
+    /// An interface that the component's class offers beside the plug-in contract; null where it offers none, or while
+    /// there is no class.
+    template <class Capability> Capability* capability() const { return dynamic_cast<Capability*>(class_.get()); }
+    /// Shows a text in the status line until the next one.
+    void say(const QString& text) { emit statusText(text); }
+
     // The class's properties, by their names in the contract (exact case)
 
     QString getClassProperty(const QString& name, QJsonValue& value) const;
@@ -96,6 +106,8 @@ public:
     std::int64_t company() const;
     /// Changes the working company and tells the form, which closes.
     void setCompany(std::int64_t company);
+    /// The side of the form that has or had the keyboard, as the component's commands name it: "Orig" or "Dest".
+    QString side() const { return side_; }
     QString user() const;
     QString group() const;
     void setUser(const QString& user, const QString& group);
@@ -135,6 +147,8 @@ public:
 
 signals:
     void statusText(const QString& text);
+    /// What stands in the status line for a while; empty: the last statusText() again.
+    void statusHint(const QString& text);
     void formOpened();
     void formClosed();
     void contextChanged(); ///< company, user or group

@@ -1,10 +1,15 @@
+#include "host/audit/CheckTask.h"
+#include "host/comparison/CompareTask.h"
 #include "host/database/DatabaseAccess.h"
 #include "host/database/DatabaseSetup.h"
+#include "host/moves/MoveFile.h"
+#include "host/moves/MoveReport.h"
 #include "host/script/ScriptReader.h"
 #include "host/script/ScriptRunner.h"
 #include "host/start/CommandLine.h"
 #include "host/start/ComponentLibrary.h"
 #include "host/start/HostSession.h"
+#include "host/start/QuietWork.h"
 #include "host/start/StartFailure.h"
 #include "host/start/StartWindow.h"
 #include "host/start/ToolkitTexts.h"
@@ -118,6 +123,21 @@ int create(const CommandLine& line) {
     return static_cast<int>(ExitStatus::success);
 }
 
+/// Does a task that needs no screen.
+template <class Task> int workQuietly(const CommandLine& line, Task task) {
+    auto component = loadComponent();
+    const std::string database = databaseOf(line, component.schema());
+    std::optional<host::QuietWork> work;
+    unattended(database, [&] { work.emplace(line, component, database); });
+    return task(*work);
+}
+
+int check(const CommandLine& line) {
+    return workQuietly(line, [&](host::QuietWork& work) {
+        return host::checkDistinte(work, line.severity, line.format.value_or(CommandLine::Format::text), std::cout);
+    });
+}
+
 void useItalian(QApplication& application) {
     QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
     QApplication::installTranslator(new host::ToolkitTexts(&application));
@@ -135,7 +155,7 @@ host::SessionSettings sessionSettings(const CommandLine& line, const contract::S
     settings.group = line.group;
     settings.traceFile = QString::fromLocal8Bit(line.trace.value_or(""));
     settings.logFile = QString::fromLocal8Bit(line.log.value_or(host::defaultErrorLog().string()));
-    settings.scripted = line.action == CommandLine::Action::script;
+    settings.scripted = line.action != CommandLine::Action::window;
     return settings;
 }
 
@@ -175,6 +195,32 @@ int workForAScript(const CommandLine& line, int& argc, char** argv) {
     const int status = host::runScript(session, &window, *reader);
     reportAtEnd(session);
     return status;
+}
+
+int workOnMoves(const CommandLine& line, int& argc, char** argv) {
+    std::vector<contract::MoveLine> lines;
+    try {
+        lines = host::readMoveFile(QString::fromLocal8Bit(line.moves));
+    } catch (const contract::RuntimeError& error) {
+        throw StartFailure(ExitStatus::usage, error.description());
+    }
+    if (!isSet("QT_QPA_PLATFORM"))
+        setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    auto component = loadComponent();
+    const auto settings = sessionSettings(line, component.schema());
+    host::quietToolkit();
+    QApplication application(argc, argv);
+    dress(application);
+    host::MainWindow window(nullptr);
+    host::HostSession session(settings, component, window.area(), &window);
+    unattended(settings.connectionString, [&] { session.openDatabase(); });
+    const auto plan = host::moveLines(session, lines, line.apply);
+    std::cout << (line.format == CommandLine::Format::json ? host::planAsJsonLines(plan) : host::planAsCsv(plan))
+              << std::flush;
+    if (!plan.refused.empty())
+        report(plan.refused);
+    reportAtEnd(session);
+    return static_cast<int>(plan.refused.empty() ? ExitStatus::success : ExitStatus::refused);
 }
 
 int workForAPerson(const CommandLine& line, host::UserSettings& remembered) {
@@ -235,6 +281,12 @@ int run(int& argc, char** argv) {
         return create(line);
     case CommandLine::Action::script:
         return workForAScript(line, argc, argv);
+    case CommandLine::Action::check:
+        return check(line);
+    case CommandLine::Action::compare:
+        return workQuietly(line, [&](host::QuietWork& work) { return host::compareDistinte(work, line, std::cout); });
+    case CommandLine::Action::moves:
+        return workOnMoves(line, argc, argv);
     case CommandLine::Action::window:
         break;
     }

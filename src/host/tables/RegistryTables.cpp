@@ -98,11 +98,13 @@ Value OperationsTable::value(std::size_t row, std::size_t column) const {
 }
 
 const std::vector<TableColumn>& OperationRowsTable::columns() const {
-    static const std::vector<TableColumn> columns{
-        {QStringLiteral("Riga"), Kind::number}, {QStringLiteral("Conto"), Kind::number},
-        {QStringLiteral("Nodo"), Kind::number}, {QStringLiteral("Che cosa")},
-        {QStringLiteral("Prima")},              {QStringLiteral("Dopo")},
-        {QStringLiteral("Motivo")}};
+    static const std::vector<TableColumn> columns{{QStringLiteral("Riga"), Kind::number},
+                                                  {QStringLiteral("Conto"), Kind::number},
+                                                  {QStringLiteral("Nodo"), Kind::number},
+                                                  {QStringLiteral("Che cosa")},
+                                                  {QStringLiteral("Prima")},
+                                                  {QStringLiteral("Dopo")},
+                                                  {QStringLiteral("Motivo")}};
     return columns;
 }
 

@@ -18,7 +18,8 @@ UndoWindow::UndoWindow(const contract::Operation& operation, const contract::Und
     : ListWindow(QStringLiteral("AnnullaOperazione"), QStringLiteral("Annulla l'operazione %1").arg(operation.id),
                  parent) {
     if (preview.obstacles.empty()) {
-        setHeading(QStringLiteral("Annullare l'operazione %1? %2").arg(operation.id).arg(rowsText(preview.rows.size())));
+        setHeading(
+            QStringLiteral("Annullare l'operazione %1? %2").arg(operation.id).arg(rowsText(preview.rows.size())));
         setListName(QStringLiteral("Righe che tornano com'erano"));
         setTable(std::make_shared<OperationRowsTable>(preview.rows, captions));
         auto* yes = addButton(QStringLiteral("CMD_ANNULLA"), QStringLiteral("Annulla l'&operazione"), true);
