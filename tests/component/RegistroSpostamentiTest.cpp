@@ -1,8 +1,8 @@
 // The registry of moves: its statements to the blank, its values as texts, and what an operation makes of plans.
 
+#include "component/maintenance/RegistroSpostamenti.h"
 #include "component/maintenance/IstruzioniAnnullamento.h"
 #include "component/maintenance/IstruzioniRegistro.h"
-#include "component/maintenance/RegistroSpostamenti.h"
 #include "component/maintenance/ValoriRegistro.h"
 #include "contract/RuntimeError.h"
 #include "platform/headless/ScriptedConnection.h"
@@ -49,8 +49,8 @@ TEST(IstruzioniRegistro, AreTheseToTheBlank) {
               "SELECT QZ91_ID_QZ02, QZ91_ID_QZ90, QZ90_ID_QZ90 FROM QZ91_REGISTRORIGHE INNER JOIN QZ90_REGISTRO ON "
               "QZ91_ID_QZ90 = QZ90_ID WHERE QZ91_ID_QZ90 > 4 AND QZ91_ESITO <> 'resta' AND QZ91_ID_QZ02 IN (" +
                   dieci + ") ORDER BY QZ91_ID_QZ90");
-    EXPECT_EQ(qz::istruzioneInserisciOperazione({1, autore, "09:08:07", OperationKind::validity, "L'elenco", 3,
-                                                 std::nullopt, "G1"})
+    EXPECT_EQ(qz::istruzioneInserisciOperazione(
+                  {1, autore, "09:08:07", OperationKind::validity, "L'elenco", 3, std::nullopt, "G1"})
                   .text(),
               "INSERT INTO QZ90_REGISTRO (QZ90_DITTA_CG18, QZ90_DATA, QZ90_ORA, QZ90_UTENTE, QZ90_GRUPPO, QZ90_TIPO, "
               "QZ90_DESCR, QZ90_RIGHE, QZ90_ID_QZ90, QZ90_ANNULLATA, QZ90_GUID) VALUES (1, "
@@ -126,7 +126,8 @@ TEST(ValoriRegistro, WhatIsNoneIsRefusedAndQuoted) {
     for (const std::string testo :
          {"{", "}", "[]", "{\"QZ02_ID_QZ01\"}", "{\"QZ02_ID_QZ01\": }", "{\"QZ02_ID_QZ01\": 1,}", "{\"ALTRO\": 1}",
           "{\"QZ02_ID_QZ01\": \"1\"}", "{\"QZ02_ID_QZ01\": 1} 2", "{\"QZ02_DATAVAR\": \"31/02/2024\"}",
-          "{\"QZ02_DATAVAR\": 5}", "{\"QZ02_DESCR\": \"\\u12\"}", "{\"QZ02_DESCR\": \"\\q\"}", "{\"QZ02_DESCR\": \"a"}) {
+          "{\"QZ02_DATAVAR\": 5}", "{\"QZ02_DESCR\": \"\\u12\"}", "{\"QZ02_DESCR\": \"\\q\"}",
+          "{\"QZ02_DESCR\": \"a"}) {
         try {
             qz::valoriDelTesto(testo);
             ADD_FAILURE() << testo;
@@ -179,8 +180,13 @@ protected:
         const auto legame = [](std::int64_t distinta, std::int64_t sopra) {
             return qz::Legame{qz::DistintaId(distinta), qz::NodoId(sopra), giorno("01/01/2020"), giorno("31/12/2099")};
         };
-        return {qz::NodoId(nodo),    qz::CodiceAccount(103 + nodo), qz::Esito::siSposta, "", legame(da, padre),
-                legame(a, sotto), {}};
+        return {qz::NodoId(nodo),
+                qz::CodiceAccount(103 + nodo),
+                qz::Esito::siSposta,
+                "",
+                legame(da, padre),
+                legame(a, sotto),
+                {}};
     }
 
     /// The rows of QZ91_REGISTRORIGHE as they were sent.

@@ -111,8 +111,8 @@ TEST(Schema, HasEveryColumnThatTheStatementsName) {
          {"QZ90_ID", "QZ90_DITTA_CG18", "QZ90_DATA", "QZ90_ORA", "QZ90_UTENTE", "QZ90_GRUPPO", "QZ90_TIPO",
           "QZ90_DESCR", "QZ90_RIGHE", "QZ90_ID_QZ90", "QZ90_ANNULLATA", "QZ90_GUID"}},
         {"QZ91_REGISTRORIGHE",
-         {"QZ91_ID_QZ90", "QZ91_RIGA", "QZ91_ID_QZ02", "QZ91_CLIFOR_CG44", "QZ91_ESITO", "QZ91_MOTIVO",
-          "QZ91_OSTACOLI", "QZ91_PRIMA", "QZ91_DOPO"}}};
+         {"QZ91_ID_QZ90", "QZ91_RIGA", "QZ91_ID_QZ02", "QZ91_CLIFOR_CG44", "QZ91_ESITO", "QZ91_MOTIVO", "QZ91_OSTACOLI",
+          "QZ91_PRIMA", "QZ91_DOPO"}}};
     for (const auto& [nome, colonne] : attese) {
         ASSERT_NE(tabella(nome), nullptr) << nome;
         for (const auto& c : colonne)
