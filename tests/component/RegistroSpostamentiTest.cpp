@@ -54,7 +54,7 @@ TEST(IstruzioniRegistro, AreTheseToTheBlank) {
                   .text(),
               "INSERT INTO QZ90_REGISTRO (QZ90_DITTA_CG18, QZ90_DATA, QZ90_ORA, QZ90_UTENTE, QZ90_GRUPPO, QZ90_TIPO, "
               "QZ90_DESCR, QZ90_RIGHE, QZ90_ID_QZ90, QZ90_ANNULLATA, QZ90_GUID) VALUES (1, "
-              "CONVERT(DateTime,'15/06/2024',103), '09:08:07', 'MARIO', 'VENDITE', 'validità', 'L''elenco', 3, NULL, "
+              "CONVERT(DateTime,'15/06/2024',103), '09:08:07', 'MARIO', 'VENDITE', 'validita', 'L''elenco', 3, NULL, "
               "0, 'G1')");
     EXPECT_EQ(qz::istruzioneIdOperazione("G1").text(), "SELECT QZ90_ID FROM QZ90_REGISTRO WHERE QZ90_GUID = 'G1'");
     const std::array righe{
