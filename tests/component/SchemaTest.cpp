@@ -106,13 +106,27 @@ TEST(Schema, HasEveryColumnThatTheStatementsName) {
         {"VCO1C_CLIFOR",
          {"CO1C_DITTA_CG18", "CO1C_TIPOCF_CG44", "CO1C_CLIFOR_CG44", "CO1C_IDDIV_CO1A", "CO1D_CODPAG_CG62",
           "CO1D_IDAGENTE_MG17", "CO1D_MACROAREA", "CO1D_AREA", "CO1D_ZONA", "CO1D_MACROCAT", "CO1D_CATEG",
-          "CO1D_SOTTOCAT", "CO1D_RAGGRCF1", "CO1D_RAGGRCF2", "CO1D_RAGGRCF3"}}};
+          "CO1D_SOTTOCAT", "CO1D_RAGGRCF1", "CO1D_RAGGRCF2", "CO1D_RAGGRCF3"}},
+        {"QZ90_REGISTRO",
+         {"QZ90_ID", "QZ90_DITTA_CG18", "QZ90_DATA", "QZ90_ORA", "QZ90_UTENTE", "QZ90_GRUPPO", "QZ90_TIPO",
+          "QZ90_DESCR", "QZ90_RIGHE", "QZ90_ID_QZ90", "QZ90_ANNULLATA", "QZ90_GUID"}},
+        {"QZ91_REGISTRORIGHE",
+         {"QZ91_ID_QZ90", "QZ91_RIGA", "QZ91_ID_QZ02", "QZ91_CLIFOR_CG44", "QZ91_ESITO", "QZ91_MOTIVO", "QZ91_OSTACOLI",
+          "QZ91_PRIMA", "QZ91_DOPO"}}};
     for (const auto& [nome, colonne] : attese) {
         ASSERT_NE(tabella(nome), nullptr) << nome;
         for (const auto& c : colonne)
             EXPECT_NE(colonna(nome, c), nullptr) << nome << "." << c;
     }
     EXPECT_EQ(qz::schema().tables.size(), attese.size());
+}
+
+TEST(Schema, OnlyTheRegistryOfMovesIsOptional) {
+    std::vector<std::string> facoltative;
+    for (const auto& t : qz::schema().tables)
+        if (t.isOptional)
+            facoltative.emplace_back(t.name);
+    EXPECT_EQ((std::vector<std::string>{"QZ90_REGISTRO", "QZ91_REGISTRORIGHE"}), facoltative);
 }
 
 TEST(Schema, KeepsTheIrregularNames) {

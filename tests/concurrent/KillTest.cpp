@@ -1,10 +1,10 @@
 // A program that is killed with no chance to clean up, before and after every operation of a move and of an edit and at
 // moments drawn at random: the rows are as before or as after, the file is sound, and the next program works at once.
 
+#include "concurrent/DeadlyConnection.h"
 #include "concurrent/Process.h"
 #include "concurrent/User.h"
 #include "property/SmallWorld.h"
-#include "property/WrappedConnection.h"
 
 #include <gtest/gtest.h>
 
@@ -26,58 +26,6 @@ using property::smallWorld;
 using property::Where;
 using property::Work;
 using property::WorldDatabase;
-
-/// A connection that kills its own process before or after one of its operations.
-class DeadlyConnection : public property::WrappedConnection {
-public:
-    using WrappedConnection::WrappedConnection;
-
-    /// Counted from 1 from now on.
-    void dieAt(int operation, bool after) {
-        at_ = operation;
-        after_ = after;
-        done_ = 0;
-    }
-
-    std::int64_t Execute(const contract::Statement& statement) override {
-        const Moment moment(*this);
-        return inner().Execute(statement);
-    }
-    void Read(const contract::Statement& statement, contract::Snapshot& rows) override {
-        const Moment moment(*this);
-        inner().Read(statement, rows);
-    }
-    void BeginTrans() override {
-        const Moment moment(*this);
-        inner().BeginTrans();
-    }
-    void CommitTrans() override {
-        const Moment moment(*this);
-        inner().CommitTrans();
-    }
-
-private:
-    class Moment {
-    public:
-        explicit Moment(DeadlyConnection& connection) : connection_(connection) {
-            if (++connection_.done_ == connection_.at_ && !connection_.after_)
-                ::raise(SIGKILL);
-        }
-        Moment(const Moment&) = delete;
-        Moment& operator=(const Moment&) = delete;
-        ~Moment() {
-            if (connection_.done_ == connection_.at_ && connection_.after_)
-                ::raise(SIGKILL);
-        }
-
-    private:
-        DeadlyConnection& connection_;
-    };
-
-    int at_ = 0;
-    bool after_ = false;
-    int done_ = 0;
-};
 
 /// Does the work once; the connection may be armed when everything stands ready.
 template <class Armed> void workOnce(User& user, Work work, const Armed& armed) {

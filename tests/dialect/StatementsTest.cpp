@@ -23,6 +23,12 @@ TEST_F(StatementsTest, Types) {
     EXPECT_EQ(translate(s).text, "SELECT * FROM QZ01_TIPODISTINTA WHERE QZ01_DITTA_CG18 = ?1 AND QZ01_INDTIPOSOGG = 0");
 }
 
+TEST_F(StatementsTest, AKeyThatIsGivenNeedsNoLeave) {
+    EXPECT_EQ(textOf("SET IDENTITY_INSERT QZ02_DISTINTA ON"), "SELECT NULL WHERE 0");
+    EXPECT_EQ(textOf("set identity_insert QZ02_DISTINTA off;"), "SELECT NULL WHERE 0");
+    EXPECT_EQ(refusalOfText("SET NOCOUNT ON").substr(0, 30), "Istruzione SQL non compresa pr");
+}
+
 TEST_F(StatementsTest, NodesOfADistinta) {
     Statement s;
     s << " SELECT QZ02_ID,  "

@@ -17,7 +17,7 @@ using contract::Statement;
 namespace {
 
 constexpr std::array<std::pair<OperationKind, std::string_view>, 5> tipi{{{OperationKind::structure, "struttura"},
-                                                                          {OperationKind::validity, "validità"},
+                                                                          {OperationKind::validity, "validita"},
                                                                           {OperationKind::edit, "modifica"},
                                                                           {OperationKind::list, "elenco"},
                                                                           {OperationKind::undo, "annullamento"}}};
