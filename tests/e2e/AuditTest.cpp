@@ -304,8 +304,8 @@ TEST_F(Audit, OfTheDemoCompaniesFindsWhatTheManualNames) {
         for (const QByteArray& line : outcome.out.split('\n'))
             if (!line.isEmpty())
                 rules.insert(text(QJsonDocument::fromJson(line).object().value(QLatin1String("rule"))));
-        const std::set<std::string> meant = *company == '1' ? std::set<std::string>{"no-registry", "overlap"}
-                                                            : std::set<std::string>{"no-registry"};
+        const std::set<std::string> meant =
+            *company == '1' ? std::set<std::string>{"no-registry", "overlap"} : std::set<std::string>{"no-registry"};
         EXPECT_EQ(meant, rules) << company;
     }
 }
