@@ -5,6 +5,7 @@
 namespace contract {
 
 Transaction::~Transaction() {
+    cancellable_.end();
     if (!open_)
         return;
     try {
@@ -16,12 +17,14 @@ Transaction::~Transaction() {
 }
 
 void Transaction::commit() {
+    cancellable_.end();
     connection_.CommitTrans();
     open_ = false;
 }
 
 void Transaction::rollback() {
     open_ = false;
+    cancellable_.end();
     connection_.RollbackTrans();
 }
 

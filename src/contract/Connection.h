@@ -75,12 +75,38 @@ public:
 
     /// The records of the last operation that failed; empty before the first failure.
     virtual const ErrorList& Errors() const = 0;
+
+    /// From now on the user may give up what goes on, or no more. Execute(), Read() and BeginTrans() then throw
+    /// Cancelled, before a statement or within one; a transaction is still to be rolled back. Calls nest, each true has
+    /// its false (Cancellable). A connection without a user need not do anything.
+    virtual void setCancellable(bool) noexcept {}
 };
 
-/// Rolls the transaction back unless it was committed: whatever leaves a move by an error leaves no transaction open.
+/// What the user may give up, as long as the object lives or until end().
+class Cancellable {
+public:
+    explicit Cancellable(Connection& connection) : connection_(connection) { connection_.setCancellable(true); }
+    Cancellable(const Cancellable&) = delete;
+    Cancellable& operator=(const Cancellable&) = delete;
+    ~Cancellable() { end(); }
+    void end() noexcept {
+        if (open_)
+            connection_.setCancellable(false);
+        open_ = false;
+    }
+
+private:
+    Connection& connection_;
+    bool open_ = true;
+};
+
+/// Rolls the transaction back unless it was committed: whatever leaves a move by an error, or because its user gives it
+/// up, leaves no transaction open. It may be given up until its commit begins.
 class Transaction {
 public:
-    explicit Transaction(Connection& connection) : connection_(connection) { connection_.BeginTrans(); }
+    explicit Transaction(Connection& connection) : connection_(connection), cancellable_(connection) {
+        connection_.BeginTrans();
+    }
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
     ~Transaction();
@@ -90,6 +116,7 @@ public:
 
 private:
     Connection& connection_;
+    Cancellable cancellable_;
     bool open_ = true;
 };
 

@@ -25,6 +25,9 @@ public:
     /// what: the present step in the user's language ("Lettura dei legami"); done of total steps, where the total is
     /// known. Called as often as the work likes. Throws Cancelled when the user wants no more of it.
     virtual void reached(std::string_view what, std::uint64_t done, std::optional<std::uint64_t> total) = 0;
+
+    /// What the steps count from now on, in the user's language and in the plural ("nodi"); nothing at first.
+    virtual void counts(std::string_view) {}
 };
 
 } // namespace contract

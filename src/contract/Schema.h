@@ -37,6 +37,8 @@ struct TableDef {
     std::vector<IndexDef> indexes;
     /// The host's own object, only read: a view on a full ERP database, a table where this schema makes it.
     bool isView = false;
+    /// A database without it serves all the same; what it is for does not work there.
+    bool isOptional = false;
 };
 
 /// Every table that the component reads or writes, in an order in which they can be made.

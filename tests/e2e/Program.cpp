@@ -239,6 +239,12 @@ QJsonObject Dialogue::state() {
 }
 
 std::vector<std::string> Dialogue::trace() {
+    auto statements = wholeTrace();
+    std::erase_if(statements, isOfRegistry);
+    return statements;
+}
+
+std::vector<std::string> Dialogue::wholeTrace() {
     std::vector<std::string> statements;
     const QJsonArray sent = must(R"({"do":"trace"})").value(QLatin1String("statements")).toArray();
     for (const auto& statement : sent)
@@ -288,6 +294,11 @@ int Dialogue::finish() {
     process_.kill();
     process_.waitForFinished(patience);
     return -1;
+}
+
+bool isOfRegistry(const std::string& statement) {
+    return statement.find("QZ90_REGISTRO") != std::string::npos ||
+           statement.find("QZ91_REGISTRORIGHE") != std::string::npos;
 }
 
 std::vector<std::string> messages(const QJsonObject& reply) {

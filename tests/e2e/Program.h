@@ -95,8 +95,10 @@ public:
     QJsonObject focus(const QString& tree, int id);
     QJsonObject read(const QString& control);
     QJsonObject state();
-    /// Statements since the last trace.
+    /// Statements since the last trace, but for those of the registry of moves.
     std::vector<std::string> trace();
+    /// All statements since the last trace.
+    std::vector<std::string> wholeTrace();
     QJsonArray services();
     /// Ids of a tree's nodes in display order. A server gives brothers in the order it likes: they come by ascending
     /// id.
@@ -121,6 +123,8 @@ std::vector<std::string> messages(const QJsonObject& reply);
 /// The one message box or error display of a reply; fails the test when there is not exactly one.
 QJsonObject onlyMessage(const QJsonObject& reply);
 std::string text(const QJsonValue& value);
+/// Whether a statement names a table of the registry of moves.
+bool isOfRegistry(const std::string& statement);
 std::string json(const QJsonObject& object);
 /// Forms named in `modal` of a reply.
 std::vector<std::string> modalForms(const QJsonObject& reply);

@@ -42,6 +42,11 @@ protected:
         frame.show();
         connection->take();
     }
+    static platform::headless::ScriptedRows noRow() {
+        auto none = oneRow();
+        none.rows.clear();
+        return none;
+    }
     static platform::headless::ScriptedRows oneRow() {
         return rows({"DITTA", "TIPO", "INIZIO", "FLAG"}, {{7, 1, *contract::Date::of(2024, 5, 9), 0}});
     }
@@ -98,7 +103,7 @@ TEST_F(DataFrameTest, UpdatesItsRecord) {
 }
 
 TEST_F(DataFrameTest, InsertsANewRecordWithTheValuesThatNoControlShows) {
-    open(rows({"DITTA", "TIPO", "INIZIO", "FLAG"}));
+    open(noRow());
     frame.BeforeUpdate = [this](bool&) { frame.setRecordValue("DITTA", 7); };
     EXPECT_TRUE(frame.save());
     EXPECT_EQ(connection->take(),

@@ -27,6 +27,7 @@ std::string nameOf(Fault fault) {
     case Fault::endedByServer:
         return "EndedByServer";
     case Fault::lostConnection:
+    case Fault::cancelled:
         break;
     }
     return "LostConnection";

@@ -1,5 +1,6 @@
 #include "property/FaultyConnection.h"
 
+#include "contract/Progress.h"
 #include "contract/RuntimeError.h"
 #include "contract/Snapshot.h"
 
@@ -28,6 +29,10 @@ void FaultyConnection::operation() {
         inner().Close();
         lost_ = true;
         fail("Connessione persa", contract::ErrorCategory::lostConnection);
+    case Fault::cancelled:
+        if (cancellable_ > 0)
+            throw contract::Cancelled();
+        return;
     }
 }
 
@@ -49,6 +54,7 @@ void FaultyConnection::Read(const contract::Statement& statement, contract::Snap
 }
 
 void FaultyConnection::BeginTrans() {
+    ++begun;
     operation();
     inner().BeginTrans();
 }

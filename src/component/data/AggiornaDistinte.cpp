@@ -55,7 +55,7 @@ bool AggiornaDistinte(StatoForm& stato) {
             continue;
         const auto aspetto = aspettoDi(*lato);
         const auto prima = lato->dati;
-        CaricaDistinta(stato, *lato, lato->IdDistinta);
+        CaricaDistintaAnnullabile(stato, *lato, lato->IdDistinta);
         // A load that was left keeps the record set, and one that failed and was passed over has none that is open.
         rilette = rilette && lato->dati != prima && lato->dati->IsOpen();
         stato.procedura("mnuAggiorna_Click", [&](auto& passo) { passo([&] { ripristina(*lato, aspetto); }); });

@@ -84,10 +84,14 @@ void scriviDidascaliaLivello(Lato& lato, bool comprimi) {
     lato.livelli->setCaption((comprimi ? "Comprimi liv." : "Espandi liv.") + std::to_string(lato.LivelloCorrente + 1));
 }
 
-void CaricaDistinta(StatoForm& stato, Lato& lato, std::string_view idTipo) {
+void CaricaDistinta(StatoForm& stato, Lato& lato, std::string_view idTipo, Lettura lettura) {
     // The id may live in the side itself, which changes below.
     const std::string id(idTipo);
     stato.procedura(lato.descrizione.nomeCarica, [&](auto& passo) {
+        // Once the rows are there the tree is filled to its end.
+        std::optional<contract::Cancellable> annullabile;
+        if (lettura == Lettura::annullabile && stato.connessione)
+            annullabile.emplace(*stato.connessione);
         std::optional<std::int64_t> fuoco;
         auto righe = std::make_shared<contract::Recordset>();
         leggiDivisione(stato, passo, lato, id);
@@ -97,6 +101,7 @@ void CaricaDistinta(StatoForm& stato, Lato& lato, std::string_view idTipo) {
         lato.istruzione = {};
         passo([&] { lato.istruzione = istruzioneNodi(lato.descrizione, stato.ditta(), lato.TipoCF, id); });
         passo([&] { righe->Open(lato.istruzione, stato.database()); });
+        annullabile.reset();
         if (righe->Empty()) {
             svuotaAlbero(passo, lato, righe);
             return;
@@ -115,6 +120,22 @@ void CaricaDistinta(StatoForm& stato, Lato& lato, std::string_view idTipo) {
         passo([&] { scriviDidascaliaLivello(lato, true); });
         passo([&] { avvisaProfondita(stato, livelli); });
     });
+}
+
+void CaricaDistintaAnnullabile(StatoForm& stato, Lato& lato, std::string_view idTipo) {
+    const auto id = lato.IdDistinta;
+    const auto divisione = lato.Divisione;
+    const auto guid = lato.GuidDistinta;
+    const auto istruzione = lato.istruzione;
+    try {
+        CaricaDistinta(stato, lato, idTipo, Lettura::annullabile);
+    } catch (const contract::Cancelled&) {
+        lato.IdDistinta = id;
+        lato.Divisione = divisione;
+        lato.GuidDistinta = guid;
+        lato.istruzione = istruzione;
+        throw;
+    }
 }
 
 void RicaricaAlberi(StatoForm& stato) {

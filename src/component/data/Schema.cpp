@@ -11,6 +11,7 @@ const contract::Schema& schema() {
         addBonusTables(all);
         addAccountTables(all);
         addClassificationTables(all);
+        addRegistryTables(all);
         return all;
     }();
     return tables;

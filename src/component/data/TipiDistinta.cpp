@@ -6,6 +6,7 @@
 #include "component/shared/MODQZ_DISTINTA.h"
 
 #include <string>
+#include <utility>
 
 namespace qz {
 
@@ -90,6 +91,21 @@ void didascaliaDaDestinazione(StatoForm& stato, FormBase::Passo& passo, const co
         scriviDidascalia(passo, stato.destinazione, prefissoFornitori, voce);
 }
 
+/// Given up, the list stands again on the distinta that is shown; where none is, it stays on the one chosen.
+void caricaScelta(StatoForm& stato, Lato& lato, const contract::TypeEntry& voce, std::int32_t tipoPrima) {
+    try {
+        CaricaDistintaAnnullabile(stato, lato, voce.key.substr(1));
+    } catch (const contract::Cancelled&) {
+        lato.TipoCF = tipoPrima;
+        for (std::size_t posizione = 1; posizione <= lato.tipi->count(); ++posizione) {
+            const auto altra = lato.tipi->entry(posizione);
+            if (!gruppo(altra) && altra.key.substr(1) == lato.IdDistinta)
+                lato.tipi->select(posizione);
+        }
+        throw;
+    }
+}
+
 } // namespace
 
 void InizializzaDistinte(StatoForm& stato) {
@@ -123,9 +139,9 @@ void TipoScelto(StatoForm& stato, Lato& lato) {
         passo([&] { voce = scelta(lato); });
         if (voce.key.empty())
             return;
-        lato.TipoCF = tipoDelGruppo(gruppo(voce) ? voce.key : voce.parent);
+        const auto tipoPrima = std::exchange(lato.TipoCF, tipoDelGruppo(gruppo(voce) ? voce.key : voce.parent));
         if (!gruppo(voce))
-            passo([&] { CaricaDistinta(stato, lato, voce.key.substr(1)); });
+            passo([&] { caricaScelta(stato, lato, voce, tipoPrima); });
         if (lato.descrizione.destinazione)
             didascaliaDaDestinazione(stato, passo, voce);
         else

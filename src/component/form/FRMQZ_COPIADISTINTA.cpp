@@ -84,7 +84,10 @@ void FRMQZ_COPIADISTINTA::collegaEventi() {
         modifica_.TRW_ELEMDISTINTADEST_OnChangeNodeEx();
         descriviSpostamento();
     };
-    dest.OnEdited = [this](contract::Node nodo) { modifica_.TRW_ELEMDISTINTADEST_OnEdited(nodo); };
+    dest.OnEdited = [this](contract::Node nodo) {
+        nuovoComando();
+        modifica_.TRW_ELEMDISTINTADEST_OnEdited(nodo);
+    };
     dest.OnChangedColumn = [this](contract::Node nodo) { modifica_.TRW_ELEMDISTINTADEST_OnChangedColumn(nodo); };
     dest.OnLocked = [this](contract::Node, const std::string&) { spiegaBlocco(); };
     stato_.destinazione.frame->ChangeStatus = [this](int nuovo) { FME_CopiaDistintaDest_ChangeStatus(nuovo); };
@@ -107,7 +110,10 @@ void FRMQZ_COPIADISTINTA::collegaEventi() {
 }
 
 void FRMQZ_COPIADISTINTA::collegaLato(Lato& lato, Ricerca& ricerca) {
-    lato.tipi->Click = [this, &lato] { TipoScelto(stato_, lato); };
+    lato.tipi->Click = [this, &lato] {
+        nuovoComando();
+        TipoScelto(stato_, lato);
+    };
     lato.cerca->KeyPress = [&ricerca](int codice) { ricerca.tastoPremuto(codice); };
     lato.menuCerca->MenuClick = [&ricerca](const std::string& chiave) { ricerca.menuScelto(chiave); };
     lato.livelli->ButtonClick = [this, &lato] { CMD_ESPANDICOLLASSA_ButtonClick(stato_, lato); };
@@ -138,7 +144,14 @@ void FRMQZ_COPIADISTINTA::CaricaDistintaDest(std::string_view idTipo) {
 
 void FRMQZ_COPIADISTINTA::chiediDataFine() {
     FRMQZ_DATAFINELEGAME dialogo(stato_);
+    dialogo.proposta = std::exchange(fineProposta_, std::nullopt);
     dialogo.mostra();
+}
+
+void FRMQZ_COPIADISTINTA::Sposta(bool validita, std::optional<contract::Date> fine) {
+    fineProposta_ = fine;
+    contract::fire((validita ? controlli_.CMD_SPOSTAVALID : controlli_.CMD_SPOSTASTRU)->ButtonClick);
+    fineProposta_.reset();
 }
 
 void FRMQZ_COPIADISTINTA::aggiornaDettaglio(FormBase::Passo& passo, Lato& lato) {

@@ -12,6 +12,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -63,6 +64,9 @@ public:
     std::vector<std::pair<std::string, contract::Value>> valoriStato() const;
     /// A command of the host's menu bar; false for an unknown name.
     bool comandoMenu(std::string_view nome);
+
+    /// Does what a click on a move button does. The end-of-link date dialog proposes the day, where one is given.
+    void Sposta(bool validita, std::optional<contract::Date> fine);
 
     StatoForm& stato() { return stato_; }
     /// The form's colour table, as 0x00BBGGRR; all 0 before it was loaded.
@@ -127,7 +131,8 @@ private:
     std::shared_ptr<contract::Recordset> recordOrig_;
     std::shared_ptr<contract::Recordset> recordDest_;
     std::array<contract::Color, 4> colori_{};
-    std::string notaRicerca_; ///< shown once in the place of what a move would do; empty for none
+    std::optional<contract::Date> fineProposta_; ///< of the next end-of-link date dialog
+    std::string notaRicerca_;                    ///< shown once in the place of what a move would do; empty for none
     bool primaAttivazioneFatta_ = false;
     int contatore_ = 0; ///< cleared with the first activation
 };

@@ -27,11 +27,12 @@ void Comandi::rifiuta(FormBase::Passo& passo, std::string_view testo, bool valid
 
 template <class Corpo> void Comandi::comando(std::string_view nome, Corpo&& corpo) {
     spostamentoFallito_ = false;
-    const FormBase::Comando unico(stato_);
-    stato_.procedura(nome, corpo);
-    // Whatever the answer to the error was, the screen shows the database as it stands.
-    if (spostamentoFallito_)
-        RicaricaAlberi(stato_);
+    stato_.unComando([&] {
+        stato_.procedura(nome, corpo);
+        // Whatever the answer to the error was, the screen shows the database as it stands.
+        if (spostamentoFallito_)
+            RicaricaAlberi(stato_);
+    });
 }
 
 void Comandi::sposta(bool validita) {

@@ -3,9 +3,10 @@
 #include "component/data/CaricaDistinta.h"
 #include "component/data/IstruzioniDistinta.h"
 #include "component/interaction/DescrizioneSpostamento.h"
+#include "component/interaction/RiletturaNodi.h"
 #include "component/maintenance/Blocchi.h"
-#include "component/maintenance/IstruzioniSpostamento.h"
 #include "component/maintenance/LettureSingole.h"
+#include "component/maintenance/RegistroSpostamenti.h"
 #include "component/maintenance/ScrittureSingole.h"
 #include "component/maintenance/Spostamento.h"
 #include "component/shared/MODQZ_DISTINTA.h"
@@ -25,54 +26,6 @@ void ripristinaRiga(Lato& lato, std::int32_t riga) {
         lato.albero->setTopRow(riga);
 }
 
-/// Puts the record set on the node's row; false when it is not there.
-bool cerca(contract::Recordset& nodi, const contract::Value& id) {
-    for (nodi.MoveFirst(); !nodi.Eof(); nodi.MoveNext())
-        if (nodi["QZ02_ID"].integer() == id.integer())
-            return true;
-    return false;
-}
-
-/// Two days of the database; what is no day counts by its text.
-bool stessoGiorno(const contract::Value& a, const contract::Value& b) {
-    const auto giorno = a.date();
-    return giorno ? giorno == b.date() : a.text() == b.text();
-}
-
-/// Whether a link hangs where the screen showed it, in the period that the screen showed.
-bool comeMostrato(const contract::Recordset& riletto, const contract::Recordset& mostrato) {
-    return riletto["QZ02_IDPARENT_QZ02"].integer() == mostrato["QZ02_IDPARENT_QZ02"].integer() &&
-           stessoGiorno(riletto["QZ02_DATAINIZIOVAL"], mostrato["QZ02_DATAINIZIOVAL"]) &&
-           stessoGiorno(riletto["QZ02_DATAFINEVAL"], mostrato["QZ02_DATAFINEVAL"]);
-}
-
-/// What stands on the screen can be old. Read under the transaction, the two rows keep two users from building together
-/// what each alone would have been refused, and one from undoing unawares what another one has just done.
-void rileggiNodi(StatoForm& stato) {
-    const auto& orig = stato.origine;
-    const auto& dest = stato.destinazione;
-    const auto idOrig = (*orig.dati)["QZ02_ID"];
-    const auto idDest = dest.senzaRecord() ? contract::Value::null() : (*dest.dati)["QZ02_ID"];
-
-    contract::Recordset nodi;
-    nodi.Open(istruzioneRilettura(idOrig, idDest), stato.database());
-    const auto confronta = [&](const Lato& lato, const contract::Value& id, std::string_view nome) {
-        const auto account = (*lato.dati)["QZ02_CLIFOR_CG44"].text();
-        if (!cerca(nodi, id) || nodi["QZ02_ID_QZ01"].integer() != contract::Value(lato.IdDistinta).integer())
-            stato.MessaggioSpostamento += "Il nodo " + account + " non appartiene più alla " + std::string(nome) +
-                                          " visualizzata: è stato spostato o eliminato da un altro utente. "
-                                          "Spostamento annullato.\n";
-        else if (!comeMostrato(nodi, *lato.dati))
-            stato.MessaggioSpostamento += "Il nodo " + account +
-                                          " è stato modificato da un altro utente: premere F5 per aggiornare. "
-                                          "Spostamento annullato.\n";
-    };
-    confronta(orig, idOrig, "distinta di origine");
-    // A node that stands on both sides is named once.
-    if (!idDest.isMissing() && !(idDest.integer() == idOrig.integer() && !stato.MessaggioSpostamento.empty()))
-        confronta(dest, idDest, "distinta di destinazione");
-}
-
 /// Hands what a plan says to the form, however the move ends.
 class EsitoSulForm {
 public:
@@ -90,8 +43,8 @@ private:
     const Piano& piano_;
 };
 
-Validita validitaDelTesto(const StatoForm& stato, contract::Date oggi) {
-    const auto testo = FormBase::ValoreODefault(contract::Value(stato.DataFineLegame), oggi.text());
+Validita validitaDelTesto(std::string_view fineLegame, contract::Date oggi) {
+    const auto testo = FormBase::ValoreODefault(contract::Value(std::string(fineLegame)), oggi.text());
     const auto fine = dataDelTesto(testo.text());
     return {fine, fine.plusDays(1), {}};
 }
@@ -99,6 +52,14 @@ Validita validitaDelTesto(const StatoForm& stato, contract::Date oggi) {
 NodoSpostato nodoSpostato(const Richiesta& richiesta) {
     return {richiesta.nodo.id, richiesta.nodo.account, richiesta.sotto,
             richiesta.validita ? std::optional(richiesta.validita->inizio) : std::nullopt};
+}
+
+/// What the registry of moves says of a move; nothing where it is not kept.
+std::unique_ptr<RegistroSpostamenti> nuovoRegistro(StatoForm& stato) {
+    if (!stato.tieneRegistro)
+        return nullptr;
+    return std::make_unique<RegistroSpostamenti>(stato.database(), stato.ditta(),
+                                                 Autore{stato.utente(), stato.gruppo(), stato.oggi()}, stato.ora());
 }
 
 /// Whether so many nodes hang below the moved one that they are worth blocks.
@@ -109,9 +70,21 @@ bool aBlocchi(const StatoForm& stato) {
     return albero.descendants(albero.focused()) > static_cast<std::size_t>(stato.nodiPerBlocchi);
 }
 
+Avanzamento avanzamento(const StatoForm& stato) {
+    const auto& albero = *stato.origine.albero;
+    auto* const progresso = stato.avanzamento();
+    if (progresso != nullptr)
+        progresso->counts("nodi");
+    return {progresso, albero.descendants(albero.focused()) + 1};
+}
+
 } // namespace
 
 Richiesta richiestaDiSpostamento(const StatoForm& stato, bool validita) {
+    return richiestaDiSpostamento(stato, validita, stato.DataFineLegame);
+}
+
+Richiesta richiestaDiSpostamento(const StatoForm& stato, bool validita, std::string_view fineLegame) {
     const auto& orig = *stato.origine.dati;
     const auto& dest = *stato.destinazione.dati;
     const NodoLetto nodo{obbligatorio<NodoId>(orig, "QZ02_ID"),
@@ -135,7 +108,7 @@ Richiesta richiestaDiSpostamento(const StatoForm& stato, bool validita) {
         {stato.utente(), stato.gruppo(), stato.oggi()},
         {stato.parametri.StatoLegame, stato.parametri.TipoCaricaDATA != 0, stato.parametri.DataFissaFINE}};
     if (validita) {
-        richiesta.validita = validitaDelTesto(stato, richiesta.autore.oggi);
+        richiesta.validita = validitaDelTesto(fineLegame, richiesta.autore.oggi);
         richiesta.validita->guid = FormBase::ValoreODefault(orig["QZ02_GUID"], contract::Value()).text();
     }
     return richiesta;
@@ -149,18 +122,19 @@ void EseguiSpostamento(StatoForm& stato, bool validita) {
 
     contract::Transaction transazione(stato.database());
     stato.MessaggioSpostamento.clear();
-    rileggiNodi(stato);
+    rileggiNodi(stato, stato.MessaggioSpostamento);
 
     const auto rigaOrig = primaRiga(orig);
     const auto rigaDest = primaRiga(dest);
     if (!dest.albero->firstNode())
         stato.MessaggioSpostamento = "La distinta di destinazione selezionata non contiene nodi capostipite!";
     // A text that is no date ends every move, also one that would not look at it.
-    validitaDelTesto(stato, stato.oggi());
+    validitaDelTesto(stato.DataFineLegame, stato.oggi());
 
     // While the end-of-link text is the one that the user gave.
     const auto dettaglio = dettaglioSpostamento(stato, validita);
     std::string fatto(nessunaModifica);
+    const auto registro = nuovoRegistro(stato);
     std::optional<NodoSpostato> spostato;
     if (stato.MessaggioSpostamento.empty()) {
         const auto richiesta = richiestaDiSpostamento(stato, validita);
@@ -169,15 +143,24 @@ void EseguiSpostamento(StatoForm& stato, bool validita) {
         const FlussoStati flusso = [&stato]() -> contract::WorkflowState& { return stato.flusso(); };
         if (aBlocchi(stato)) {
             Blocchi blocchi(stato.database(), richiesta, flusso);
+            blocchi.testimone(registro.get());
             sposta(blocchi, blocchi, richiesta, piano);
         } else {
             LettureSingole letture(stato.database());
             ScrittureSingole scritture(stato.database(), richiesta.autore, flusso);
+            scritture.testimone(registro.get());
             sposta(letture, scritture, richiesta, piano);
+            sposta(blocchi, blocchi, richiesta, piano, avanzamento(stato));
+            sposta(letture, scritture, richiesta, piano, avanzamento(stato));
         }
         if (!piano.rifiutato()) {
             fatto = descrizioneEsito(piano, richiesta, nomeNodo(dest));
             spostato = nodoSpostato(richiesta);
+            if (registro) {
+                registro->aggiungi(piano, richiesta);
+                registro->scrivi(validita ? contract::OperationKind::validity : contract::OperationKind::structure,
+                                 nomeNodo(orig) + ": " + fatto);
+            }
         }
     }
 

@@ -59,6 +59,8 @@ void FRMQZ_DATAFINELEGAME::Form_Load() {
         passo([&] { form_->setBounds({0, 0, KVT_RESIZEFORM->scaled(larghezza), KVT_RESIZEFORM->scaled(altezza)}); });
         passo([&] { KVT_RESIZEFORM->setUp(); });
         passo([&] { disponi(); });
+        if (proposta)
+            passo([&] { TXT_DATACHIUSURALEGAME->setText(proposta->text()); });
         passo([&] { TXT_DATACHIUSURALEGAME->setFocus(); });
     });
     spiegaData();

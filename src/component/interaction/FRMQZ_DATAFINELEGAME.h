@@ -3,6 +3,7 @@
 #include "component/shared/StatoForm.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace qz {
@@ -19,6 +20,8 @@ public:
     /// Shows the dialog and returns when it was closed.
     void mostra();
 
+    /// The date with which the field opens; nothing: empty.
+    std::optional<contract::Date> proposta;
     /// The date chosen, as text; empty when the dialog was left without one.
     std::string DataFineLegame;
 

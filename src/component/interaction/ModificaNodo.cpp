@@ -4,6 +4,7 @@
 #include "component/data/DettaglioAnagrafica.h"
 #include "component/data/Parametri.h"
 #include "component/maintenance/LettureSingole.h"
+#include "component/maintenance/RegistroModifica.h"
 #include "component/shared/MODQZ_DISTINTA.h"
 
 #include <optional>
@@ -131,16 +132,25 @@ void ModificaNodo::bloccaColonna(FormBase::Passo& passo) {
 }
 
 void ModificaNodo::TRW_ELEMDISTINTADEST_OnEdited(contract::Node nodo) {
-    const FormBase::Comando unico(stato_);
-    superate_ = false;
-    inSospeso_ = true;
-    stato_.procedura(nomeModifica, [&](auto& passo) { convalida(passo, nodo); });
-    // Left by an error in the middle: what was not checked must not stay in the cells.
-    if (inSospeso_)
-        stato_.procedura(nomeModifica, [&](auto& passo) { ripristina(passo, nodo, true, true); });
-    // Only now, so that running the failed write again can not overwrite what another user wrote.
-    if (superate_)
-        stato_.procedura(nomeModifica, [&](auto& passo) { ricordaDate(passo); });
+    stato_.unComando([&] {
+        superate_ = false;
+        inSospeso_ = true;
+        const auto rimetti = [&] {
+            stato_.procedura(nomeModifica, [&](auto& passo) { ripristina(passo, nodo, true, true); });
+        };
+        try {
+            stato_.procedura(nomeModifica, [&](auto& passo) { convalida(passo, nodo); });
+        } catch (const contract::Cancelled&) {
+            rimetti();
+            throw;
+        }
+        // Left by an error in the middle: what was not checked must not stay in the cells.
+        if (inSospeso_)
+            rimetti();
+        // Only now, so that running the failed write again can not overwrite what another user wrote.
+        if (superate_)
+            stato_.procedura(nomeModifica, [&](auto& passo) { ricordaDate(passo); });
+    });
 }
 
 void ModificaNodo::ripristina(FormBase::Passo& passo, contract::Node nodo, bool inizio, bool fine) {
@@ -256,8 +266,13 @@ std::int64_t ModificaNodo::controllaEScrivi(const LegameDaControllare& legame, c
     if (accettata) {
         accettata = false; // until it is kept
         const Autore autore{stato_.utente(), stato_.gruppo(), stato_.oggi()};
+        RegistroModifica registro(stato_.database(), stato_.ditta(), autore,
+                                  stato_.tieneRegistro ? std::optional(stato_.ora()) : std::nullopt);
+        registro.primaDiScrivere(*legame.nodo);
         scritte = stato_.database().Execute(
             istruzioneDateLegame(*legame.nodo, lette_, legame.inizio, *nuove.fine.date(), autore));
+        if (scritte != 0)
+            registro.scrivi(*legame.nodo, legame.account, {lette_.inizio, lette_.fine}, {nuove.inizio, nuove.fine});
         if (scritte != 0)
             transazione.commit();
         accettata = true;

@@ -25,7 +25,7 @@ template <class Elemento, class Azione> void aBlocchi(const std::vector<Elemento
 } // namespace
 
 Blocchi::Blocchi(contract::Connection& database, const Richiesta& richiesta, FlussoStati flusso)
-    : database_(database), singole_(database), richiesta_(richiesta), flusso_(std::move(flusso)) {
+    : database_(database), singole_(database), richiesta_(&richiesta), flusso_(std::move(flusso)) {
 }
 
 Blocchi::Blocchi(contract::Connection& database, const Richiesta& richiesta)
@@ -82,20 +82,24 @@ std::optional<NodoLetto> Blocchi::nodo(std::int64_t ditta, NodoId id) {
 void Blocchi::preparaFigli(std::span<const NodoId> padri) {
     scrivi();
     fatti_.dimenticaFigli();
+    leggiFigli(padri);
+}
+
+void Blocchi::leggiFigli(std::span<const NodoId> padri) {
     std::unordered_map<NodoId, std::vector<NodoId>> figli;
     for (const auto padre : padri)
         figli.try_emplace(padre);
     std::vector<Soggetto> soggetti;
     aBlocchi(padri, [&](std::span<const NodoId> blocco) {
         std::vector<NodoLetto> lette;
-        leggiRighe(istruzioneFigliDi(blocco, richiesta_.da), &lette);
+        leggiRighe(istruzioneFigliDi(blocco, richiesta_->da), &lette);
         for (const auto& figlio : lette) {
             figli[*figlio.legame.padre].push_back(figlio.id);
             if (const auto soggetto = soggettoDi(figlio))
                 soggetti.push_back(*soggetto);
             // The recursion is looked for among the form's company's accounts of the destination's kind.
             if (figlio.account)
-                soggetti.push_back({richiesta_.ditta, richiesta_.tipoA, *figlio.account});
+                soggetti.push_back({richiesta_->ditta, richiesta_->tipoA, *figlio.account});
         }
     });
     for (auto& [padre, ids] : figli)
@@ -105,6 +109,10 @@ void Blocchi::preparaFigli(std::span<const NodoId> padri) {
 
 std::vector<NodoLetto> Blocchi::figli(NodoId padre, DistintaId distinta) {
     const auto* noti = fatti_.figli(padre);
+    if (noti == nullptr && !flusso_) {
+        leggiFigli({&padre, 1});
+        noti = fatti_.figli(padre);
+    }
     const bool inSospeso = noti != nullptr && std::any_of(noti->begin(), noti->end(), &FattiNoti::provvisorio);
     if (inSospeso && flusso_)
         scrivi();
@@ -115,7 +123,7 @@ std::vector<NodoLetto> Blocchi::figli(NodoId padre, DistintaId distinta) {
         return figli;
     }
     for (const auto id : *noti)
-        if (const auto* nodo = fatti_.nodo(id); nodo->legame.distinta == distinta)
+        if (const auto* nodo = fatti_.nodo(id); nodo->legame.distinta == distinta && nodo->legame.padre == padre)
             figli.push_back(*nodo);
     return figli;
 }
@@ -141,7 +149,7 @@ void Blocchi::leggiLegami(std::int64_t ditta, TipoCF tipo, std::span<const Codic
     contract::Recordset righe;
     righe.Open(istruzioneLegamiDi(ditta, tipo, account), database_);
     std::unordered_map<CodiceAccount, std::vector<FattiNoti::LegameNoto>> legami;
-    const bool versoAlto = ditta == richiesta_.ditta && tipo == richiesta_.tipoA;
+    const bool versoAlto = ditta == richiesta_->ditta && tipo == richiesta_->tipoA;
     for (; !righe.Eof(); righe.MoveNext()) {
         FattiNoti::LegameNoto legame{obbligatorio<NodoId>(righe, "QZ02_ID"),
                                      {facoltativo<DistintaId>(righe, "QZ02_ID_QZ01"),
@@ -154,7 +162,7 @@ void Blocchi::leggiLegami(std::int64_t ditta, TipoCF tipo, std::span<const Codic
         // What is only supposed of a row stands in memory alone.
         if (const auto* noto = flusso_ ? nullptr : fatti_.nodo(legame.id))
             legame.legame = noto->legame;
-        if (versoAlto && legame.accountPadre && legame.legame.distinta == richiesta_.a)
+        if (versoAlto && legame.accountPadre && legame.legame.distinta == richiesta_->a)
             sopra.push_back({ditta, tipo, *legame.accountPadre});
         legami[obbligatorio<CodiceAccount>(righe, "QZ02_CLIFOR_CG44")].push_back(legame);
     }
@@ -170,7 +178,7 @@ std::span<const std::optional<CodiceAccount>> Blocchi::padri(const Soggetto& sog
     padri_.clear();
     for (const auto& legame : fatti_.legami(soggetto))
         if (legame.legame.distinta == distinta)
-            padri_.push_back(legame.accountPadre);
+            padri_.push_back(flusso_ ? legame.accountPadre : attuale(legame).accountPadre);
     return padri_;
 }
 
@@ -204,15 +212,16 @@ std::optional<LegameSovrapposto> Blocchi::sovrapposto(const Soggetto& soggetto, 
         conosci({soggetto});
     }
     const auto fine = contract::Date::parse(periodo.fine);
-    for (const auto& noto : fatti_.legami(soggetto)) {
-        const auto& [distinta, padre, inizioNoto, fineNota] = noto.legame;
-        if (!inizioNoto || !fineNota || !fine || noto.id == escluso)
+    for (const auto& legame : fatti_.legami(soggetto)) {
+        const auto& [distinta, padre, inizioNoto, fineNota] = legame.legame;
+        if (!inizioNoto || !fineNota || !fine || legame.id == escluso)
             continue;
         const auto dentro = [primo = *inizioNoto, ultimo = *fineNota](contract::Date giorno) {
             return primo <= giorno && giorno <= ultimo;
         };
         if (!dentro(periodo.inizio) && !dentro(*fine) && !(periodo.inizio <= *inizioNoto && *fine >= *fineNota))
             continue;
+        const auto noto = flusso_ ? legame : attuale(legame);
         const auto codice = noto.distintaPadre ? codiceDistinta(*noto.distintaPadre) : std::nullopt;
         if (!codice)
             return LegameSovrapposto{};
@@ -225,6 +234,44 @@ std::optional<LegameSovrapposto> Blocchi::sovrapposto(const Soggetto& soggetto, 
                                  fineNota->text()};
     }
     return std::nullopt;
+}
+
+FattiNoti::LegameNoto Blocchi::attuale(FattiNoti::LegameNoto legame) {
+    const auto* padre = legame.legame.padre ? fatti_.nodo(*legame.legame.padre) : nullptr;
+    if (padre == nullptr)
+        return legame;
+    const auto soggetto = soggettoDi(*padre);
+    const bool registrato = soggetto && fatti_.registrato(*soggetto);
+    legame.accountPadre = registrato ? padre->account : std::nullopt;
+    legame.dittaPadre = registrato ? soggetto->ditta : 0;
+    legame.tipoPadre = registrato ? soggetto->tipo : TipoCF(0);
+    legame.distintaPadre = padre->legame.distinta;
+    return legame;
+}
+
+void Blocchi::prossima(const Richiesta& richiesta) {
+    richiesta_ = &richiesta;
+    fatti_.dimenticaFigli();
+    daSpostare_.clear();
+    daChiudere_.clear();
+    daInserire_.clear();
+}
+
+void Blocchi::prepara(std::vector<Soggetto> soggetti) {
+    conosci(std::move(soggetti));
+}
+
+std::vector<NodoLetto> Blocchi::nodiDi(const Soggetto& soggetto, DistintaId distinta) {
+    if (!fatti_.noto(soggetto)) {
+        scrivi();
+        conosci({soggetto});
+    }
+    std::vector<NodoLetto> nodi;
+    for (const auto& legame : fatti_.legami(soggetto))
+        if (legame.legame.distinta == distinta)
+            if (const auto* nodo = conosciuto(legame.id))
+                nodi.push_back(*nodo);
+    return nodi;
 }
 
 bool Blocchi::premioDefinitivo(std::int64_t ditta, NodoId nodo, std::optional<std::string_view> scadenzaDopo) {

@@ -24,13 +24,22 @@ namespace qz {
 /// 5: the data changed under the move, and nothing of it may be kept.
 ///
 /// Without a workflow of states nothing is ever written: the changes are only supposed, and new links keep provisional
-/// ids.
+/// ids. Such moves may follow one another, each finding what those before it would have left.
 class Blocchi : public Letture, public Scritture {
 public:
-    /// Connection and request must outlive the object.
+    /// Connection and request must outlive the object, or the next request.
     Blocchi(contract::Connection& database, const Richiesta& richiesta, FlussoStati flusso);
     /// Supposes the changes only.
     Blocchi(contract::Connection& database, const Richiesta& richiesta);
+
+    /// The next move, where changes are only supposed.
+    void prossima(const Richiesta& richiesta);
+    /// Whether changes were stated since the move began that are not written.
+    bool inSospeso() const { return !daSpostare_.empty() || !daChiudere_.empty() || !daInserire_.empty(); }
+    /// Reads the links of these accounts ahead, in few statements.
+    void prepara(std::vector<Soggetto> soggetti);
+    /// The links of an account in a distinta, in the order of their ids.
+    std::vector<NodoLetto> nodiDi(const Soggetto& soggetto, DistintaId distinta);
 
     std::int64_t righe(DistintaId distinta) override;
     std::int64_t righe(std::int64_t ditta, DistintaId distinta) override;
@@ -46,7 +55,7 @@ public:
     void cambiaDistinta(NodoId nodo, DistintaId da, DistintaId a) override;
     void sposta(NodoId nodo, NodoId sotto, DistintaId da, DistintaId a) override;
     void chiudi(NodoId nodo, DistintaId distinta, contract::Date fine) override;
-    void inserisci(const NodoDaCopiare& nodo, const NuovoLegame& legame, std::string_view statoDi) override;
+    std::string inserisci(const NodoDaCopiare& nodo, const NuovoLegame& legame, std::string_view statoDi) override;
     void concludi() override;
 
 private:
@@ -58,6 +67,12 @@ private:
     const NodoLetto* conosciuto(NodoId id);
     void leggiNodi(std::span<const NodoId> nodi);
     void leggiRighe(const contract::Statement& istruzione, std::vector<NodoLetto>* lette);
+    /// Makes the children of these nodes known.
+    void leggiFigli(std::span<const NodoId> padri);
+    /// A link with what stands of its parent by now.
+    FattiNoti::LegameNoto attuale(FattiNoti::LegameNoto legame);
+    /// Counts the rows of both distinte before a supposed change of theirs.
+    void contaPrima(std::optional<std::int64_t> ditta, DistintaId da, DistintaId a);
     /// Reads the links of accounts that are not known yet, and upward in the destination those of their parents.
     void conosci(std::vector<Soggetto> soggetti);
     void leggiLegami(std::int64_t ditta, TipoCF tipo, std::span<const CodiceAccount> account,
@@ -74,7 +89,7 @@ private:
     contract::Connection& database_;
     LettureSingole singole_;
     FattiNoti fatti_;
-    const Richiesta& richiesta_;
+    const Richiesta* richiesta_;
     FlussoStati flusso_; ///< nothing where changes are only supposed
 
     std::map<DistintaId, std::int64_t> righe_;

@@ -43,6 +43,7 @@ void FattiNoti::imparaFigli(NodoId padre, std::vector<NodoId> figli) {
     if (const auto nuovi = figliNuovi_.find(padre); nuovi != figliNuovi_.end())
         figli.insert(figli.end(), nuovi->second.begin(), nuovi->second.end());
     std::sort(figli.begin(), figli.end());
+    figli.erase(std::unique(figli.begin(), figli.end()), figli.end());
     figli_.insert_or_assign(padre, std::move(figli));
 }
 
@@ -61,15 +62,32 @@ FattiNoti::LegameNoto* FattiNoti::legameDi(const NodoLetto& nodo) {
     return trovato == legami->second.end() ? nullptr : &*trovato;
 }
 
-void FattiNoti::cambiaDistinta(NodoId id, DistintaId a) {
+void FattiNoti::cambiaDistinta(NodoId id, DistintaId a, bool supposto) {
     const auto nodo = nodi_.find(id);
     if (nodo == nodi_.end())
         return;
     nodo->second.legame.distinta = a;
+    if (supposto && nodo->second.legame.padre)
+        tieniFiglio(*nodo->second.legame.padre, id);
     if (auto* legame = legameDi(nodo->second)) {
         legame->legame.distinta = a;
         ordina(legami_.find(*soggettoDi(nodo->second))->second);
     }
+}
+
+void FattiNoti::sposta(NodoId id, NodoId sotto, DistintaId a) {
+    const auto nodo = nodi_.find(id);
+    if (nodo == nodi_.end())
+        return;
+    nodo->second.legame.padre = sotto;
+    if (auto* legame = legameDi(nodo->second))
+        legame->legame.padre = sotto;
+    cambiaDistinta(id, a);
+    tieniFiglio(sotto, id);
+}
+
+void FattiNoti::tieniFiglio(NodoId padre, NodoId figlio) {
+    figliNuovi_[padre].push_back(figlio);
 }
 
 void FattiNoti::chiudi(NodoId id, contract::Date fine) {

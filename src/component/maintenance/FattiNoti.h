@@ -22,7 +22,8 @@ template <> struct std::hash<qz::Soggetto> {
 
 namespace qz {
 
-/// What is known of the rows of QZ02_DISTINTA, kept exact through the changes of one move. Rows come in the order of
+/// What is known of the rows of QZ02_DISTINTA, kept exact through the changes of a move, and where these are only
+/// supposed, of several moves one after the other. Rows come in the order of
 /// the table's indexes: an account's links by distinta and id, children by id.
 class FattiNoti {
 public:
@@ -62,7 +63,10 @@ public:
 
     // Changes; what is not known is passed over
 
-    void cambiaDistinta(NodoId id, DistintaId a);
+    /// supposto: the database goes on giving the row where it stands.
+    void cambiaDistinta(NodoId id, DistintaId a, bool supposto = false);
+    /// A node goes under another one.
+    void sposta(NodoId id, NodoId sotto, DistintaId a);
     void chiudi(NodoId id, contract::Date fine);
     /// A new link; its id is above all others of the account.
     void aggiungi(const Soggetto& soggetto, const LegameNoto& legame, bool traIFigli);
@@ -70,6 +74,7 @@ public:
     void rinumera(const Soggetto& soggetto, NodoId provvisorio, NodoId id);
 
 private:
+    void tieniFiglio(NodoId padre, NodoId figlio);
     LegameNoto* legameDi(const NodoLetto& nodo);
     static void ordina(std::vector<LegameNoto>& legami);
 
@@ -77,7 +82,8 @@ private:
     std::unordered_set<Soggetto> registrati_;
     std::unordered_map<Soggetto, std::vector<LegameNoto>> legami_;
     std::unordered_map<NodoId, std::vector<NodoId>> figli_;
-    /// Children without a row yet, of nodes whose children are not known.
+    /// Children that the database does not give, or not in their distinta: those without a row yet, and those whose
+    /// change is only supposed.
     std::unordered_map<NodoId, std::vector<NodoId>> figliNuovi_;
 };
 

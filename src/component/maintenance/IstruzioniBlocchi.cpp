@@ -13,16 +13,6 @@ namespace {
 
 constexpr std::array<std::size_t, 3> lunghezze{10, 100, elementiPerIstruzione};
 
-template <class Id> void elenca(Statement& s, std::span<const Id> elementi) {
-    const auto lunghezza =
-        *std::find_if(lunghezze.begin(), lunghezze.end() - 1, [&](std::size_t l) { return l >= elementi.size(); });
-    for (std::size_t i = 0; i < lunghezza; ++i) {
-        if (i > 0)
-            s << ", ";
-        s.number(elementi[std::min(i, elementi.size() - 1)].numero());
-    }
-}
-
 void aggiungiColonneNodo(Statement& s) {
     s << "SELECT QZ02_ID, QZ02_ID_QZ01, QZ02_IDPARENT_QZ02, QZ02_DITTA_CG18, QZ02_TIPOCF_CG44, QZ02_CLIFOR_CG44, "
          "QZ02_DATAINIZIOVAL, QZ02_DATAFINEVAL, QZ02_CLIFORFATT_CG44, QZ02_TIPOANAGFATT, QZ02_IDSTRUTTURA_LP09, "
@@ -43,6 +33,10 @@ void aggiungiConti(Statement& s, std::int64_t ditta, TipoCF tipo, std::span<cons
 }
 
 } // namespace
+
+std::size_t lunghezzaElenco(std::size_t elementi) {
+    return *std::find_if(lunghezze.begin(), lunghezze.end() - 1, [&](std::size_t l) { return l >= elementi; });
+}
 
 std::size_t prossimoBlocco(std::size_t rimasti) {
     return std::min(rimasti, elementiPerIstruzione);

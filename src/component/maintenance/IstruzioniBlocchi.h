@@ -21,6 +21,28 @@ inline constexpr std::size_t righePerInserimento = 100;
 
 /// How many of the elements that are left go into the next list: at most elementiPerIstruzione.
 std::size_t prossimoBlocco(std::size_t rimasti);
+/// The fixed length to which a list of so many elements is filled up.
+std::size_t lunghezzaElenco(std::size_t elementi);
+
+/// Writes a list of numbers, filled up with the last one. Not empty.
+template <class Id> void elenca(contract::Statement& s, std::span<const Id> elementi) {
+    const auto lunghezza = lunghezzaElenco(elementi.size());
+    for (std::size_t i = 0; i < lunghezza; ++i) {
+        if (i > 0)
+            s << ", ";
+        s.number(elementi[i < elementi.size() ? i : elementi.size() - 1].numero());
+    }
+}
+
+/// Hands a list over in runs that fit one statement.
+template <class Elemento, class Azione> void perBlocchi(std::span<const Elemento> elementi, Azione&& azione) {
+    while (!elementi.empty()) {
+        const auto quanti = prossimoBlocco(elementi.size());
+        azione(elementi.first(quanti));
+        elementi = elementi.subspan(quanti);
+    }
+}
+
 /// How many of the rows that are left go into the next insertion: one of a few lengths, at most righePerInserimento.
 std::size_t prossimoInserimento(std::size_t rimaste);
 

@@ -86,6 +86,9 @@ enum class Esito : std::uint8_t {
 struct LegameNuovo {
     std::optional<CodiceAccount> accountPadre;
     Legame legame;
+    std::int64_t ditta = 0;
+    TipoCF tipo{0};
+    std::string guid{}; ///< under which it was written; empty where it is only supposed
 };
 
 /// A node that the walk came to.

@@ -4,6 +4,8 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
+#include <string>
 #include <string_view>
 
 namespace qz {
@@ -25,6 +27,18 @@ struct NodoDaCopiare {
     std::shared_ptr<const Facoltativi> facoltativi{}; ///< nothing where all are missing
 };
 
+/// Told of rows of QZ02_DISTINTA just before a move rewrites them with their audit columns.
+class Testimone {
+public:
+    Testimone() = default;
+    Testimone(const Testimone&) = delete;
+    Testimone& operator=(const Testimone&) = delete;
+    virtual ~Testimone() = default;
+
+    /// Not empty. What it throws comes through the move.
+    virtual void primaDiScrivere(std::span<const NodoId> nodi) = 0;
+};
+
 /// The changes that a move states. Database errors come through.
 class Scritture {
 public:
@@ -41,9 +55,22 @@ public:
     /// stays.
     virtual void chiudi(NodoId nodo, DistintaId distinta, contract::Date fine) = 0;
     /// A new link; its workflow state is the one of a link by its GUID, or the default one for an empty GUID.
-    virtual void inserisci(const NodoDaCopiare& nodo, const NuovoLegame& legame, std::string_view statoDi) = 0;
+    /// The new link's GUID; empty where it is only supposed.
+    virtual std::string inserisci(const NodoDaCopiare& nodo, const NuovoLegame& legame, std::string_view statoDi) = 0;
     /// Whatever was stated is written when this returns.
     virtual void concludi() {}
+
+    /// Who is told before rows are rewritten; null for nobody. It must outlive the move.
+    void testimone(Testimone* testimone) { testimone_ = testimone; }
+
+protected:
+    void annunciaScrittura(std::span<const NodoId> nodi) {
+        if (testimone_ != nullptr)
+            testimone_->primaDiScrivere(nodi);
+    }
+
+private:
+    Testimone* testimone_ = nullptr;
 };
 
 } // namespace qz

@@ -40,25 +40,47 @@ void Blocchi::cambiaDistinta(NodoId nodo, DistintaId da, DistintaId a) {
     if (noto == nullptr || noto->legame.distinta != da || da == a)
         return;
     if (!flusso_)
-        righe(da);
+        contaPrima(noto->ditta, da, a);
     if (const auto nota = righe_.find(da); nota != righe_.end())
         --nota->second;
     if (const auto nota = noto->ditta ? righeDitta_.find({*noto->ditta, da}) : righeDitta_.end();
         nota != righeDitta_.end())
         --nota->second;
-    righe_.erase(a);
-    std::erase_if(righeDitta_, [&](const auto& conta) { return conta.first.second == a; });
-    fatti_.cambiaDistinta(nodo, a);
+    if (flusso_) {
+        righe_.erase(a);
+        std::erase_if(righeDitta_, [&](const auto& conta) { return conta.first.second == a; });
+    } else {
+        ++righe_[a];
+        if (noto->ditta)
+            ++righeDitta_[{*noto->ditta, a}];
+    }
+    fatti_.cambiaDistinta(nodo, a, !flusso_);
     daSpostare_.push_back(nodo);
 }
 
 void Blocchi::sposta(NodoId nodo, NodoId sotto, DistintaId da, DistintaId a) {
     scrivi();
     // On a cycle the walk came to the moved node too, and it has gone over.
-    const auto* noto = fatti_.nodo(nodo);
+    const auto* noto = flusso_ ? fatti_.nodo(nodo) : conosciuto(nodo);
     const bool andato = noto != nullptr && noto->legame.distinta != da;
-    if (flusso_)
-        attese(andato ? 0 : 1, database_.Execute(istruzioneSpostaNodo(nodo, sotto, da, a, richiesta_.autore)));
+    if (!flusso_) {
+        if (noto != nullptr && !andato) {
+            conosciuto(sotto);
+            cambiaDistinta(nodo, da, a);
+            fatti_.sposta(nodo, sotto, a);
+        }
+        return;
+    }
+    annunciaScrittura({&nodo, 1});
+    attese(andato ? 0 : 1, database_.Execute(istruzioneSpostaNodo(nodo, sotto, da, a, richiesta_->autore)));
+}
+
+void Blocchi::contaPrima(std::optional<std::int64_t> ditta, DistintaId da, DistintaId a) {
+    for (const auto distinta : {da, a}) {
+        righe(distinta);
+        if (ditta)
+            righe(*ditta, distinta);
+    }
 }
 
 void Blocchi::chiudi(NodoId nodo, DistintaId distinta, contract::Date fine) {
@@ -70,14 +92,14 @@ void Blocchi::chiudi(NodoId nodo, DistintaId distinta, contract::Date fine) {
     daChiudere_.push_back(nodo);
 }
 
-void Blocchi::inserisci(const NodoDaCopiare& nodo, const NuovoLegame& legame, std::string_view statoDi) {
+std::string Blocchi::inserisci(const NodoDaCopiare& nodo, const NuovoLegame& legame, std::string_view statoDi) {
     std::string guid;
     if (flusso_) {
         auto& flusso = flusso_();
         guid = flusso.GetNewGUID();
         riportaStato(flusso, statoDi, guid);
     } else {
-        righe(legame.distinta); // before the supposed row is added to it
+        contaPrima(nodo.ditta, legame.distinta, legame.distinta);
     }
     const NodoId provvisorio(prossimoProvvisorio_++);
     fineNuovi_ = legame.fine;
@@ -93,12 +115,13 @@ void Blocchi::inserisci(const NodoDaCopiare& nodo, const NuovoLegame& legame, st
                      padreRegistrato ? soggettoPadre->ditta : 0,
                      padreRegistrato ? soggettoPadre->tipo : TipoCF(0),
                      padre != nullptr ? padre->legame.distinta : std::nullopt},
-                    legame.distinta == richiesta_.da);
+                    !flusso_ || legame.distinta == richiesta_->da);
     if (const auto nota = righe_.find(legame.distinta); nota != righe_.end())
         ++nota->second;
     if (const auto nota = righeDitta_.find({nodo.ditta, legame.distinta}); nota != righeDitta_.end())
         ++nota->second;
-    daInserire_.push_back({{nodo, std::move(guid)}, provvisorio});
+    daInserire_.push_back({{nodo, guid}, provvisorio});
+    return guid;
 }
 
 void Blocchi::concludi() {
@@ -117,7 +140,7 @@ void Blocchi::scriviDistinte() {
     for (std::span<const NodoId> nodi(daSpostare_); !nodi.empty();) {
         const auto quanti = prossimoBlocco(nodi.size());
         attese(static_cast<std::int64_t>(quanti),
-               database_.Execute(istruzioneAggiornaDistinte(nodi.first(quanti), richiesta_.da, richiesta_.a)));
+               database_.Execute(istruzioneAggiornaDistinte(nodi.first(quanti), richiesta_->da, richiesta_->a)));
         nodi = nodi.subspan(quanti);
     }
     daSpostare_.clear();
@@ -128,9 +151,10 @@ void Blocchi::scriviChiusure() {
     daChiudere_.erase(std::unique(daChiudere_.begin(), daChiudere_.end()), daChiudere_.end());
     for (std::span<const NodoId> nodi(daChiudere_); !nodi.empty();) {
         const auto quanti = prossimoBlocco(nodi.size());
+        annunciaScrittura(nodi.first(quanti));
         attese(static_cast<std::int64_t>(quanti),
-               database_.Execute(istruzioneChiudiLegami(nodi.first(quanti), richiesta_.da, richiesta_.validita->fine,
-                                                        richiesta_.autore)));
+               database_.Execute(istruzioneChiudiLegami(nodi.first(quanti), richiesta_->da, richiesta_->validita->fine,
+                                                        richiesta_->autore)));
         nodi = nodi.subspan(quanti);
     }
     daChiudere_.clear();
@@ -148,7 +172,7 @@ void Blocchi::scriviNuovi() {
         for (auto i = inizio; i < fine; ++i)
             righe.push_back(daInserire_[i].riga);
         attese(static_cast<std::int64_t>(righe.size()),
-               database_.Execute(istruzioneInserisciLegami(righe, *nuovo_, richiesta_.autore)));
+               database_.Execute(istruzioneInserisciLegami(righe, *nuovo_, richiesta_->autore)));
         inizio = fine;
     }
     if (!daInserire_.empty())

@@ -24,7 +24,7 @@ public:
     void cambiaDistinta(NodoId nodo, DistintaId da, DistintaId a) override;
     void sposta(NodoId nodo, NodoId sotto, DistintaId da, DistintaId a) override;
     void chiudi(NodoId nodo, DistintaId distinta, contract::Date fine) override;
-    void inserisci(const NodoDaCopiare& nodo, const NuovoLegame& legame, std::string_view statoDi) override;
+    std::string inserisci(const NodoDaCopiare& nodo, const NuovoLegame& legame, std::string_view statoDi) override;
 
 private:
     contract::Connection& database_;

@@ -19,17 +19,19 @@ bool Piano::rifiutato() const {
     return !senzaBlanks(messaggio).empty();
 }
 
-void sposta(Letture& letture, Scritture& scritture, const Richiesta& richiesta, Piano& piano) {
-    Cammino(letture, scritture, richiesta, piano).CiclaLivelli();
+void sposta(Letture& letture, Scritture& scritture, const Richiesta& richiesta, Piano& piano, Avanzamento avanzamento) {
+    Cammino(letture, scritture, richiesta, piano, avanzamento).CiclaLivelli();
     if (!piano.rifiutato() && !richiesta.validita)
         scritture.sposta(richiesta.nodo.id, richiesta.sotto, richiesta.da, richiesta.a);
     if (!piano.rifiutato())
         scritture.concludi();
 }
 
-Cammino::Cammino(Letture& letture, Scritture& scritture, const Richiesta& richiesta, Piano& piano)
-    : letture_(letture), scritture_(scritture), richiesta_(richiesta),
-      piano_(piano), ambito_{richiesta.ditta, richiesta.da, richiesta.a, richiesta.tipoDa, richiesta.tipoA} {
+Cammino::Cammino(Letture& letture, Scritture& scritture, const Richiesta& richiesta, Piano& piano,
+                 Avanzamento avanzamento)
+    : letture_(letture), scritture_(scritture), richiesta_(richiesta), piano_(piano),
+      avanzamento_(avanzamento), ambito_{richiesta.ditta, richiesta.da, richiesta.a, richiesta.tipoDa,
+                                         richiesta.tipoA} {
 }
 
 void Cammino::CiclaLivelli() {
@@ -164,14 +166,18 @@ void Cammino::CopiaNodo(const NodoLetto& nodo, const PadreDecodificato& padre, s
         annota(nodo, Esito::rifiutato, *motivo);
         return;
     }
-    scritture_.inserisci({padre.id, ditta, tipo, account, nodo.facoltativi},
-                         {richiesta_.a, richiesta_.parametri.stato, validita.inizio, fine}, validita.guid);
+    auto guid = scritture_.inserisci({padre.id, ditta, tipo, account, nodo.facoltativi},
+                                     {richiesta_.a, richiesta_.parametri.stato, validita.inizio, fine}, validita.guid);
     annota(nodo, Esito::siCopia);
     auto& riga = piano_.righe.back();
     // A link that ends by then is left alone, and none ends before it starts.
     if (riga.prima.fine && *riga.prima.fine > validita.fine)
         riga.dopo.fine = riga.prima.inizio && *riga.prima.inizio > validita.fine ? *riga.prima.inizio : validita.fine;
-    riga.copia = LegameNuovo{padre.account, {richiesta_.a, padre.id, validita.inizio, contract::Date::parse(fine)}};
+    riga.copia = LegameNuovo{padre.account,
+                             {richiesta_.a, padre.id, validita.inizio, contract::Date::parse(fine)},
+                             ditta,
+                             tipo,
+                             std::move(guid)};
 }
 
 std::int64_t Cammino::ContaNodiDistinta() {
@@ -188,6 +194,8 @@ void Cammino::annota(const NodoLetto& nodo, Esito esito, std::string_view motivo
     if (esito == Esito::siSposta)
         dopo.distinta = richiesta_.a;
     piano_.righe.push_back({nodo.id, nodo.account, esito, std::string(senzaFineRiga(motivo)), nodo.legame, dopo, {}});
+    if (avanzamento_.progresso != nullptr)
+        avanzamento_.progresso->reached("Spostamento", piano_.righe.size(), avanzamento_.nodi);
 }
 
 } // namespace qz

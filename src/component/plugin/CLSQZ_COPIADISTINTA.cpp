@@ -57,12 +57,18 @@ void CLSQZ_COPIADISTINTA::NodiPerBlocchi(std::int32_t value) {
         form_->stato().nodiPerBlocchi = value;
 }
 
+void CLSQZ_COPIADISTINTA::registroCambiato() {
+    if (form_)
+        form_->stato().tieneRegistro = KeepsRegistry();
+}
+
 contract::Value CLSQZ_COPIADISTINTA::ShowForm() {
     senzaErrori([&] {
         form_ = std::make_unique<FRMQZ_COPIADISTINTA>();
         form_->ActiveDll(activeDll_);
         form_->Classe(this);
         form_->stato().nodiPerBlocchi = nodiPerBlocchi_;
+        form_->stato().tieneRegistro = KeepsRegistry();
         form_->Caption(caption_.text());
         form_->Show(windowModal_);
     });

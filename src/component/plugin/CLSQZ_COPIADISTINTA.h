@@ -1,7 +1,10 @@
 #pragma once
 
+#include "component/plugin/AnteprimaPlugin.h"
 #include "component/plugin/ClasseConfronto.h"
 #include "component/plugin/ClasseVerifica.h"
+#include "component/plugin/ElenchiPlugin.h"
+#include "component/plugin/PortaRegistro.h"
 #include "contract/Cinterface.h"
 #include "contract/Host.h"
 #include "contract/MoveSettings.h"
@@ -24,7 +27,10 @@ class CLSQZ_COPIADISTINTA : public contract::PluginClass,
                             public contract::ActiveNavigator,
                             public contract::MoveSettings,
                             public ClasseVerifica,
-                            public ClasseConfronto {
+                            public ClasseConfronto,
+                            public AnteprimaPlugin,
+                            public ElenchiPlugin,
+                            public PortaRegistro {
 public:
     CLSQZ_COPIADISTINTA();
     ~CLSQZ_COPIADISTINTA() override;
@@ -108,7 +114,11 @@ public:
     void companyChanged() override;
 
     /// The main form, for tests; nothing before ShowForm().
-    FRMQZ_COPIADISTINTA* form() const { return form_.get(); }
+    FRMQZ_COPIADISTINTA* form() const override { return form_.get(); }
+
+protected:
+    contract::Cinterface& contesto() override { return *this; }
+    void registroCambiato() override;
 
 private:
     bool attivo() const;

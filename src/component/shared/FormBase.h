@@ -1,6 +1,7 @@
 #pragma once
 
 #include "contract/Host.h"
+#include "contract/Progress.h"
 #include "contract/RuntimeError.h"
 #include "contract/Value.h"
 
@@ -60,10 +61,16 @@ public:
     ///
     /// A step is one statement or one call, so that the answers mean just that; what a step does before it fails must
     /// be what may be done twice. A procedure called inside a step reports its own steps itself.
+    ///
+    /// A step whose work the user gives up leaves every procedure of the command at once, with nothing reported; the
+    /// command then says so by annullato().
     template <class Corpo> void procedura(std::string_view nome, Corpo&& corpo);
 
     /// The same for what the host raises as a consequence of the command before it: both count as one command.
     template <class Corpo> void proceduraCheSegue(std::string_view nome, Corpo&& corpo);
+
+    /// Several procedures as one command of the user.
+    template <class Corpo> void unComando(Corpo&& corpo, bool segue = false);
 
     std::shared_ptr<contract::LogClass> classeLog;
     std::shared_ptr<contract::Connection> connessione;
@@ -71,6 +78,10 @@ public:
     /// The answer to the display of a connection that was lost in the command under way; a dialog shares its caller's.
     using RispostaPerdita = std::shared_ptr<std::optional<int>>;
     RispostaPerdita rispostaPerdita = std::make_shared<std::optional<int>>();
+
+protected:
+    /// The user has given the command up: nothing of it was kept.
+    virtual void annullato() noexcept {}
 
 private:
     struct Uscita {}; // thrown by a step, caught by its procedure
@@ -108,6 +119,8 @@ public:
             try {
                 azione();
                 return;
+            } catch (const contract::Cancelled&) {
+                throw;
             } catch (const contract::RuntimeError& errore) {
                 if (!ripetere(errore))
                     return;
@@ -134,19 +147,30 @@ private:
     std::string_view procedura_;
 };
 
-template <class Corpo> void FormBase::procedura(std::string_view nome, Corpo&& corpo) {
-    const Comando comando(*this);
-    Passo passo(*this, nome);
+template <class Corpo> void FormBase::unComando(Corpo&& corpo, bool segue) {
+    const Comando comando(*this, segue);
     try {
-        corpo(passo);
-    } catch (const Uscita&) {
-        return;
+        corpo();
+    } catch (const contract::Cancelled&) {
+        if (procedureAperte_ > 1)
+            throw;
+        annullato();
     }
 }
 
+template <class Corpo> void FormBase::procedura(std::string_view nome, Corpo&& corpo) {
+    unComando([&] {
+        Passo passo(*this, nome);
+        try {
+            corpo(passo);
+        } catch (const Uscita&) {
+            return;
+        }
+    });
+}
+
 template <class Corpo> void FormBase::proceduraCheSegue(std::string_view nome, Corpo&& corpo) {
-    const Comando comando(*this, true);
-    procedura(nome, std::forward<Corpo>(corpo));
+    unComando([&] { procedura(nome, std::forward<Corpo>(corpo)); }, true);
 }
 
 } // namespace qz

@@ -2,6 +2,9 @@
 
 #include "contract/RuntimeError.h"
 
+#include <array>
+#include <ctime>
+
 namespace qz {
 
 std::string_view senzaBlanksFinali(std::string_view testo) {
@@ -35,6 +38,15 @@ contract::Date dataDelTesto(std::string_view testo) {
         throw contract::RuntimeError(contract::RuntimeError::typeMismatch,
                                      "Tipo non corrispondente: \"" + std::string(testo) + "\" non è una data.");
     return *data;
+}
+
+std::string oraDiAdesso() {
+    const std::time_t adesso = std::time(nullptr);
+    std::tm parti{};
+    localtime_r(&adesso, &parti);
+    std::array<char, 9> testo{};
+    std::strftime(testo.data(), testo.size(), "%H:%M:%S", &parti);
+    return testo.data();
 }
 
 } // namespace qz

@@ -22,4 +22,7 @@ std::string TestoDaValore(const contract::Value& valore);
 /// The day of a text "dd/mm/yyyy". Throws RuntimeError 13 for any other text.
 contract::Date dataDelTesto(std::string_view testo);
 
+/// The time of day by the clock and the time zone of this machine, "HH:MM:SS".
+std::string oraDiAdesso();
+
 } // namespace qz

@@ -29,4 +29,22 @@ std::string StatoForm::gruppo() const {
     return presente(globale().userService()).GroupCode();
 }
 
+contract::Progress* StatoForm::avanzamento() const {
+    return ospite != nullptr ? dynamic_cast<contract::Progress*>(ospite->StatusBar().get()) : nullptr;
+}
+
+void StatoForm::annullato() noexcept {
+    const auto fuoco = [](const Lato& lato) -> std::optional<std::int64_t> {
+        const auto nodo = lato.albero != nullptr ? lato.albero->focused() : contract::Node{};
+        return nodo ? std::optional(lato.albero->key(nodo)) : std::nullopt;
+    };
+    try {
+        esito = {contract::Cancelled().what(), fuoco(origine), fuoco(destinazione)};
+        if (const auto barra = ospite != nullptr ? ospite->StatusBar() : nullptr)
+            barra->setText(esito.testo);
+    } catch (const std::exception&) {
+        esito = {}; // who can not be told is not told
+    }
+}
+
 } // namespace qz

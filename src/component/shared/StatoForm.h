@@ -2,6 +2,7 @@
 
 #include "component/shared/FormBase.h"
 #include "component/shared/Lato.h"
+#include "component/shared/MODQZ_DISTINTA.h"
 #include "component/shared/NodoSpostato.h"
 #include "contract/Date.h"
 
@@ -77,8 +78,19 @@ public:
 
     /// Today, as the audit columns get it.
     std::function<contract::Date()> oggi = contract::Date::today;
+    /// The time of day, as the registry of moves gets it.
+    std::function<std::string()> ora = oraDiAdesso;
+
+    /// Whether moves and edits are written into the registry of moves.
+    bool tieneRegistro = false;
+
+    /// Where the host shows how far a long work is; null where it does not.
+    contract::Progress* avanzamento() const;
 
     Lato& lato(bool dest) { return dest ? destinazione : origine; }
+
+protected:
+    void annullato() noexcept override;
 };
 
 } // namespace qz

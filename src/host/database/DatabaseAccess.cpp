@@ -117,6 +117,28 @@ void checkTables(contract::Connection& connection, const contract::Schema& schem
         platform::odbc::checkDatabase(*server, schema);
 }
 
+contract::Schema optionalTables(const contract::Schema& schema) {
+    contract::Schema optional;
+    for (const auto& table : schema.tables)
+        if (table.isOptional)
+            optional.tables.push_back(table);
+    return optional;
+}
+
+bool hasTables(contract::Connection& connection, const contract::Schema& schema) {
+    if (auto* embedded = dynamic_cast<platform::sqlite::Connection*>(&connection))
+        return platform::sqlite::missingTables(*embedded, schema).tables.empty();
+    auto* server = dynamic_cast<platform::odbc::Connection*>(&connection);
+    return server != nullptr && platform::odbc::missingTables(*server, schema).tables.empty();
+}
+
+void addTables(contract::Connection& connection, const contract::Schema& schema) {
+    if (auto* embedded = dynamic_cast<platform::sqlite::Connection*>(&connection))
+        platform::sqlite::addTables(*embedded, platform::sqlite::missingTables(*embedded, schema));
+    else if (auto* server = dynamic_cast<platform::odbc::Connection*>(&connection))
+        platform::odbc::createTables(*server, platform::odbc::missingTables(*server, schema));
+}
+
 std::string embeddedEngineVersion() {
     return platform::sqlite::engineVersion();
 }

@@ -52,6 +52,16 @@ void readAgainWhenLost(contract::Connection& connection, const contract::Stateme
 /// Throws RuntimeError (database) that says which table or column of the schema an open database lacks.
 void checkTables(contract::Connection& connection, const contract::Schema& schema);
 
+/// The optional tables of a schema.
+contract::Schema optionalTables(const contract::Schema& schema);
+
+/// Whether an open database has these tables, each with all its columns. Throws RuntimeError (database).
+bool hasTables(contract::Connection& connection, const contract::Schema& schema);
+
+/// Makes those of these tables that an open database lacks, all or none. Throws RuntimeError (database), also where a
+/// table of the same name has other columns.
+void addTables(contract::Connection& connection, const contract::Schema& schema);
+
 /// Version of the engine of embedded databases.
 std::string embeddedEngineVersion();
 

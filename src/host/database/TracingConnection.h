@@ -32,8 +32,11 @@ public:
     void RollbackTrans() override;
     bool InTransaction() const override;
     const contract::ErrorList& Errors() const override;
+    void setCancellable(bool cancellable) noexcept override { connection_->setCancellable(cancellable); }
 
 private:
+    void prepareWriting();
+
     std::unique_ptr<contract::Connection> connection_;
     TraceLog& trace_;
 };

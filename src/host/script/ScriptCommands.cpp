@@ -1,5 +1,8 @@
 #include "host/script/ScriptCommands.h"
 
+#include "host/services/Text.h"
+#include "host/script/ScriptCancel.h"
+
 #include <QHash>
 #include <QJsonArray>
 #include <QPixmap>
@@ -33,21 +36,6 @@ void tellMissing(std::uint64_t missing, QJsonObject& reply) {
 
 } // namespace
 
-QJsonValue jsonValue(const contract::Value& value) {
-    if (value.isMissing())
-        return QJsonValue::Null;
-    if (const bool* flag = value.as<bool>())
-        return *flag;
-    if (const double* number = value.as<double>())
-        return *number;
-    if (value.isNumber()) {
-        if (const auto whole = value.integer())
-            return static_cast<qint64>(*whole);
-        return QString::fromStdString(value.text()).toDouble();
-    }
-    return QString::fromStdString(value.text());
-}
-
 ScriptCommands::Command ScriptCommands::find(const QString& verb) {
     using Self = ScriptCommands;
     static const QHash<QString, Command> commands = {
@@ -63,6 +51,7 @@ ScriptCommands::Command ScriptCommands::find(const QString& verb) {
         {QStringLiteral("state"), &Self::state},
         {QStringLiteral("trace"), &Self::trace},
         {QStringLiteral("services"), &Self::services},
+        {QStringLiteral("cancel"), &Self::cancel},
         {QStringLiteral("screenshot"), &Self::screenshot},
         {QStringLiteral("click"), &Self::click},
         {QStringLiteral("select"), &Self::select},
@@ -76,10 +65,20 @@ ScriptCommands::Command ScriptCommands::find(const QString& verb) {
         {QStringLiteral("set"), &Self::set},
         {QStringLiteral("key"), &Self::key},
         {QStringLiteral("read"), &Self::read},
+        {QStringLiteral("export"), &Self::exportTable},
+        {QStringLiteral("drag"), &Self::drag},
         {QStringLiteral("audit"), &Self::audit},
         {QStringLiteral("compare"), &Self::compare},
+        {QStringLiteral("preview"), &Self::preview},
+        {QStringLiteral("moves"), &Self::moves},
+        {QStringLiteral("registry"), &Self::registry},
+        {QStringLiteral("undo"), &Self::undo},
     };
     return commands.value(verb, nullptr);
+}
+
+void ScriptCommands::cancel(const ScriptRequest& request, QJsonObject&) {
+    ScriptCancel::request(request);
 }
 
 bool ScriptCommands::knows(const QString& verb) {
@@ -196,7 +195,7 @@ void ScriptCommands::state(const ScriptRequest&, QJsonObject& reply) {
     refuseUnlessEmpty(session_.state(values));
     QJsonObject state;
     for (const auto& [name, value] : values)
-        state.insert(QString::fromStdString(name), jsonValue(value));
+        state.insert(toQt(name), toJson(value));
     reply.insert(QStringLiteral("state"), state);
 }
 

@@ -1,21 +1,19 @@
 #pragma once
 
-#include "contract/Value.h"
 #include "host/script/ScriptRequest.h"
 #include "host/start/HostSession.h"
 #include "platform/qt/forms/Scriptable.h"
 #include "platform/qt/forms/Session.h"
 
 #include <QJsonObject>
-#include <QJsonValue>
 #include <QPointer>
 #include <QString>
 #include <QWidget>
 
 namespace host {
 
-/// The JSON form of a value: dates as "dd/mm/yyyy", missing values as null.
-QJsonValue jsonValue(const contract::Value& value);
+/// The keys that a request's "modifiers" hold down. Throws ScriptRefusal for an unknown one.
+Qt::KeyboardModifiers modifiersOf(const ScriptRequest& request);
 
 /// Carries requests out on the forms that stand on the screen and on the host.
 class ScriptCommands {
@@ -45,10 +43,16 @@ private:
     void state(const ScriptRequest& request, QJsonObject& reply);
     void trace(const ScriptRequest& request, QJsonObject& reply);
     void services(const ScriptRequest& request, QJsonObject& reply);
+    void cancel(const ScriptRequest& request, QJsonObject& reply);
     void screenshot(const ScriptRequest& request, QJsonObject& reply);
 
-    void audit(const ScriptRequest& request, QJsonObject& reply);   // ScriptAudit.cpp
-    void compare(const ScriptRequest& request, QJsonObject& reply); // ScriptCompare.cpp
+    void exportTable(const ScriptRequest& request, QJsonObject& reply); // ScriptExport.cpp
+    void drag(const ScriptRequest& request, QJsonObject& reply);        // ScriptDrag.cpp
+    void audit(const ScriptRequest& request, QJsonObject& reply);       // ScriptAudit.cpp
+    void compare(const ScriptRequest& request, QJsonObject& reply);     // ScriptCompare.cpp
+    // Moves seen before they are made, and lists of them (ScriptPreview.cpp)
+    void preview(const ScriptRequest& request, QJsonObject& reply);
+    void moves(const ScriptRequest& request, QJsonObject& reply);
 
     // On a control of the form in front (ScriptControlCommands.cpp)
     void click(const ScriptRequest& request, QJsonObject& reply);
@@ -63,6 +67,10 @@ private:
     void set(const ScriptRequest& request, QJsonObject& reply);
     void key(const ScriptRequest& request, QJsonObject& reply);
     void read(const ScriptRequest& request, QJsonObject& reply);
+
+    // On the registry of moves (ScriptRegistry.cpp)
+    void registry(const ScriptRequest& request, QJsonObject& reply);
+    void undo(const ScriptRequest& request, QJsonObject& reply);
 
     void readStatusLine(QJsonObject& reply) const;
 

@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QJsonArray>
 #include <QMenu>
+#include <QMenuBar>
 
 #include <limits>
 
@@ -74,6 +75,8 @@ bool readMenuEntry(FormWindow& form, const QString& name, QJsonObject& reply) {
     return false;
 }
 
+} // namespace
+
 Qt::KeyboardModifiers modifiersOf(const ScriptRequest& request) {
     Qt::KeyboardModifiers modifiers = Qt::NoModifier;
     const QStringList names = request.optionalTexts(QStringLiteral("modifiers"));
@@ -88,6 +91,13 @@ Qt::KeyboardModifiers modifiersOf(const ScriptRequest& request) {
             throw ScriptRefusal(QStringLiteral("tasto \"%1\" sconosciuto in \"modifiers\"").arg(name));
     }
     return modifiers;
+}
+
+/// An entry of the host's menu bar that a tool has put there.
+QAction* hostCommand(const QWidget* window, const QString& item) {
+    const auto* bar =
+        window != nullptr && item.startsWith(QLatin1String("mnu")) ? window->findChild<QMenuBar*>() : nullptr;
+    return bar != nullptr ? bar->findChild<QAction*>(item) : nullptr;
 }
 
 } // namespace
@@ -151,6 +161,19 @@ void ScriptCommands::menu(const ScriptRequest& request, QJsonObject&) {
         const QString menu = popup->menuName();
         if (!popup->choose(item))
             throw ScriptRefusal(QStringLiteral("la voce \"%1\" del menu %2 è disabilitata").arg(item, menu));
+        return;
+    }
+    if (auto* action = windowEntry(item)) {
+        if (popup != nullptr)
+            popup->dismiss();
+        refuseOverDialog();
+        if (!action->isEnabled())
+            throw ScriptRefusal(QStringLiteral("la voce \"%1\" del menu è disabilitata").arg(item));
+        action->trigger();
+    if (auto* command = hostCommand(hostWindow_, item); command != nullptr && !session_.menuEntries().contains(item)) {
+        if (!command->isEnabled())
+            throw ScriptRefusal(QStringLiteral("la voce \"%1\" della barra dei menu è disabilitata").arg(item));
+        command->trigger();
         return;
     }
     if (!session_.menuEntries().contains(item))
@@ -228,6 +251,10 @@ void ScriptCommands::read(const ScriptRequest& request, QJsonObject& reply) {
         return;
     }
 
+    if (const auto* command = hostCommand(hostWindow_, name)) {
+        insertMenuEntry(reply, command->text(), command->isVisible(), command->isEnabled());
+        return;
+    }
     if (name == QLatin1String(StatusLine::name)) {
         readStatusLine(reply);
         return;

@@ -2,6 +2,7 @@
 
 #include "contract/RuntimeError.h"
 #include "host/database/CommandWaits.h"
+#include "host/script/ScriptCancel.h"
 #include "host/start/StartFailure.h"
 #include "platform/shared/SystemReason.h"
 
@@ -133,6 +134,7 @@ void ScriptRunner::runLine(const ScriptLine& line) {
     turns_.append(&turn);
     CommandWaits::commandBegins();
     QJsonObject reply = carryOut([&] { return ScriptRequest::parse(line.text); }, turn.place);
+    ScriptCancel::lineEnds();
     collectMessages(turn);
     if (!turn.answered)
         write(std::move(reply), turn);
@@ -181,6 +183,8 @@ QJsonObject ScriptRunner::carryOut(const std::function<ScriptRequest()>& parse, 
 }
 
 void ScriptRunner::execute(const ScriptRequest& request, QJsonObject& reply) {
+    if (turns_.size() == 1)
+        ScriptCancel::lineBegins(request);
     if (request.verb() == QLatin1String("when"))
         queueSteps(request);
     else if (request.verb() == QLatin1String("quit"))

@@ -8,6 +8,7 @@
 #include "host/windows/AccountWindow.h"
 #include "platform/qt/forms/CaptionedControl.h"
 #include "platform/qt/look/Appearance.h"
+#include "platform/shared/LongWork.h"
 
 #include <utility>
 
@@ -22,6 +23,14 @@ void HostScriptService::setCanClose(bool canClose) {
 void HostStatusBar::setText(std::string_view text) {
     if (context_->statusText)
         context_->statusText(platform::qt::brief(toQt(text)));
+}
+
+void HostStatusBar::reached(std::string_view what, std::uint64_t done, std::optional<std::uint64_t> total) {
+    platform::shared::LongWork::instance().reached(what, done, total);
+}
+
+void HostStatusBar::counts(std::string_view unit) {
+    platform::shared::LongWork::instance().counts(unit);
 }
 
 int HostLogClass::ShowError(std::string_view application, std::string_view caption, std::string_view procedure,

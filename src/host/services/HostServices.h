@@ -1,6 +1,7 @@
 #pragma once
 
 #include "contract/Host.h"
+#include "contract/Progress.h"
 #include "host/services/HostContext.h"
 #include "host/services/Text.h"
 
@@ -49,10 +50,13 @@ private:
     bool canClose_ = true;
 };
 
-class HostStatusBar : public contract::StatusBar {
+/// The status line's text; also where the component's long works say how far they are.
+class HostStatusBar : public contract::StatusBar, public contract::Progress {
 public:
     explicit HostStatusBar(std::shared_ptr<HostContext> context) : context_(std::move(context)) {}
     void setText(std::string_view text) override;
+    void reached(std::string_view what, std::uint64_t done, std::optional<std::uint64_t> total) override;
+    void counts(std::string_view unit) override;
 
 private:
     std::shared_ptr<HostContext> context_;

@@ -1,5 +1,7 @@
 #include "host/services/Text.h"
 
+#include "platform/qt/look/PlainText.h"
+
 #include <QTextDocument>
 
 #include <limits>
@@ -7,7 +9,7 @@
 namespace host {
 
 QString toQt(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+    return platform::qt::text(utf8);
 }
 
 QString plainToolTip(const QString& text) {

@@ -60,6 +60,11 @@ contract::Date dayOf(const std::string& text) {
         refuse("--date vuole un giorno gg/mm/aaaa, non \"" + text + "\"");
     return *day;
 }
+constexpr std::array<std::string_view, 11> withValue = {"--database", "--odbc",  "--demo-size", "--company",
+                                                        "--user",     "--group", "--trace",     "--log",
+                                                        "--script",   "--moves", "--format"};
+constexpr std::array<std::string_view, 6> withoutValue = {"--create", "--create-demo", "--version",
+                                                          "--help",   "--dry-run",     "--apply"};
 
 template <std::size_t N> bool contains(const std::array<std::string_view, N>& names, std::string_view name) {
     return std::find(names.begin(), names.end(), name) != names.end();
@@ -124,6 +129,10 @@ private:
             line_.trace = value;
         else if (name == "--log")
             line_.log = value;
+        else if (name == "--moves")
+            line_.moves = value;
+        else if (name == "--format")
+            line_.format = formatOf(value);
         else
             takeOfTask(name, value);
     }
@@ -146,6 +155,10 @@ private:
         if (at_ + 1 >= arguments_.size() || arguments_[at_ + 1].empty() || arguments_[at_ + 1].starts_with("--"))
             refuse("--compare vuole due distinte");
         line_.compared = {first, arguments_[++at_]};
+    static CommandLine::Format formatOf(const std::string& name) {
+        if (name != "csv" && name != "json")
+            refuse("--format vuole csv o json, non \"" + name + "\"");
+        return name == "json" ? CommandLine::Format::json : CommandLine::Format::csv;
     }
 
     bool seen(const char* name) const { return seen_.contains(name); }
@@ -164,6 +177,14 @@ private:
         exclude("--create", "--create-demo");
         exclude("--script", "--create");
         exclude("--script", "--create-demo");
+        for (const char* other : {"--script", "--create", "--create-demo"})
+            exclude("--moves", other);
+        exclude("--dry-run", "--apply");
+        for (const char* option : {"--dry-run", "--apply", "--format"})
+            if (seen(option) && !seen("--moves"))
+                refuse(std::string(option) + " serve solo con --moves");
+        if (seen("--moves") && !seen("--dry-run") && !seen("--apply"))
+            refuse("--moves vuole --dry-run, che mostra, oppure --apply, che sposta");
         if (seen("--demo-size") && !seen("--create-demo"))
             refuse("--demo-size serve solo con --create-demo");
         for (const char* task : {"--check", "--compare"})
@@ -190,6 +211,9 @@ private:
         }
         if (seen(option))
             refuse(std::string(option) + " serve solo con " + names);
+        if (seen("--moves"))
+            line_.action = CommandLine::Action::moves;
+        line_.apply = seen("--apply");
     }
 
     void exclude(const char* one, const char* other) const {
@@ -216,6 +240,8 @@ distinte [CONNESSIONE] [CONTESTO]                 apre il programma in una fines
 distinte [CONNESSIONE] [CONTESTO] --script FILE   esegue uno script; - legge lo standard input
 distinte [CONNESSIONE] [CONTESTO] --check         verifica le distinte dell'azienda
 distinte [CONNESSIONE] [CONTESTO] --compare A B   confronta due distinte, ognuna per identificativo o codice
+distinte [CONNESSIONE] [CONTESTO] --moves FILE (--dry-run | --apply) [--format csv|json]
+                                                  mostra o esegue un elenco di spostamenti
 distinte [CONNESSIONE] --create                   crea le tabelle in un database vuoto
 distinte [CONNESSIONE] --create-demo              lo stesso, con le aziende dimostrative
 
@@ -243,6 +269,8 @@ Verifica e confronto
 
 Stato di uscita: 0 tutto bene, nessun rilievo, nessuna differenza; 1 una riga dello script rifiutata, --create con
 tabelle già presenti, rilievi, differenze; 2 riga di comando o script inutilizzabili; 3 database che non si apre, non è un database, non ha le tabelle o non esiste.
+Stato di uscita: 0 tutto bene; 1 una riga dello script rifiutata, uno spostamento dell'elenco rifiutato e nulla scritto,
+o --create con tabelle già presenti; 2 riga di comando, script o elenco inutilizzabili; 3 database che non si apre, non è un database, non ha le tabelle o non esiste.
 )";
 }
 

@@ -77,6 +77,7 @@ void HostSession::openDatabase() {
         std::shared_ptr<contract::Connection> connection = newConnection(context_->connectionString);
         connection->Open();
         checkTables(*connection, component_.schema());
+        hasRegistry_ = hasTables(*connection, optionalTables(component_.schema()));
         context_->connection = connection;
         context_->states = openStates(
             context_->connectionString, *connection,

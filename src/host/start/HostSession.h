@@ -1,6 +1,7 @@
 #pragma once
 
 #include "contract/Cinterface.h"
+#include "contract/MoveRegistry.h"
 #include "contract/Value.h"
 #include "host/database/TraceLog.h"
 #include "host/services/Notices.h"
@@ -85,6 +86,11 @@ public:
     std::unique_ptr<contract::PluginClass> newClass() const;
     /// The host's own connection, open, for its own windows; nothing of it is traced.
     contract::Connection& connection();
+    /// An interface that the component's class offers beside the plug-in contract; null where it offers none, or while
+    /// there is no class.
+    template <class Capability> Capability* capability() const { return dynamic_cast<Capability*>(class_.get()); }
+    /// Shows a text in the status line until the next one.
+    void say(const QString& text) { emit statusText(text); }
 
     // The class's properties, by their names in the contract (exact case)
 
@@ -100,6 +106,8 @@ public:
     std::int64_t company() const;
     /// Changes the working company and tells the form, which closes.
     void setCompany(std::int64_t company);
+    /// The side of the form that has or had the keyboard, as the component's commands name it: "Orig" or "Dest".
+    QString side() const { return side_; }
     QString user() const;
     QString group() const;
     void setUser(const QString& user, const QString& group);
@@ -123,6 +131,15 @@ public:
     static QString menuEntryCaption(const QString& name);
     bool menuEntryEnabled(const QString& name) const;
 
+    // The registry of moves
+
+    /// Whether the database has the registry's tables.
+    bool hasRegistry() const { return hasRegistry_; }
+    /// Makes them; from then on moves are written into it. Throws RuntimeError.
+    void addRegistry();
+    /// The component's; null where no form is open, and for a component without one.
+    contract::MoveRegistry* registry() const;
+
     UserDialogs& dialogs();
     ServiceJournal& journal();
     TraceLog& trace();
@@ -130,6 +147,8 @@ public:
 
 signals:
     void statusText(const QString& text);
+    /// What stands in the status line for a while; empty: the last statusText() again.
+    void statusHint(const QString& text);
     void formOpened();
     void formClosed();
     void contextChanged(); ///< company, user or group
@@ -141,6 +160,7 @@ private slots:
 private:
     void noteDatabase();
     void giveContext();
+    void keepRegistry();
     void releaseClass();
     void watchForm();
     void rememberSide(const QWidget* focused);
@@ -154,6 +174,7 @@ private:
     std::unique_ptr<contract::PluginClass> class_;
     QString side_ = QStringLiteral("Orig"); ///< as the component's commands name it
     bool modelsRegistered_ = false;
+    bool hasRegistry_ = false;
     bool showing_ = false; ///< ShowForm runs: the class must outlive it, even when a modal form has gone
 };
 

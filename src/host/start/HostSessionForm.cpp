@@ -9,6 +9,7 @@
 #include "host/services/Text.h"
 #include "host/start/ComponentLibrary.h"
 #include "host/start/HostSession.h"
+#include "host/windows/DragMoves.h"
 
 #include <QApplication>
 #include <QTimer>
@@ -79,6 +80,7 @@ QString HostSession::openForm(const QJsonObject& properties) {
     connect(qApp, &QApplication::focusChanged, this, &HostSession::focusMoved, Qt::UniqueConnection);
     try {
         giveContext();
+        keepRegistry();
     } catch (const contract::RuntimeError& error) {
         class_.reset();
         return toQt(error.description());
@@ -139,6 +141,7 @@ void HostSession::registerModels() {
     if (modelsRegistered_ || !class_ || !formOpen())
         return;
     modelsRegistered_ = true;
+    letNodesBeDragged(*formWindow(), [this](const QString& text) { emit statusHint(text); });
     const auto navigator = class_->plugin().ActiveNavigator();
     if (!navigator)
         return;

@@ -2,6 +2,8 @@
 #include "host/comparison/CompareTask.h"
 #include "host/database/DatabaseAccess.h"
 #include "host/database/DatabaseSetup.h"
+#include "host/moves/MoveFile.h"
+#include "host/moves/MoveReport.h"
 #include "host/script/ScriptReader.h"
 #include "host/script/ScriptRunner.h"
 #include "host/start/CommandLine.h"
@@ -153,7 +155,7 @@ host::SessionSettings sessionSettings(const CommandLine& line, const contract::S
     settings.group = line.group;
     settings.traceFile = QString::fromLocal8Bit(line.trace.value_or(""));
     settings.logFile = QString::fromLocal8Bit(line.log.value_or(host::defaultErrorLog().string()));
-    settings.scripted = line.action == CommandLine::Action::script;
+    settings.scripted = line.action != CommandLine::Action::window;
     return settings;
 }
 
@@ -193,6 +195,32 @@ int workForAScript(const CommandLine& line, int& argc, char** argv) {
     const int status = host::runScript(session, &window, *reader);
     reportAtEnd(session);
     return status;
+}
+
+int workOnMoves(const CommandLine& line, int& argc, char** argv) {
+    std::vector<contract::MoveLine> lines;
+    try {
+        lines = host::readMoveFile(QString::fromLocal8Bit(line.moves));
+    } catch (const contract::RuntimeError& error) {
+        throw StartFailure(ExitStatus::usage, error.description());
+    }
+    if (!isSet("QT_QPA_PLATFORM"))
+        setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    auto component = loadComponent();
+    const auto settings = sessionSettings(line, component.schema());
+    host::quietToolkit();
+    QApplication application(argc, argv);
+    dress(application);
+    host::MainWindow window(nullptr);
+    host::HostSession session(settings, component, window.area(), &window);
+    unattended(settings.connectionString, [&] { session.openDatabase(); });
+    const auto plan = host::moveLines(session, lines, line.apply);
+    std::cout << (line.format == CommandLine::Format::json ? host::planAsJsonLines(plan) : host::planAsCsv(plan))
+              << std::flush;
+    if (!plan.refused.empty())
+        report(plan.refused);
+    reportAtEnd(session);
+    return static_cast<int>(plan.refused.empty() ? ExitStatus::success : ExitStatus::refused);
 }
 
 int workForAPerson(const CommandLine& line, host::UserSettings& remembered) {
@@ -257,6 +285,8 @@ int run(int& argc, char** argv) {
         return check(line);
     case CommandLine::Action::compare:
         return workQuietly(line, [&](host::QuietWork& work) { return host::compareDistinte(work, line, std::cout); });
+    case CommandLine::Action::moves:
+        return workOnMoves(line, argc, argv);
     case CommandLine::Action::window:
         break;
     }

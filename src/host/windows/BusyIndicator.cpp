@@ -1,14 +1,29 @@
 #include "host/windows/BusyIndicator.h"
 
+#include "host/services/Text.h"
+#include "host/windows/WorkBar.h"
 #include "platform/qt/forms/CaptionedControl.h"
+#include "platform/shared/LongWork.h"
 
 #include <QAbstractButton>
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QEvent>
+#include <QLocale>
 #include <QMenu>
+#include <QResizeEvent>
+
+#include <utility>
 
 namespace host {
+
+using platform::shared::LongWork;
+
+namespace {
+
+constexpr int toldAgain = 1000; ///< milliseconds that a text of somebody else's stands at most
+
+} // namespace
 
 BusyIndicator::BusyIndicator(std::function<void(const QString&)> show, QObject* parent)
     : QObject(parent), show_(std::move(show)) {
@@ -20,6 +35,22 @@ BusyIndicator::BusyIndicator(std::function<void(const QString&)> show, QObject* 
             commandBegins();
     });
     qApp->installEventFilter(this);
+    LongWork::instance().working = [this] { working(); };
+    LongWork::instance().changed = [this] { offer(); };
+}
+
+BusyIndicator::~BusyIndicator() {
+    LongWork::instance().working = {};
+    LongWork::instance().changed = {};
+}
+
+void BusyIndicator::setSurroundings(QWidget* window, QWidget* still, QAbstractButton* cancel) {
+    window_ = window;
+    still_ = still;
+    cancel_ = cancel;
+    cancel_->hide();
+    // For who presses it by another way than the mouse.
+    connect(cancel_, &QAbstractButton::clicked, this, &BusyIndicator::giveUp);
 }
 
 void BusyIndicator::commandBegins() {
@@ -46,32 +77,103 @@ void BusyIndicator::atRest() {
     // A dialog that waits for its answer is part of the command.
     if (QApplication::activeModalWidget() == nullptr)
         name_.clear();
-    if (showing_) {
-        showing_ = false;
-        QApplication::restoreOverrideCursor();
-        show_(QString());
-    }
+    endShow();
     if (tookLong)
         dropWaitingInput();
 }
 
 void BusyIndicator::statementDone(std::uint64_t statements) {
     statements_ = statements;
-    if (command_.elapsed() < patience || (showing_ && painted_.elapsed() < repaintInterval))
+    told_.invalidate();
+    if (command_.elapsed() >= patience && (!showing_ || painted_.elapsed() >= repaintInterval))
+        show(description());
+}
+
+QString BusyIndicator::description() const {
+    const auto& step = LongWork::instance().step();
+    const auto seconds = command_.elapsed() / 1000;
+    if (LongWork::instance().cancelled())
+        return QStringLiteral("Annullamento in corso…");
+    if (step.what.empty())
+        return QStringLiteral("%1: in corso da %2 s, %3 istruzioni eseguite…")
+            .arg(name_.isEmpty() ? QStringLiteral("Elaborazione") : name_)
+            .arg(seconds)
+            .arg(statements_ - before_);
+    const QLocale italian(QLocale::Italian);
+    QString text = toQt(step.what);
+    if (step.total)
+        text += QStringLiteral(": %1 di %2").arg(italian.toString(step.done), italian.toString(*step.total));
+    else if (step.done > 0)
+        text += QStringLiteral(": ") + italian.toString(step.done);
+    if (!step.unit.empty() && (step.total || step.done > 0))
+        text += QLatin1Char(' ') + toQt(step.unit);
+    return text + QStringLiteral(", da %1 s…").arg(seconds);
+}
+
+// A work looks up from time to time.
+void BusyIndicator::working() {
+    if (!showing_ && command_.elapsed() < patience)
         return;
-    tell(QStringLiteral("%1: in corso da %2 s, %3 istruzioni eseguite…")
-             .arg(name_.isEmpty() ? QStringLiteral("Elaborazione") : name_)
-             .arg(command_.elapsed() / 1000)
-             .arg(statements_ - before_));
+    const bool others = told_.isValid() && told_.elapsed() < toldAgain;
+    if (!others && (!showing_ || painted_.elapsed() >= repaintInterval))
+        show(description());
+    if (LongWork::instance().cancellable())
+        listen();
 }
 
 void BusyIndicator::tell(const QString& text) {
+    told_.start();
+    show(text);
+}
+
+void BusyIndicator::show(const QString& text) {
+    // What is painted may read the database.
+    const LongWork::Aside aside;
     if (!showing_) {
         showing_ = true;
         QApplication::setOverrideCursor(Qt::WaitCursor);
+        auto* front = QApplication::activeModalWidget();
+        if (front == nullptr)
+            front = QApplication::activeWindow();
+        if (window_ && front != nullptr && front != window_)
+            bar_ = new WorkBar(*front);
     }
     painted_.start();
+    offer();
     show_(text);
+    if (bar_) {
+        bar_->setText(text);
+        bar_->repaint();
+    }
+}
+
+void BusyIndicator::endShow() {
+    if (!showing_)
+        return;
+    showing_ = false;
+    told_.invalidate();
+    QApplication::restoreOverrideCursor();
+    delete bar_;
+    if (pressed_)
+        pressed_->setDown(false);
+    pressed_.clear();
+    offer();
+    show_(QString());
+    if (still_ && resizedFrom_.isValid()) {
+        QResizeEvent resized(still_->size(), std::exchange(resizedFrom_, QSize()));
+        QCoreApplication::sendEvent(still_, &resized);
+    }
+}
+
+// The button stands while the display does, and serves while the work can be given up.
+void BusyIndicator::offer() {
+    const bool serves = LongWork::instance().cancellable() && !LongWork::instance().cancelled();
+    if (cancel_) {
+        cancel_->setVisible(showing_);
+        cancel_->setEnabled(serves);
+    }
+    if (bar_)
+        bar_->button()->setEnabled(serves);
 }
 
 void BusyIndicator::rememberCommand(QObject* used) {
@@ -85,6 +187,8 @@ void BusyIndicator::rememberCommand(QObject* used) {
 }
 
 bool BusyIndicator::eventFilter(QObject* watched, QEvent* event) {
+    if (listening_)
+        return hold(watched, event) || QObject::eventFilter(watched, event);
     const auto type = event->type();
     if (!showing_ && (type == QEvent::MouseButtonRelease || type == QEvent::KeyPress || type == QEvent::Shortcut))
         rememberCommand(watched);

@@ -1,7 +1,10 @@
 #include "host/windows/ListWindow.h"
 
 #include "host/script/WidgetControls.h"
+#include "host/tables/ShownRows.h"
 #include "host/windows/DialogButtons.h"
+#include "host/windows/ExportWindow.h"
+#include "host/windows/PrintWindow.h"
 #include "platform/qt/forms/InputEvents.h"
 
 #include <QHeaderView>
@@ -105,6 +108,7 @@ ListWindow::ListWindow(const QString& name, const QString& title, QWidget* paren
     auto* close = dialogButton(QStringLiteral("&Chiudi"), this);
     close->setAutoDefault(false);
     buttons_->addStretch(1);
+    addExportButtons();
     buttons_->addWidget(close);
 
     auto* layout = new QVBoxLayout(this);
@@ -137,6 +141,29 @@ void ListWindow::setTable(std::shared_ptr<const Table> table) {
     model_->setTable(std::move(table));
     applyFilters();
     fitColumns();
+}
+
+std::shared_ptr<const Table> ListWindow::shownTable() const {
+    if (!table())
+        return std::make_shared<ShownRows>(nullptr, std::vector<std::size_t>{});
+    std::vector<std::size_t> rows;
+    for (int shown = 0; shown < model_->rowCount(); ++shown)
+        rows.push_back(model_->tableRow(shown));
+    return std::make_shared<ShownRows>(table(), std::move(rows));
+}
+
+void ListWindow::addExportButtons() {
+    const auto shown = [this] { return TitledTable{shownTable(), {windowTitle(), heading()}}; };
+    auto* write = dialogButton(QStringLiteral("&Esporta…"), this);
+    auto* print = dialogButton(QStringLiteral("S&tampa…"), this);
+    for (auto* button : {write, print}) {
+        button->setAutoDefault(false);
+        buttons_->addWidget(button);
+    }
+    connect(write, &QPushButton::clicked, this, [this, shown] { ExportWindow(shown, this).run(); });
+    connect(print, &QPushButton::clicked, this, [this, shown] { PrintWindow(shown, this).run(); });
+    addControl(QStringLiteral("CMD_ESPORTA"), std::make_unique<ButtonControl>(write));
+    addControl(QStringLiteral("CMD_STAMPA"), std::make_unique<ButtonControl>(print));
 }
 
 void ListWindow::setRowFilter(std::function<bool(std::size_t)> accepts) {
@@ -185,8 +212,8 @@ void ListWindow::setCurrentRow(std::size_t row) {
 QPushButton* ListWindow::addButton(const QString& name, const QString& caption, bool primary) {
     auto* button = dialogButton(caption, this, primary);
     button->setAutoDefault(false);
-    // Before the stretch that keeps "Chiudi" at the right.
-    buttons_->insertWidget(buttons_->count() - 2, button);
+    // Before the stretch that keeps the others at the right.
+    buttons_->insertWidget(ownButtons_++, button);
     addControl(name, std::make_unique<ButtonControl>(button));
     return button;
 }

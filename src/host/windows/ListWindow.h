@@ -19,7 +19,7 @@ namespace host {
 ///
 /// Scripts know them as LBL_TITOLO, TXT_FILTRO, GRD_RIGHE and CMD_CHIUDI, besides what a window adds. Of GRD_RIGHE they
 /// read the rows that are shown; "select" with a key from 0 puts the focus on the row shown there, and the key Enter
-/// does what a double click does.
+/// does what a double click does. CMD_ESPORTA and CMD_STAMPA write and print the rows that are shown.
 class ListWindow : public HostWindow {
     Q_OBJECT
 public:
@@ -33,6 +33,8 @@ public:
     const std::shared_ptr<const Table>& table() const { return model_->table(); }
     /// Rows to be shown, besides what the text filter keeps back; every one where it is empty.
     void setRowFilter(std::function<bool(std::size_t)> accepts);
+    /// The rows that are shown, as a table of their own.
+    std::shared_ptr<const Table> shownTable() const;
     /// The table's row that has the focus.
     std::optional<std::size_t> currentRow() const;
     /// Puts the focus on a row of the table, if it is shown.
@@ -49,13 +51,15 @@ protected:
     QBoxLayout& filters() { return *filters_; }
     /// Between the list and the buttons, for what belongs to one row.
     QBoxLayout& details() { return *details_; }
-    /// A button before "Chiudi", seen by scripts under that name. primary: the one that the window is there for.
+    /// A button at the left of the others, seen by scripts under that name. primary: the one that the window is there
+    /// for.
     QPushButton* addButton(const QString& name, const QString& caption, bool primary = false);
     /// What the rows are, for a screen reader.
     void setListName(const QString& name);
     QTableView& view() { return *view_; }
 
 private:
+    void addExportButtons();
     void applyFilters();
     void fitColumns();
 
@@ -63,6 +67,7 @@ private:
     QBoxLayout* filters_;
     QBoxLayout* details_;
     QBoxLayout* buttons_;
+    int ownButtons_ = 0; ///< at the left
     QLabel* heading_;
     QLineEdit* filter_;
     QTableView* view_;

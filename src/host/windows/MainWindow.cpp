@@ -10,6 +10,7 @@
 #include "host/windows/StatusLine.h"
 #include "host/windows/ToolCommands.h"
 #include "platform/qt/look/Appearance.h"
+#include "platform/shared/LongWork.h"
 
 #include <QActionGroup>
 #include <QCloseEvent>
@@ -237,6 +238,8 @@ void MainWindow::attach(HostSession& session) {
         if (busy_ == nullptr || !busy_->showing())
             statusLine_->setText(text);
     });
+    connect(session_, &HostSession::statusHint, this,
+            [this](const QString& text) { statusLine_->setText(text.isEmpty() ? lastStatus_ : text); });
     connect(session_, &HostSession::formOpened, this, [this] {
         detailsAction_->setChecked(true);
         if (settings_ != nullptr && session_->formWindow() != nullptr) {
@@ -266,10 +269,16 @@ void MainWindow::attach(HostSession& session) {
         busy_ = new BusyIndicator(
             [this](const QString& text) {
                 statusLine_->setText(text.isEmpty() ? lastStatus_ : text);
-                // All of it: what was laid over the window meanwhile has left it blank.
-                repaint();
+                statusLine_->layout()->activate();
+                // All of it: what was laid over the window meanwhile has left it blank. Within a statement nothing that
+                // is painted may read the database.
+                if (platform::shared::LongWork::instance().withinStatement())
+                    statusLine_->repaint();
+                else
+                    repaint();
             },
             this);
+        busy_->setSurroundings(this, area_, statusLine_->cancelButton());
         session_->trace().afterFinished = [this] { busy_->statementDone(session_->trace().count()); };
     }
     showContext();

@@ -1,6 +1,7 @@
 #include "host/windows/StatusLine.h"
 
 #include "host/services/Text.h"
+#include "host/windows/WorkBar.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
@@ -26,13 +27,18 @@ int widthOf(const QLabel& label, const QString& text) {
 
 } // namespace
 
-StatusLine::StatusLine(QWidget* parent) : QWidget(parent), shown_(newLabel(this)), context_(newLabel(this)) {
+StatusLine::StatusLine(QWidget* parent)
+    : QWidget(parent), shown_(newLabel(this)), context_(newLabel(this)), cancel_(newCancelButton(this)) {
     setObjectName(QLatin1String(name));
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
     row->addWidget(shown_, 1);
+    row->addWidget(cancel_);
     row->addWidget(context_);
+    // As high as the line, which never grows: the window below it would be laid out anew.
+    cancel_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored);
+    cancel_->hide();
     // The line takes the window's width; its texts never ask for more.
     shown_->setMinimumWidth(1);
     context_->setMinimumWidth(1);
@@ -67,9 +73,10 @@ void StatusLine::setNotice(const QString& text, const QString& toolTip) {
 
 void StatusLine::arrange() {
     const int notice = notice_ == nullptr || notice_->text().isEmpty() ? 0 : widthOf(*notice_, notice_->text());
-    const bool both = widthOf(*shown_, text_) + notice + widthOf(*context_, context_->text()) <= width();
+    const int button = cancel_->isHidden() ? 0 : cancel_->sizeHint().width();
+    const bool both = widthOf(*shown_, text_) + notice + button + widthOf(*context_, context_->text()) <= width();
     context_->setVisible(both);
-    const int room = std::max(0, width() - notice - 2 * margin);
+    const int room = std::max(0, width() - notice - button - 2 * margin);
     const QString elided = both ? text_ : shown_->fontMetrics().elidedText(text_, Qt::ElideRight, room);
     shown_->setText(elided);
     shown_->setToolTip(elided == text_ ? QString() : text_);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAbstractButton>
 #include <QLabel>
 #include <QWidget>
 
@@ -18,6 +19,8 @@ public:
     void setText(const QString& text);
     const QString& text() const { return text_; }
     void setContext(const QString& text);
+    /// The button that gives up the work under way; whoever shows the work shows it.
+    QAbstractButton* cancelButton() const { return cancel_; }
     /// What the user must not forget, between the two: a few words, and the whole in the tool tip. Empty: nothing.
     void setNotice(const QString& text, const QString& toolTip);
 
@@ -31,6 +34,7 @@ private:
     QString text_;
     QLabel* shown_;
     QLabel* context_;
+    QAbstractButton* cancel_;
     QLabel* notice_ = nullptr; ///< made with the first notice
 };
 

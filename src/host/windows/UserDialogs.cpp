@@ -1,6 +1,7 @@
 #include "host/windows/UserDialogs.h"
 
 #include "contract/Host.h"
+#include "host/services/Text.h"
 #include "host/windows/DialogButtons.h"
 
 #include <QAbstractEventDispatcher>
@@ -17,10 +18,6 @@ namespace host {
 namespace message = contract::message;
 
 namespace {
-
-QString text(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
 
 // Of data-entry windows of the host only.
 constexpr int yesNoCancel = 3;
@@ -147,9 +144,9 @@ int UserDialogs::showMessage(std::string_view title, std::string_view body, int 
     const bool yesNo = buttons == message::yesNo || buttons == yesNoCancel;
     if (scripted_) {
         ShownMessage shown;
-        shown.title = text(title);
-        shown.text = text(body);
-        shown.detail = text(detail);
+        shown.title = toQt(title);
+        shown.text = toQt(body);
+        shown.detail = toQt(detail);
         shown.style = style;
         shown.answer = nextAnswer().value_or(yesNo ? message::answerNo : message::answerOk);
         shown_.push_back(shown);
@@ -157,10 +154,10 @@ int UserDialogs::showMessage(std::string_view title, std::string_view body, int 
     }
     QMessageBox box(window_);
     box.setIcon(iconOf(style));
-    box.setWindowTitle(text(title));
+    box.setWindowTitle(toQt(title));
     box.setTextFormat(Qt::PlainText);
-    box.setText(text(body).trimmed());
-    showDetail(box, text(detail));
+    box.setText(toQt(body).trimmed());
+    showDetail(box, toQt(detail));
     if (!yesNo) {
         addButton(box, QStringLiteral("OK"), QMessageBox::AcceptRole, true);
         box.exec();
@@ -187,11 +184,11 @@ int UserDialogs::showError(std::string_view caption, std::string_view procedure,
     if (scripted_) {
         ShownMessage shown;
         shown.kind = ShownMessage::Kind::error;
-        shown.caption = text(caption);
-        shown.procedure = text(procedure);
+        shown.caption = toQt(caption);
+        shown.procedure = toQt(procedure);
         shown.style = style;
         shown.number = error.number();
-        shown.description = text(error.description());
+        shown.description = toQt(error.description());
         shown.detail = whatToDo(records);
         shown.answer = nextAnswer().value_or(message::answerAbort);
         shown_.push_back(shown);
@@ -199,16 +196,16 @@ int UserDialogs::showError(std::string_view caption, std::string_view procedure,
     }
     QMessageBox box(window_);
     box.setIcon(QMessageBox::Critical);
-    box.setWindowTitle(text(caption));
+    box.setWindowTitle(toQt(caption));
     box.setTextFormat(Qt::PlainText);
-    box.setText(text(error.description()));
+    box.setText(toQt(error.description()));
     showDetail(box, whatToDo(records));
     QString details =
-        QStringLiteral("Procedura %1, errore %2.\n").arg(text(procedure), QString::number(error.number()));
+        QStringLiteral("Procedura %1, errore %2.\n").arg(toQt(procedure), QString::number(error.number()));
     for (const auto& record : records) {
-        const QString state = record.sqlState.empty() ? QString() : QStringLiteral("[%1] ").arg(text(record.sqlState));
+        const QString state = record.sqlState.empty() ? QString() : QStringLiteral("[%1] ").arg(toQt(record.sqlState));
         details +=
-            QStringLiteral("%1%2: %3\n").arg(state, QString::number(record.nativeError), text(record.description));
+            QStringLiteral("%1%2: %3\n").arg(state, QString::number(record.nativeError), toQt(record.description));
     }
     box.setDetailedText(details);
     // The box's own button for the details, as high as the others.
@@ -217,7 +214,7 @@ int UserDialogs::showError(std::string_view caption, std::string_view procedure,
     auto* abort = addButton(box, QStringLiteral("&Interrompi"), QMessageBox::RejectRole);
     auto* retry = addButton(box, QStringLiteral("&Riprova"), QMessageBox::AcceptRole);
     auto* ignore = addButton(box, QStringLiteral("I&gnora"), QMessageBox::AcceptRole);
-    const QString display = text(caption) + QChar::LineFeed + details + text(error.description());
+    const QString display = toQt(caption) + QChar::LineFeed + details + toQt(error.description());
     const bool again = display == retried_ && retries_ >= retriesByDefault;
     box.setDefaultButton(again ? abort : retry);
     box.setEscapeButton(abort);

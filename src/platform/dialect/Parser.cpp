@@ -36,6 +36,8 @@ SyntaxTree Parser::parse() {
         parseInsert(tree);
     else if (acceptWord("DELETE"))
         parseDelete(tree);
+    else if (acceptWord("SET"))
+        parseSetting(tree);
     else
         fail();
     acceptSymbol(";");
@@ -82,6 +84,15 @@ void Parser::parseInsert(SyntaxTree& tree) {
             refuse(source_, open.place, "il numero dei valori non è quello delle colonne");
         tree.rows.push_back(std::move(row));
     } while (acceptSymbol(","));
+}
+
+/// SQLite takes a key that is given without being asked first.
+void Parser::parseSetting(SyntaxTree& tree) {
+    tree.kind = SyntaxTree::Kind::nothing;
+    expectWord("IDENTITY_INSERT");
+    tree.table = parseTable(false);
+    if (!acceptWord("ON"))
+        expectWord("OFF");
 }
 
 void Parser::parseDelete(SyntaxTree& tree) {

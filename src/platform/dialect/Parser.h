@@ -21,6 +21,7 @@ private:
     void parseUpdate(SyntaxTree& tree);
     void parseInsert(SyntaxTree& tree);
     void parseDelete(SyntaxTree& tree);
+    void parseSetting(SyntaxTree& tree);
     Select parseSelect();
     SelectItem parseSelectItem();
     std::vector<OrderItem> parseOrder();

@@ -105,7 +105,13 @@ struct Assignment {
 
 /// One whole statement.
 struct SyntaxTree {
-    enum class Kind { select, update, insert, remove };
+    enum class Kind {
+        select,
+        update,
+        insert,
+        remove,
+        nothing ///< a setting of the server's that SQLite needs not
+    };
     Kind kind = Kind::select;
     Select select;                                ///< Kind::select
     TableReference table;                         ///< the others

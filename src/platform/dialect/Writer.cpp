@@ -32,6 +32,9 @@ Translation Writer::write(const SyntaxTree& tree) {
     case SyntaxTree::Kind::remove:
         writeDelete(tree);
         break;
+    case SyntaxTree::Kind::nothing:
+        out_ += "SELECT NULL WHERE 0";
+        break;
     }
     translation.text = std::move(out_);
     translation.parameters = std::move(parameters_);

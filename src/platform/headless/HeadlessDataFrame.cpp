@@ -1,7 +1,5 @@
 #include "platform/headless/HeadlessDataFrame.h"
 
-#include "contract/RuntimeError.h"
-
 #include <algorithm>
 #include <utility>
 
@@ -10,37 +8,18 @@ namespace platform::headless {
 using contract::Statement;
 using contract::Value;
 
-namespace {
-
-/// "NULL", a number bare, a date or a text between quotes.
-void writeValue(Statement& statement, const Value& value) {
-    if (value.isMissing())
-        statement << "NULL";
-    else if (const auto* date = value.as<contract::Date>())
-        (statement << "CONVERT(DateTime,'").date(*date) << "',103)";
-    else if (value.isNumber() || value.as<bool>())
-        statement.bare(value);
-    else
-        (statement << "'").text(value.text()) << "'";
-}
-
-} // namespace
-
 void HeadlessDataFrame::initialise(contract::Cinterface*& host, std::shared_ptr<contract::Connection> connection,
                                    std::shared_ptr<contract::Recordset> records, const Statement& statement,
                                    std::string_view keyField) {
     journal_->call(name() + ".initialise", {host ? "host" : "", connection ? "connection" : "",
                                             records ? "records" : "", statement.text(), std::string(keyField)});
-    connection_ = std::move(connection);
-    records_ = std::move(records);
-    statement_ = statement;
+    record_.open(std::move(connection), std::move(records), statement, keyField);
 }
 
 std::shared_ptr<contract::Recordset> HeadlessDataFrame::load(const Statement& statement,
                                                              std::shared_ptr<contract::Recordset> records) {
     journal_->call(name() + ".load", {statement.text()});
-    records_ = std::move(records);
-    return records_;
+    return record_.load(statement, std::move(records));
 }
 
 void HeadlessDataFrame::bind(std::string_view field, std::function<Value()> read,
@@ -103,32 +82,28 @@ void HeadlessDataFrame::bindField(contract::TextField& control, std::string_view
 }
 
 void HeadlessDataFrame::setTable(std::string_view table, const std::vector<std::string>& keyColumns) {
-    table_ = table;
-    keyColumns_ = keyColumns;
+    record_.setTable(table, keyColumns);
 }
 
 void HeadlessDataFrame::setDefault(std::string_view field, const Value& value) {
-    defaults_[std::string(field)] = value;
+    record_.setDefault(field, value);
 }
 
 void HeadlessDataFrame::setRecordValue(std::string_view field, const Value& value) {
-    hidden_[std::string(field)] = value;
-}
-
-Value HeadlessDataFrame::recordValue(const std::string& field) const {
-    if (records_ && records_->Row())
-        return (*records_)[field];
-    const auto value = defaults_.find(field);
-    return value == defaults_.end() ? Value::null() : value->second;
+    record_.setValue(field, value);
 }
 
 void HeadlessDataFrame::show() {
+    record_.show();
+    showRecord();
+}
+
+void HeadlessDataFrame::showRecord() {
     for (auto& binding : bindings_) {
-        binding.write(recordValue(binding.field));
+        binding.write(record_.value(binding.field));
         binding.shown = binding.read().text();
     }
-    hidden_.clear();
-    enterStatus(records_ && records_->Row() ? browsing : inserting);
+    enterStatus(record_.exists() ? browsing : inserting);
 }
 
 bool HeadlessDataFrame::changed() const {
@@ -141,66 +116,6 @@ void HeadlessDataFrame::enterStatus(int status) {
     contract::fire(ChangeStatus, status);
 }
 
-Statement HeadlessDataFrame::writing() const {
-    std::vector<std::pair<std::string, Value>> values;
-    for (const auto& [field, value] : hidden_)
-        values.emplace_back(field, value);
-    for (const auto& binding : bindings_)
-        values.emplace_back(binding.field, binding.read());
-
-    Statement statement;
-    if (status_ == inserting) {
-        (statement << "INSERT INTO ").identifier(table_) << " (";
-        for (std::size_t i = 0; i < values.size(); ++i)
-            (i == 0 ? statement : statement << ", ").identifier(values[i].first);
-        statement << ") VALUES (";
-        for (std::size_t i = 0; i < values.size(); ++i)
-            writeValue(i == 0 ? statement : statement << ", ", values[i].second);
-        return statement << ")";
-    }
-    (statement << "UPDATE ").identifier(table_) << " SET ";
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        (i == 0 ? statement : statement << ", ").identifier(values[i].first) << " = ";
-        writeValue(statement, values[i].second);
-    }
-    bool first = true;
-    const auto require = [&](const std::string& column) {
-        (std::exchange(first, false) ? statement << " WHERE " : statement << " AND ").identifier(column);
-        const auto value = recordValue(column);
-        if (value.isMissing())
-            statement << " IS NULL";
-        else
-            writeValue(statement << " = ", value);
-    };
-    for (const auto& column : keyColumns_)
-        require(column);
-    for (const auto& binding : bindings_)
-        if (records_ && records_->rows().find(binding.field))
-            require(binding.field);
-    return statement;
-}
-
-/// The row was deleted or changed since it was read: nothing was written. A changed one is shown as it is now.
-void HeadlessDataFrame::refuseStale() {
-    contract::Recordset now;
-    now.Open(statement_, *connection_);
-    const auto row = records_->Row();
-    for (; row && !now.Eof(); now.MoveNext()) {
-        const bool same = std::all_of(keyColumns_.begin(), keyColumns_.end(), [&](const std::string& column) {
-            return now[column].text() == recordValue(column).text();
-        });
-        if (!same)
-            continue;
-        for (const auto& field : now.rows().fields())
-            if (const auto column = records_->rows().find(field.name))
-                records_->SetValue(*row, *column, now[field.name]);
-        show();
-        throw contract::RuntimeError(contract::RuntimeError::invalidCall,
-                                     "Il record è stato modificato da un altro utente.");
-    }
-    throw contract::RuntimeError(contract::RuntimeError::noCurrentRecord, "Il record non c'è più.");
-}
-
 bool HeadlessDataFrame::save() {
     for (auto* date : dates_)
         if (date->mistyped()) {
@@ -211,44 +126,24 @@ bool HeadlessDataFrame::save() {
     contract::fire(BeforeUpdate, cancel);
     if (cancel)
         return false;
-    if (connection_->Execute(writing()) == 0 && status_ != inserting)
-        refuseStale();
-    keepRow();
-    hidden_.clear();
+    shared::ColumnValues values;
+    for (const auto& binding : bindings_)
+        values.emplace_back(binding.field, binding.read());
+    try {
+        record_.save(values);
+    } catch (const shared::RecordChanged&) {
+        undo();
+        throw;
+    }
     for (auto& binding : bindings_)
         binding.shown = binding.read().text();
     enterStatus(browsing);
     return true;
 }
 
-/// The record set shows what was written.
-void HeadlessDataFrame::keepRow() {
-    if (!records_)
-        return;
-    if (status_ == inserting) {
-        auto& rows = records_->fill();
-        for (std::size_t field = 0; field < rows.columnCount(); ++field)
-            rows.column(field).appendNull();
-        rows.rowDone();
-        records_->MoveTo(rows.rowCount() - 1);
-    }
-    const auto row = records_->Row();
-    if (!row)
-        return;
-    const auto keep = [&](const std::string& name, const Value& value) {
-        if (const auto field = records_->rows().find(name))
-            records_->SetValue(*row, *field, value);
-    };
-    for (const auto& [field, value] : hidden_)
-        keep(field, value);
-    for (const auto& binding : bindings_)
-        keep(binding.field, binding.read());
-}
-
 void HeadlessDataFrame::close() {
     journal_->call(name() + ".close");
-    records_.reset();
-    connection_.reset();
+    record_.close();
 }
 
 } // namespace platform::headless

@@ -2,9 +2,9 @@
 
 #include "platform/headless/HeadlessFields.h"
 #include "platform/headless/HostJournal.h"
+#include "platform/shared/EditedRecord.h"
 
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -17,7 +17,7 @@ namespace platform::headless {
 class HeadlessDataFrame : public HeadlessFrameOf<contract::DataFrame> {
 public:
     HeadlessDataFrame(std::string_view name, FormContext& context, std::shared_ptr<HostJournal> journal)
-        : HeadlessFrameOf(name, context), journal_(std::move(journal)) {}
+        : HeadlessFrameOf(name, context), journal_(std::move(journal)), record_(name) {}
 
     void initialise(contract::Cinterface*& host, std::shared_ptr<contract::Connection> connection,
                     std::shared_ptr<contract::Recordset> records, const contract::Statement& statement,
@@ -38,11 +38,11 @@ public:
     int status() const override { return status_; }
     bool changed() const override;
     bool save() override;
-    void undo() override { show(); }
+    void undo() override { showRecord(); }
     void close() override;
 
-    std::shared_ptr<contract::Recordset> records() const { return records_; }
-    std::shared_ptr<contract::Connection> connection() const { return connection_; }
+    std::shared_ptr<contract::Recordset> records() const { return record_.records(); }
+    std::shared_ptr<contract::Connection> connection() const { return record_.connection(); }
 
     // User
 
@@ -60,21 +60,12 @@ private:
     void bind(std::string_view field, std::function<contract::Value()> read,
               std::function<void(const contract::Value&)> write);
     std::function<void()> touch();
-    contract::Value recordValue(const std::string& field) const;
-    contract::Statement writing() const;
-    [[noreturn]] void refuseStale();
-    void keepRow();
+    void showRecord();
 
     std::shared_ptr<HostJournal> journal_;
-    std::shared_ptr<contract::Connection> connection_;
-    std::shared_ptr<contract::Recordset> records_;
-    contract::Statement statement_;
+    shared::EditedRecord record_;
     std::vector<Binding> bindings_;
     std::vector<HeadlessDateField*> dates_;
-    std::string table_;
-    std::vector<std::string> keyColumns_;
-    std::map<std::string, contract::Value> defaults_;
-    std::map<std::string, contract::Value> hidden_; ///< values that no control shows
     int status_ = browsing;
 };
 

@@ -5,6 +5,7 @@
 #include "platform/odbc/DataSource.h"
 #include "platform/odbc/Literals.h"
 #include "platform/odbc/Text.h"
+#include "platform/shared/LongWork.h"
 #include "platform/shared/Waiting.h"
 
 #include <algorithm>
@@ -17,6 +18,7 @@ namespace {
 
 using contract::ErrorCategory;
 using contract::RuntimeError;
+using shared::LongWork;
 
 constexpr std::string_view opening = "Apertura";
 constexpr std::string_view reopening = "Riapertura della connessione";
@@ -293,19 +295,22 @@ std::int64_t Connection::execute(std::string_view text, std::string_view operati
     }
     if (!done) {
         reset.forget();
-        fail(SQL_HANDLE_STMT, statement_.get(), operation);
+        leave(operation);
     }
     return std::max<std::int64_t>(changed, 0);
 }
 
 std::int64_t Connection::Execute(const contract::Statement& statement) {
+    LongWork::instance().check();
     checkTransactionAlive(executing);
     ready(executing);
     limitStatement(executing);
     const Measured measured;
-    if (engine_ == Engine::server)
-        return execute(statement.text(), executing);
-    return execute(translatedText(translated(statement), statement), executing);
+    const std::string text =
+        engine_ == Engine::server ? statement.text() : translatedText(translated(statement), statement);
+    std::int64_t changed = 0;
+    watched([&] { changed = execute(text, executing); });
+    return changed;
 }
 
 void Connection::runNative(std::string_view text, std::string_view operation) {
@@ -315,13 +320,14 @@ void Connection::runNative(std::string_view text, std::string_view operation) {
     ready(operation);
     limitStatement(operation);
     const Measured measured;
-    execute(text, operation);
+    watched([&] { execute(text, operation); });
     catalog_.clear();
     statements_.clear();
 }
 
 void Connection::Read(const contract::Statement& statement, contract::Snapshot& rows) {
     rows.clear();
+    LongWork::instance().check();
     ready(reading);
     limitStatement(reading);
     const Measured measured;
@@ -342,6 +348,16 @@ void Connection::readNative(std::string_view text, contract::Snapshot& rows) {
 
 void Connection::read(const std::string& text, const std::optional<std::vector<dialect::ResultColumn>>& known,
                       contract::Snapshot& rows) {
+    try {
+        watched([&] { readWhole(text, known, rows); });
+    } catch (const contract::Cancelled&) {
+        rows.clear();
+        throw;
+    }
+}
+
+void Connection::readWhole(const std::string& text, const std::optional<std::vector<dialect::ResultColumn>>& known,
+                           contract::Snapshot& rows) {
     auto fetch = isSelect(text) ? RowReader::Fetch::byBlock : RowReader::Fetch::byRow;
     for (;;) {
         Reset reset(statement_.get());
@@ -364,7 +380,7 @@ void Connection::read(const std::string& text, const std::optional<std::vector<d
             return;
         rows.clear();
         reset.forget();
-        fail(SQL_HANDLE_STMT, statement_.get(), reading);
+        leave(reading);
     }
 }
 

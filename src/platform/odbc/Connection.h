@@ -7,8 +7,11 @@
 #include "platform/odbc/Handles.h"
 #include "platform/odbc/RowReader.h"
 #include "platform/odbc/StatementCache.h"
+#include "platform/odbc/Watch.h"
 
+#include <atomic>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,6 +28,9 @@ namespace platform::odbc {
 ///
 /// A connection that is lost, or whose statement timed out, is opened again by the next command, but never within a
 /// transaction: that one is over, and everything but reading is refused until RollbackTrans().
+///
+/// While somebody listens (platform::shared::LongWork) the driver's calls run in a thread of their own, so that the
+/// user can give one up that takes long.
 class Connection : public contract::Connection {
 public:
     static constexpr int loginTimeout = 10; ///< seconds
@@ -51,6 +57,7 @@ public:
     bool InTransaction() const override { return begun_ && !ended_; }
 
     const contract::ErrorList& Errors() const override { return errors_; }
+    void setCancellable(bool cancellable) noexcept override;
 
     /// Runs one text of the engine's own language, untranslated; an error names the operation where there is one.
     /// Throws as Execute() does.
@@ -71,6 +78,10 @@ private:
     static constexpr std::string_view committing = "Conferma della transazione";
 
     [[noreturn]] void fail(SQLSMALLINT type, SQLHANDLE handle, std::string_view operation);
+    /// fail(), or Cancelled where the user gave the statement up.
+    [[noreturn]] void leave(std::string_view operation);
+    /// Carries out what the statement's handle is used for; the user may give it up meanwhile. Throws Cancelled then.
+    void watched(const std::function<void()>& call);
     void connect(std::string_view operation);
     void establish(std::string_view operation);
     void disconnect() noexcept;
@@ -85,6 +96,8 @@ private:
     bool drain();
     void read(const std::string& text, const std::optional<std::vector<dialect::ResultColumn>>& known,
               contract::Snapshot& rows);
+    void readWhole(const std::string& text, const std::optional<std::vector<dialect::ResultColumn>>& known,
+                   contract::Snapshot& rows);
     std::int64_t execute(std::string_view text, std::string_view operation);
     void endTransaction();
     bool setIsolation(std::uintptr_t level);
@@ -107,6 +120,8 @@ private:
     RowReader reader_;
     std::vector<SQLWCHAR> wideText_;
     contract::ErrorList errors_;
+    Watch watch_;
+    std::atomic<bool> givenUp_ = false; ///< the statement under way
     bool open_ = false;
     bool begun_ = false; ///< by BeginTrans(), whatever the server has done with it since
     bool ended_ = false; ///< the server has ended the transaction, or the connection is lost

@@ -25,6 +25,10 @@ std::vector<std::string_view> namesOf(const contract::Schema& schema) {
     return names;
 }
 
+bool hasColumn(const std::vector<std::string>& columns, std::string_view name) {
+    return std::any_of(columns.begin(), columns.end(), [&](const auto& have) { return dialect::sameName(have, name); });
+}
+
 } // namespace
 
 std::optional<std::vector<std::string>> columnsOf(Connection& connection, std::string_view table) {
@@ -83,18 +87,32 @@ void createTables(Connection& connection, const contract::Schema& schema,
     transaction.commit();
 }
 
+contract::Schema missingTables(Connection& connection, const contract::Schema& schema) {
+    const auto all = columnsOf(connection, namesOf(schema));
+    contract::Schema missing;
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        const auto& table = schema.tables[i];
+        const auto& columns = all[i];
+        if (!columns || !std::all_of(table.columns.begin(), table.columns.end(),
+                                     [&](const auto& column) { return hasColumn(*columns, column.name); }))
+            missing.tables.push_back(table);
+    }
+    return missing;
+}
+
 void checkDatabase(Connection& connection, const contract::Schema& schema) {
     const auto all = columnsOf(connection, namesOf(schema));
     for (std::size_t i = 0; i < all.size(); ++i) {
         const auto& table = schema.tables[i];
+        if (table.isOptional)
+            continue;
         const auto& columns = all[i];
         if (!columns)
             // A server shows nobody a table that he has no right on.
             refuse(connection, "non contiene la tabella " + std::string(table.name) +
                                    (connection.engine() == Engine::server ? ", o l'utente non la può leggere" : ""));
         for (const auto& column : table.columns)
-            if (std::none_of(columns->begin(), columns->end(),
-                             [&](const auto& have) { return dialect::sameName(have, column.name); }))
+            if (!hasColumn(*columns, column.name))
                 refuse(connection, "non contiene la colonna " + std::string(column.name) + " della tabella " +
                                        std::string(table.name));
     }

@@ -28,8 +28,12 @@ std::optional<std::string> existingTable(Connection& connection, const contract:
 void createTables(Connection& connection, const contract::Schema& schema,
                   const std::function<void(Connection&)>& fill = {});
 
+/// The tables of a schema that the database does not have, or not with all their columns. Throws RuntimeError
+/// (database).
+contract::Schema missingTables(Connection& connection, const contract::Schema& schema);
+
 /// Whether a database serves this schema: throws RuntimeError (database) that says which table or column is missing.
-/// Writes nothing.
+/// Optional tables are passed over. Writes nothing.
 void checkDatabase(Connection& connection, const contract::Schema& schema);
 
 } // namespace platform::odbc

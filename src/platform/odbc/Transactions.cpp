@@ -3,6 +3,7 @@
 
 #include "contract/RuntimeError.h"
 #include "platform/odbc/Connection.h"
+#include "platform/shared/LongWork.h"
 #include "platform/shared/Outcome.h"
 
 #include <algorithm>
@@ -61,11 +62,12 @@ bool Connection::setIsolation(std::uintptr_t level) {
 void Connection::BeginTrans() {
     if (begun_)
         throw RuntimeError(RuntimeError::invalidCall, "Una transazione è già aperta: le transazioni non si annidano.");
+    shared::LongWork::instance().check();
     ready(beginning);
     if (engine_ == Engine::sqlite)
         // With autocommit off its driver would take no lock before the first write, and two transactions that have both
         // read could not both go on.
-        execute("BEGIN IMMEDIATE", beginning);
+        watched([&] { execute("BEGIN IMMEDIATE", beginning); });
     // For the transaction alone: what is read outside of one need not lock ranges.
     else if (!setIsolation(SQL_TXN_SERIALIZABLE) || !setAutocommit(false)) {
         try {
@@ -85,6 +87,7 @@ void Connection::CommitTrans() {
     ready(committing);
     if (!begun_)
         platform::odbc::fail(errors_, ErrorCategory::other, "nessuna transazione è aperta", committing, name_);
+    const shared::LongWork::Aside aside;
     if (engine_ == Engine::sqlite)
         execute("COMMIT", committing);
     else if (!SQL_SUCCEEDED(SQLEndTran(SQL_HANDLE_DBC, database_.get(), SQL_COMMIT)))

@@ -1,5 +1,7 @@
 #include "platform/sqlite/BusyWait.h"
 
+#include "platform/shared/LongWork.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -80,6 +82,8 @@ bool BusyWait::wait(int tries) {
         waiting.operationWaits();
         waited_ = told_ = Waiting::Time(0);
     }
+    if (shared::LongWork::instance().stops(true))
+        return false;
     const auto left = waiting.left(longest_);
     if (left.count() == 0)
         return false;

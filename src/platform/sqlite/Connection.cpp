@@ -1,6 +1,7 @@
 #include "platform/sqlite/Connection.h"
 
 #include "contract/RuntimeError.h"
+#include "platform/shared/LongWork.h"
 #include "platform/shared/Outcome.h"
 #include "platform/shared/SystemReason.h"
 #include "platform/sqlite/Binder.h"
@@ -17,6 +18,7 @@ namespace {
 
 using contract::ErrorCategory;
 using contract::RuntimeError;
+using shared::LongWork;
 
 constexpr std::string_view opening = "Apertura";
 constexpr std::string_view reading = "Lettura";
@@ -24,6 +26,9 @@ constexpr std::string_view executing = "Esecuzione dell'istruzione";
 constexpr std::string_view beginning = "Apertura della transazione";
 constexpr std::string_view committing = "Conferma della transazione";
 constexpr std::string_view rollingBack = "Annullamento della transazione";
+
+/// Steps of SQLite's own machine between two looks at the user: well below a millisecond.
+constexpr int stepsBetweenLooks = 5000;
 
 std::string pragmaText(sqlite3* database, const char* pragma) {
     sqlite3_stmt* raw = nullptr;
@@ -103,6 +108,7 @@ void Connection::openFile() {
 
 void Connection::configure(int busyWait) {
     busyWait_.attach(database_.get(), file_, busyWait);
+    sqlite3_progress_handler(database_.get(), stepsBetweenLooks, &Connection::onProgress, nullptr);
     // EXTRA is FULL, and also makes the deletion of the journal durable, which is the moment of the commit.
     runNative("PRAGMA cache_size = -65536; PRAGMA temp_store = MEMORY; PRAGMA foreign_keys = OFF; "
               "PRAGMA synchronous = EXTRA");
@@ -134,6 +140,24 @@ void Connection::fail(int code, std::string_view operation) {
     platform::sqlite::fail(errors_, database_.get(), code, operation, file_);
 }
 
+// Where the user gave up, the engine ends the statement, or the wait for a lock, with a code of its own.
+void Connection::leave(int code, std::string_view operation) {
+    if (LongWork::instance().cancelled())
+        throw contract::Cancelled();
+    fail(code, operation);
+}
+
+int Connection::onProgress(void*) {
+    return LongWork::instance().stops(true) ? 1 : 0;
+}
+
+void Connection::setCancellable(bool cancellable) noexcept {
+    if (cancellable)
+        LongWork::instance().begin();
+    else
+        LongWork::instance().end();
+}
+
 void Connection::checkOpen(std::string_view operation) {
     if (!IsOpen())
         platform::sqlite::fail(errors_, ErrorCategory::lostConnection, "la connessione non è aperta", operation, file_);
@@ -161,6 +185,8 @@ PreparedStatement& Connection::prepare(const contract::Statement& statement, std
         return *prepared;
     dialect::Translation translation;
     try {
+        // A table that was left half read would be none.
+        const LongWork::Aside aside;
         translation = dialect::Translator(catalog_).translate(statement);
     } catch (const dialect::TranslationError& error) {
         errors_.assign(1, {"42000", 0, error.description(), ErrorCategory::syntax});
@@ -173,7 +199,7 @@ PreparedStatement& Connection::prepare(const contract::Statement& statement, std
     auto prepared = std::make_unique<PreparedStatement>();
     prepared->handle.reset(raw);
     if (code != SQLITE_OK)
-        fail(code, operation);
+        leave(code, operation);
     prepared->shape = statement.withoutValues();
     prepared->parameters = std::move(translation.parameters);
     prepared->scratch.resize(prepared->parameters.size());
@@ -194,6 +220,7 @@ void Connection::bind(PreparedStatement& prepared, const contract::Statement& st
 }
 
 std::int64_t Connection::Execute(const contract::Statement& statement) {
+    LongWork::instance().check();
     checkOpen(executing);
     checkInPlace(executing);
     checkTransactionAlive(executing);
@@ -204,12 +231,13 @@ std::int64_t Connection::Execute(const contract::Statement& statement) {
     while (code == SQLITE_ROW)
         code = sqlite3_step(prepared.handle.get());
     if (code != SQLITE_DONE)
-        fail(code, executing);
+        leave(code, executing);
     return sqlite3_stmt_readonly(prepared.handle.get()) ? 0 : sqlite3_changes64(database_.get());
 }
 
 void Connection::Read(const contract::Statement& statement, contract::Snapshot& rows) {
     rows.clear();
+    LongWork::instance().check();
     checkOpen(reading);
     checkInPlace(reading);
     PreparedStatement& prepared = prepare(statement, reading);
@@ -219,10 +247,11 @@ void Connection::Read(const contract::Statement& statement, contract::Snapshot& 
     if (code == SQLITE_DONE)
         return;
     rows.clear();
-    fail(code, reading);
+    leave(code, reading);
 }
 
 void Connection::BeginTrans() {
+    LongWork::instance().check();
     checkOpen(beginning);
     if (InTransaction())
         throw RuntimeError(RuntimeError::invalidCall, "Una transazione è già aperta: le transazioni non si annidano.");
@@ -233,7 +262,7 @@ void Connection::BeginTrans() {
     // The write lock is taken at once: two moves cannot both read first and then wait for each other.
     const int code = sqlite3_exec(database_.get(), "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
     if (code != SQLITE_OK)
-        fail(code, beginning);
+        leave(code, beginning);
     begun_ = true;
 }
 
@@ -242,6 +271,7 @@ void Connection::CommitTrans() {
     checkTransactionAlive(committing);
     if (!InTransaction())
         platform::sqlite::fail(errors_, ErrorCategory::other, "nessuna transazione è aperta", committing, file_);
+    const LongWork::Aside aside;
     const int code = sqlite3_exec(database_.get(), "COMMIT", nullptr, nullptr, nullptr);
     if (code != SQLITE_OK)
         fail(code, committing);
@@ -252,6 +282,7 @@ void Connection::RollbackTrans() {
     begun_ = false;
     if (!InTransaction())
         return;
+    const LongWork::Aside aside;
     const int code = sqlite3_exec(database_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
     if (code != SQLITE_OK && InTransaction())
         fail(code, rollingBack);

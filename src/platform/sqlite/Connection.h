@@ -46,6 +46,7 @@ public:
     bool InTransaction() const override;
 
     const contract::ErrorList& Errors() const override { return errors_; }
+    void setCancellable(bool cancellable) noexcept override;
 
     /// Runs one text of SQLite's own language, for tables and indexes. Throws as Execute() does.
     void runNative(const std::string& text);
@@ -68,6 +69,9 @@ private:
     void checkOpen(std::string_view operation);
     void checkInPlace(std::string_view operation);
     void checkTransactionAlive(std::string_view operation);
+    /// What a code says that a statement was left with: Cancelled where the user gave it up, else as fail().
+    [[noreturn]] void leave(int code, std::string_view operation);
+    static int onProgress(void*);
     PreparedStatement& prepare(const contract::Statement& statement, std::string_view operation);
     void bind(PreparedStatement& prepared, const contract::Statement& statement, std::string_view operation);
 

@@ -60,6 +60,24 @@ private:
     bool made_ = false;
 };
 
+void makeTables(Connection& connection, const contract::Schema& schema) {
+    for (const auto& table : schema.tables)
+        if (connection.catalog().columns(table.name))
+            refuse(connection.file(), "contiene già la tabella " + std::string(table.name));
+    for (const auto& text : dialect::createStatements(schema, dialect::Engine::sqlite))
+        connection.runNative(text);
+}
+
+bool hasColumn(const dialect::Catalog::Columns& columns, std::string_view name) {
+    return std::any_of(columns.begin(), columns.end(),
+                       [&](const auto& have) { return dialect::sameName(have.name, name); });
+}
+
+bool hasColumns(const dialect::Catalog::Columns& columns, const contract::TableDef& table) {
+    return std::all_of(table.columns.begin(), table.columns.end(),
+                       [&](const auto& column) { return hasColumn(columns, column.name); });
+}
+
 } // namespace
 
 void createDatabase(const std::string& path, const contract::Schema& schema,
@@ -68,11 +86,7 @@ void createDatabase(const std::string& path, const contract::Schema& schema,
     Connection connection(connectionStringOf(path));
     connection.Open();
     contract::Transaction transaction(connection);
-    for (const auto& table : schema.tables)
-        if (connection.catalog().columns(table.name))
-            refuse(path, "contiene già la tabella " + std::string(table.name));
-    for (const auto& text : dialect::createStatements(schema, dialect::Engine::sqlite))
-        connection.runNative(text);
+    makeTables(connection, schema);
     if (fill)
         fill(connection);
     transaction.commit();
@@ -87,15 +101,32 @@ void checkDatabase(const std::string& path, const contract::Schema& schema) {
 
 void checkDatabase(Connection& connection, const contract::Schema& schema) {
     for (const auto& table : schema.tables) {
+        if (table.isOptional)
+            continue;
         const auto* columns = connection.catalog().columns(table.name);
         if (!columns)
             refuse(connection.file(), "non contiene la tabella " + std::string(table.name));
         for (const auto& column : table.columns)
-            if (std::none_of(columns->begin(), columns->end(),
-                             [&](const auto& have) { return dialect::sameName(have.name, column.name); }))
+            if (!hasColumn(*columns, column.name))
                 refuse(connection.file(), "non contiene la colonna " + std::string(column.name) + " della tabella " +
                                               std::string(table.name));
     }
+}
+
+contract::Schema missingTables(Connection& connection, const contract::Schema& schema) {
+    contract::Schema missing;
+    for (const auto& table : schema.tables) {
+        const auto* columns = connection.catalog().columns(table.name);
+        if (columns == nullptr || !hasColumns(*columns, table))
+            missing.tables.push_back(table);
+    }
+    return missing;
+}
+
+void addTables(Connection& connection, const contract::Schema& schema) {
+    contract::Transaction transaction(connection);
+    makeTables(connection, schema);
+    transaction.commit();
 }
 
 void makeEmptyFile(const std::string& path) {

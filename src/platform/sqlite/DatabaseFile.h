@@ -19,11 +19,18 @@ void createDatabase(const std::string& path, const contract::Schema& schema,
                     const std::function<void(Connection&)>& fill = {});
 
 /// Whether a file serves as a database of this schema: throws RuntimeError (database) that says which table or column
-/// is missing, or why the file is no database. Writes nothing.
+/// is missing, or why the file is no database. Optional tables are passed over. Writes nothing.
 void checkDatabase(const std::string& path, const contract::Schema& schema);
 
 /// The same for a connection that is open.
 void checkDatabase(Connection& connection, const contract::Schema& schema);
+
+/// The tables of a schema that an open database does not have, or not with all their columns.
+contract::Schema missingTables(Connection& connection, const contract::Schema& schema);
+
+/// Makes the schema's tables in an open database, outside of a transaction: all of them or none. Throws RuntimeError
+/// (database), also where there is one of them.
+void addTables(Connection& connection, const contract::Schema& schema);
 
 /// Makes an empty file for its owner alone. Throws RuntimeError (database), also where there is one already.
 void makeEmptyFile(const std::string& path);

@@ -42,8 +42,9 @@ struct Script {
     /// Decides about a call that is no statement ("connect", "disconnect", "autocommit off", "autocommit on", "commit",
     /// "rollback"): with records it fails. Where there is none, the failures above hold.
     std::function<std::vector<Diagnostic>(const std::string& call)> served;
-    std::vector<std::string> calls; ///< "connect", "disconnect", a statement's text, "autocommit off", "commit", ...
-    std::vector<int> fetchSizes;    ///< rows that each fetch asked for
+    std::vector<std::string> calls;  ///< "connect", "disconnect", a statement's text, "autocommit off", "commit", ...
+    std::vector<int> fetchSizes;     ///< rows that each fetch asked for
+    std::function<void()> cancelled; ///< a statement is to be cancelled; called from another thread than its own
     std::string connectionString;
     std::size_t loginTimeout = 0;
     std::size_t queryTimeout = 0;

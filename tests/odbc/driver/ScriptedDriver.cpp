@@ -249,6 +249,12 @@ SQLRETURN SQL_API SQLExecDirectW(SQLHSTMT handle, SQLWCHAR* text, SQLINTEGER len
     return execute(statementOf(handle), ascii(text, length));
 }
 
+SQLRETURN SQL_API SQLCancel(SQLHSTMT) {
+    if (script().cancelled)
+        script().cancelled();
+    return SQL_SUCCESS;
+}
+
 SQLRETURN SQL_API SQLNumResultCols(SQLHSTMT handle, SQLSMALLINT* count) {
     const auto& statement = statementOf(handle);
     *count = statement.open ? static_cast<SQLSMALLINT>(statement.answer.columns.size()) : SQLSMALLINT{0};

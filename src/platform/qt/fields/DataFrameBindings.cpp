@@ -3,7 +3,7 @@
 #include "contract/RuntimeError.h"
 #include "contract/TypedDate.h"
 #include "platform/qt/fields/DataFrameControl.h"
-#include "platform/qt/tree/ColumnTypes.h"
+#include "platform/shared/ColumnTypes.h"
 
 namespace platform::qt {
 
@@ -11,6 +11,8 @@ using contract::Date;
 using contract::FieldType;
 using contract::RuntimeError;
 using contract::Value;
+using shared::holdsDate;
+using shared::holdsNumber;
 
 namespace {
 
@@ -98,12 +100,12 @@ void DataFrameControl::bindField(contract::TextField& control, std::string_view 
 }
 
 Value DataFrameControl::textValue(const std::string& field, const std::string& content) const {
-    const auto column = records_ ? records_->rows().find(field) : std::nullopt;
-    const FieldType type = column ? records_->rows().fields()[*column].type : FieldType::varWChar;
+    const auto column = records() ? records()->rows().find(field) : std::nullopt;
+    const FieldType type = column ? records()->rows().fields()[*column].type : FieldType::varWChar;
     if (content.empty() || (!holdsDate(type) && holdsNumber(type) && trimmed(content).empty()))
         return Value::null();
     if (holdsDate(type)) {
-        const auto stood = records_->Empty() ? std::nullopt : (*records_)[field].date();
+        const auto stood = records()->Empty() ? std::nullopt : (*records())[field].date();
         return dateValue(field, content, contract::typedOver(Date::parse(content), stood).has_value());
     }
     if (!holdsNumber(type))

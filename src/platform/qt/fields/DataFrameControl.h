@@ -3,7 +3,7 @@
 #include "contract/Fields.h"
 #include "platform/qt/fields/FieldControls.h"
 #include "platform/qt/forms/Surfaces.h"
-#include "platform/shared/RecordStatements.h"
+#include "platform/shared/EditedRecord.h"
 
 #include <QObject>
 
@@ -50,7 +50,7 @@ public:
     // For the navigator
 
     /// Nothing without rows.
-    const contract::Recordset* records() const { return records_.get(); }
+    const contract::Recordset* records() const { return record_.records().get(); }
     /// Shows the record of that row, counted from 0.
     void showRow(std::size_t row);
     /// Shows a new record with the defaults.
@@ -58,12 +58,12 @@ public:
     /// Deletes the record shown and reads the rows again.
     void deleteRecord();
     /// The database's records of the last failure.
-    contract::ErrorList errors() const;
+    contract::ErrorList errors() const { return record_.errors(); }
 
     QJsonObject read() const override;
 
     /// The fields hold a record that is not in the table yet.
-    bool showsNew() const { return !existing_; }
+    bool showsNew() const { return !record_.exists(); }
     /// For the navigator of the frame: the status was set, perhaps on another record.
     std::function<void()> statusChanged;
 
@@ -82,30 +82,17 @@ private:
     contract::Value textValue(const std::string& field, const std::string& content) const;
 
     // DataFrameControl.cpp: the record
+    void showRecord();
     void fill();
     void setStatus(int status);
     void followEdit();
-    shared::ColumnValues valuesToWrite() const;
-    shared::ColumnValues recordAsRead() const;
     /// The first field in which the user typed what is no date; nothing where there is none.
     contract::DateField* mistypedDate() const;
-    [[noreturn]] void refuseStale();
-    void keepWritten(const shared::ColumnValues& values);
-    void appendRecord(const shared::ColumnValues& values);
-    contract::Connection& connection() const;
 
-    std::shared_ptr<contract::Connection> connection_;
-    std::shared_ptr<contract::Recordset> records_;
-    contract::Statement statement_;
-    std::vector<std::string> keyColumns_;
-    std::string table_;
-    std::map<std::string, contract::Value, std::less<>> defaults_;
-    shared::ColumnValues recordValues_;
+    shared::EditedRecord record_;
     std::vector<Binding> bindings_;
     std::vector<contract::DateField*> dates_;
     std::vector<EditSource*> sources_;
-    shared::ColumnValues key_; ///< of the record shown
-    bool existing_ = false;    ///< the record shown is one of the database
     bool filling_ = false;
     int status_ = browsing;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/qt/forms/QtControl.h"
+#include "platform/qt/look/PlainText.h"
 
 #include <QJsonObject>
 #include <QString>
@@ -9,8 +10,6 @@
 #include <string_view>
 
 namespace platform::qt {
-
-QString text(std::string_view utf8);
 
 /// A text as it is drawn in one line: of more than a thousand characters only the beginning, since measuring and
 /// cutting a text takes time with its length.

@@ -19,10 +19,6 @@ QAccessibleInterface* describePane(const QString& className, QObject* object) {
 
 } // namespace
 
-QString text(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
-
 QString brief(const QString& whole) {
     constexpr qsizetype most = 1000;
     return whole.size() <= most ? whole : whole.left(most) + QStringLiteral("…");

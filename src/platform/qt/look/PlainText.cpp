@@ -40,6 +40,10 @@ public:
 
 } // namespace
 
+QString text(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
 QString letters(const QString& text) {
     if (!Qt::mightBeRichText(text))
         return text;

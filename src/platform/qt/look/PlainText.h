@@ -2,9 +2,14 @@
 
 #include <QString>
 
+#include <string_view>
+
 class QWidget;
 
 namespace platform::qt {
+
+/// UTF-8 to a text of the toolkit.
+QString text(std::string_view utf8);
 
 /// A text for a place where Qt would take it for HTML when it looks like it, above all tool tips: shown there letter by
 /// letter. Every text that is not this program's own goes through it; one that can not be taken for HTML stays as it

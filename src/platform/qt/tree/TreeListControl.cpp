@@ -1,6 +1,7 @@
 #include "platform/qt/tree/TreeListControl.h"
 
 #include "contract/RuntimeError.h"
+#include "platform/qt/look/PlainText.h"
 #include "platform/qt/tree/TreeHeader.h"
 
 #include <algorithm>
@@ -13,14 +14,6 @@ using contract::Node;
 using contract::RuntimeError;
 using contract::TreeColumnKind;
 using contract::Value;
-
-namespace {
-
-QString text(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
-
-} // namespace
 
 TreeListControl::TreeListControl(std::string_view name, QWidget* parent)
     : QtControl(name, new TreeView(parent)), view_(static_cast<TreeView*>(widget_.data())), model_(&view_->nodes()) {

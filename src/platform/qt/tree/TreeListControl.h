@@ -77,6 +77,10 @@ public:
     std::optional<contract::Rect> cell(contract::Node node, std::string_view column) const override;
     void update() override;
 
+    TreeView& view() const { return *view_; }
+    /// Asks for the texts of unbound columns that are still missing, of all nodes in one call a column.
+    void fetchAllTexts();
+
     /// Widths that the user gave to columns, by their names, in pixels at 8 points.
     std::map<QString, double> columnWidths() const;
     /// Gives these columns their widths and takes the user's from the others.

@@ -22,13 +22,24 @@ void send(QWidget* target, QEvent::Type type, QPoint point, Qt::MouseButton butt
     QCoreApplication::sendEvent(target, &event);
 }
 
+std::vector<std::int32_t> allPositions(const TreeModel& model) {
+    std::vector<std::int32_t> all(static_cast<std::size_t>(model.count()));
+    std::iota(all.begin(), all.end(), 0);
+    return all;
+}
+
 } // namespace
+
+void TreeListControl::fetchAllTexts() {
+    for (int column = 0; column < model_->columnCount(); ++column)
+        if (model_->column(column).kind == TreeColumnKind::state)
+            model_->fetchTexts(column, allPositions(*model_));
+}
 
 QJsonObject TreeListControl::read() const {
     QJsonArray columns;
     std::vector<QString> names;
-    std::vector<std::int32_t> all(static_cast<std::size_t>(model_->count()));
-    std::iota(all.begin(), all.end(), 0);
+    const auto all = allPositions(*model_);
     for (std::size_t at = 0; at < model_->columns().size(); ++at) {
         const auto& column = model_->columns()[at];
         names.push_back(QString::fromStdString(column.name));

@@ -206,7 +206,7 @@ QString TreeModel::text(std::int32_t position, int column) const {
     if (cells.storage() == contract::Column::Storage::text) {
         const auto characters = cells.text(row(position));
         if (!characters.empty())
-            return QString::fromUtf8(characters.data(), static_cast<qsizetype>(characters.size()));
+            return qt::text(characters);
     }
     return QString::fromStdString(cells.value(row(position)).text());
 }

@@ -356,7 +356,8 @@ void TreeView::resizeEvent(QResizeEvent* event) {
 void TreeView::reset() {
     hovered_ = pressed_ = {};
     ++contents_;
-    editing_ = edited_ = -1;
+    editing_ = edited_ = dropMark_ = -1;
+    cutMark_.reset();
     QTreeView::reset();
 }
 

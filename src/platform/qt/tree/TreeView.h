@@ -5,6 +5,7 @@
 
 #include <QTreeView>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -105,6 +106,20 @@ public:
     QString path(std::int32_t position) const;
     std::vector<std::int32_t> visiblePositions() const;
 
+    // Nodes that are moved by hand (NodeDrag)
+
+    /// Whether a press at that point of the viewport takes hold of a row, not of its button or its check box.
+    bool takesHold(QPoint point) const;
+    /// Frames the row on which a node would be dropped; -1 for none.
+    void setDropMark(std::int32_t position);
+    /// Marks the node that was cut, by its key; nothing for none. A new content has none.
+    void setCutMark(std::optional<std::int64_t> key);
+    std::optional<std::int64_t> cutMark() const { return cutMark_; }
+    /// Opens a closed node as its button does; its row stays at its height.
+    void openBranch(std::int32_t position);
+    /// Code and texts of a node, in one line.
+    QString nameOf(std::int32_t position) const;
+
     /// Opens the editor of the focused cell, if it has one.
     bool editFocused();
     /// Of a cell that is open; nothing when none is.
@@ -181,7 +196,7 @@ private:
     int levelsDrawn() const;
     int indent(std::int32_t position) const;
     int codeWidth() const;
-    QString nameOf(std::int32_t position) const;
+    void paintMarks(QPainter& painter, const QRect& row, std::int32_t position) const;
     int preferredWidth(int column) const;
     /// What a column can do without while its text and its caption still stand in full, in pixels.
     int spareWidth(int column) const;
@@ -214,6 +229,8 @@ private:
     qint64 searchedAt_ = 0;
     std::int32_t editing_ = -1;
     std::int32_t edited_ = -1;
+    std::int32_t dropMark_ = -1;
+    std::optional<std::int64_t> cutMark_;
 };
 
 } // namespace platform::qt

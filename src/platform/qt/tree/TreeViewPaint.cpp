@@ -48,6 +48,7 @@ void TreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& option, co
         painter->restore();
     }
     painter->fillRect(QRect(row.left(), row.bottom(), row.width(), 1), palette_.line);
+    paintMarks(*painter, row, position);
 }
 
 void TreeView::drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const {

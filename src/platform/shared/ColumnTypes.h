@@ -2,7 +2,7 @@
 
 #include "contract/Snapshot.h"
 
-namespace platform::qt {
+namespace platform::shared {
 
 /// Whether a column of that type holds days.
 bool holdsDate(contract::FieldType type);
@@ -13,4 +13,4 @@ bool holdsNumber(contract::FieldType type);
 /// Whether a database can compare a column of that type with a literal for equality.
 bool comparable(contract::FieldType type);
 
-} // namespace platform::qt
+} // namespace platform::shared

@@ -1,6 +1,6 @@
-#include "platform/qt/tree/ColumnTypes.h"
+#include "platform/shared/ColumnTypes.h"
 
-namespace platform::qt {
+namespace platform::shared {
 
 using contract::FieldType;
 
@@ -40,4 +40,4 @@ bool comparable(FieldType type) {
     }
 }
 
-} // namespace platform::qt
+} // namespace platform::shared
