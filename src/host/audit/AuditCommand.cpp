@@ -4,6 +4,7 @@
 #include "host/audit/AuditWindow.h"
 #include "host/start/HostSession.h"
 #include "host/windows/NodePlace.h"
+#include "host/windows/WorkProgress.h"
 
 #include <QAction>
 
@@ -14,8 +15,8 @@ AuditResult showAudit(HostSession& session, QWidget* window) {
     const auto audit = [&]() -> AuditResult {
         if (!component)
             throw contract::RuntimeError(contract::RuntimeError::objectNotSet, "Il componente non si lascia creare.");
-        NoProgress nobody;
-        return auditDistinte(*component, session.connection(), session.company(), nobody);
+        WorkProgress work("legami");
+        return auditDistinte(*component, session.connection(), session.company(), work);
     };
     AuditWindow shown(session.company(), audit, window);
     shown.refresh();

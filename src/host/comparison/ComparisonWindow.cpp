@@ -1,11 +1,11 @@
 #include "host/comparison/ComparisonWindow.h"
 
 #include "contract/RuntimeError.h"
-#include "host/audit/Audits.h"
 #include "host/comparison/ComparisonTable.h"
 #include "host/script/ChoiceControls.h"
 #include "host/script/ComboControl.h"
 #include "host/services/Text.h"
+#include "host/windows/WorkProgress.h"
 
 #include <QGuiApplication>
 #include <QSignalBlocker>
@@ -80,10 +80,10 @@ ComparisonWindow::ComparisonWindow(Comparisons& comparisons, contract::ComparedD
 }
 
 std::shared_ptr<const contract::ComparisonReport> ComparisonWindow::ask(contract::Date day) {
-    NoProgress nobody;
+    WorkProgress work;
     if (chosenView() == View::differences)
-        return comparisons_.compare(left_.id, right_.id, day, nobody);
-    return comparisons_.treeOn(chosenView() == View::left ? left_.id : right_.id, day, nobody);
+        return comparisons_.compare(left_.id, right_.id, day, work);
+    return comparisons_.treeOn(chosenView() == View::left ? left_.id : right_.id, day, work);
 }
 
 QString ComparisonWindow::describe(contract::Date day) const {
