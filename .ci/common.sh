@@ -24,12 +24,9 @@ need_packages() {
 }
 
 build_packages=(g++ cmake ninja-build qt6-base-dev libgl-dev libsqlite3-dev unixodbc-dev libxlsxwriter-dev libminizip-dev
-    nlohmann-json3-dev libgtest-dev fonts-inter)
+    libcsv-dev nlohmann-json3-dev libgtest-dev fonts-inter)
 # Drivers that the tests open connections through, the letters that a table is compared with, and what reads exported
 # files back. (libreoffice-calc-nogui, where it is there, opens the sheets in a spreadsheet program.)
 test_packages=(libsqliteodbc tdsodbc unicode-data poppler-utils unzip)
-build_packages=(g++ cmake ninja-build qt6-base-dev libgl-dev libsqlite3-dev unixodbc-dev nlohmann-json3-dev libcsv-dev libgtest-dev fonts-inter)
-# Drivers that the tests open connections through, and the letters that a table is compared with.
-test_packages=(libsqliteodbc tdsodbc unicode-data)
 
 jobs=$(nproc)

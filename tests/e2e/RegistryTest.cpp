@@ -1,7 +1,7 @@
 // The registry of moves: what each move and each edit leaves in it, and nothing where nothing was kept.
 
-#include "e2e/Database.h"
 #include "e2e/Registry.h"
+#include "e2e/Database.h"
 #include "e2e/Texts.h"
 #include "e2e/Works.h"
 
@@ -106,9 +106,8 @@ TEST_P(Registry, TellsTheLinksThatAMoveWithValidityClosedAndOpened) {
                                  {"QZ02_UTENTEVAR", QJsonValue::Null},
                                  {"QZ02_GRUPPOVAR", QJsonValue::Null}})),
               member(rows[0], "before"));
-    EXPECT_EQ(QJsonValue(values({{"QZ02_DATAFINEVAL", "30/06/2024"},
-                                 {"QZ02_UTENTEVAR", "ADMIN"},
-                                 {"QZ02_GRUPPOVAR", "ADMIN"}})),
+    EXPECT_EQ(QJsonValue(values(
+                  {{"QZ02_DATAFINEVAL", "30/06/2024"}, {"QZ02_UTENTEVAR", "ADMIN"}, {"QZ02_GRUPPOVAR", "ADMIN"}})),
               member(rows[0], "after"));
     EXPECT_TRUE(member(rows[1], "before").isNull());
     const QJsonObject opened = member(rows[1], "after").toObject();

@@ -82,8 +82,9 @@ TEST_P(UndoOf, IsRefusedWhereARowIsNotAsItWasLeft) {
     ASSERT_EQ(1U, told.size());
     EXPECT_EQ(GetParam() == Work::structure
                   ? "3: È stato cambiato in seguito: padre ora 20, l'operazione aveva lasciato 25."
-                  : std::to_string(node) + ": È stato cambiato in seguito: fine ora 31/05/2024, l'operazione aveva "
-                                           "lasciato " +
+                  : std::to_string(node) +
+                        ": È stato cambiato in seguito: fine ora 31/05/2024, l'operazione aveva "
+                        "lasciato " +
                         (GetParam() == Work::validity ? "30/06/2024." : "30/06/2050."),
               told[0]);
     EXPECT_EQ(told, obstacles(undo(program, 1, true)));
@@ -176,9 +177,10 @@ TEST_F(Undo, LeavesADefinitiveBonusAlone) {
     const auto link = opened(111);
     Database(place_).run("INSERT INTO QZ13_PREMI (QZ13_ID, QZ13_DITTA_CG18) VALUES (1, 1);"
                          "INSERT INTO QZ14_SOGGCONTR (QZ14_ID_QZ13, QZ14_ID_QZ02, QZ14_DITTA_CG18) VALUES (1, " +
-                         link + ", 1);"
-                                "INSERT INTO QZ18_LIQUIDAZIONE (QZ18_ID_QZ13, QZ18_DATASCADENZA, QZ18_STATOSCADENZA) "
-                                "VALUES (1, '2025-01-01', 2)");
+                         link +
+                         ", 1);"
+                         "INSERT INTO QZ18_LIQUIDAZIONE (QZ18_ID_QZ13, QZ18_DATASCADENZA, QZ18_STATOSCADENZA) "
+                         "VALUES (1, '2025-01-01', 2)");
     Dialogue program(place_);
     EXPECT_EQ((std::vector<std::string>{link + ": Sul legame c'è un premio definitivo."}), obstacles(undo(program, 1)));
     Database(place_).run("UPDATE QZ18_LIQUIDAZIONE SET QZ18_STATOSCADENZA = 1");

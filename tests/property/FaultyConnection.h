@@ -9,8 +9,8 @@
 namespace property {
 
 enum class Fault {
-    error,         ///< the operation fails and the transaction stays
-    endedByServer, ///< the operation fails and the server has ended the transaction
+    error,          ///< the operation fails and the transaction stays
+    endedByServer,  ///< the operation fails and the server has ended the transaction
     lostConnection, ///< the connection is gone, and with it the transaction; later operations fail too until reopened
     cancelled       ///< the user gives the work up, where it may be given up; a commit is not
 };

@@ -144,13 +144,11 @@ void EseguiSpostamento(StatoForm& stato, bool validita) {
         if (aBlocchi(stato)) {
             Blocchi blocchi(stato.database(), richiesta, flusso);
             blocchi.testimone(registro.get());
-            sposta(blocchi, blocchi, richiesta, piano);
+            sposta(blocchi, blocchi, richiesta, piano, avanzamento(stato));
         } else {
             LettureSingole letture(stato.database());
             ScrittureSingole scritture(stato.database(), richiesta.autore, flusso);
             scritture.testimone(registro.get());
-            sposta(letture, scritture, richiesta, piano);
-            sposta(blocchi, blocchi, richiesta, piano, avanzamento(stato));
             sposta(letture, scritture, richiesta, piano, avanzamento(stato));
         }
         if (!piano.rifiutato()) {

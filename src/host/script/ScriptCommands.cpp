@@ -1,7 +1,7 @@
 #include "host/script/ScriptCommands.h"
 
-#include "host/services/Text.h"
 #include "host/script/ScriptCancel.h"
+#include "host/services/Text.h"
 
 #include <QHash>
 #include <QJsonArray>

@@ -93,15 +93,6 @@ Qt::KeyboardModifiers modifiersOf(const ScriptRequest& request) {
     return modifiers;
 }
 
-/// An entry of the host's menu bar that a tool has put there.
-QAction* hostCommand(const QWidget* window, const QString& item) {
-    const auto* bar =
-        window != nullptr && item.startsWith(QLatin1String("mnu")) ? window->findChild<QMenuBar*>() : nullptr;
-    return bar != nullptr ? bar->findChild<QAction*>(item) : nullptr;
-}
-
-} // namespace
-
 Scriptable& ScriptCommands::reachableControl(const ScriptRequest& request) const {
     const QString name = request.text(QStringLiteral("control"));
     FormWindow& form = frontForm();
@@ -170,10 +161,6 @@ void ScriptCommands::menu(const ScriptRequest& request, QJsonObject&) {
         if (!action->isEnabled())
             throw ScriptRefusal(QStringLiteral("la voce \"%1\" del menu è disabilitata").arg(item));
         action->trigger();
-    if (auto* command = hostCommand(hostWindow_, item); command != nullptr && !session_.menuEntries().contains(item)) {
-        if (!command->isEnabled())
-            throw ScriptRefusal(QStringLiteral("la voce \"%1\" della barra dei menu è disabilitata").arg(item));
-        command->trigger();
         return;
     }
     if (!session_.menuEntries().contains(item))

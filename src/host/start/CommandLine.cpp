@@ -28,11 +28,11 @@ std::int64_t wholeNumber(const std::string& option, const std::string& text, std
     return number;
 }
 
-constexpr std::array<std::string_view, 13> withValue = {
+constexpr std::array<std::string_view, 14> withValue = {
     "--database", "--odbc",   "--demo-size", "--company", "--user",    "--group", "--trace",
-    "--log",      "--script", "--severity",  "--format",  "--compare", "--date"};
-constexpr std::array<std::string_view, 5> withoutValue = {"--create", "--create-demo", "--version", "--help",
-                                                          "--check"};
+    "--log",      "--script", "--severity",  "--format",  "--compare", "--date",  "--moves"};
+constexpr std::array<std::string_view, 7> withoutValue = {"--create", "--create-demo", "--version", "--help",
+                                                          "--check",  "--dry-run",     "--apply"};
 
 contract::AuditSeverity severityOf(const std::string& text) {
     if (text == "error")
@@ -60,11 +60,6 @@ contract::Date dayOf(const std::string& text) {
         refuse("--date vuole un giorno gg/mm/aaaa, non \"" + text + "\"");
     return *day;
 }
-constexpr std::array<std::string_view, 11> withValue = {"--database", "--odbc",  "--demo-size", "--company",
-                                                        "--user",     "--group", "--trace",     "--log",
-                                                        "--script",   "--moves", "--format"};
-constexpr std::array<std::string_view, 6> withoutValue = {"--create", "--create-demo", "--version",
-                                                          "--help",   "--dry-run",     "--apply"};
 
 template <std::size_t N> bool contains(const std::array<std::string_view, N>& names, std::string_view name) {
     return std::find(names.begin(), names.end(), name) != names.end();
@@ -129,10 +124,6 @@ private:
             line_.trace = value;
         else if (name == "--log")
             line_.log = value;
-        else if (name == "--moves")
-            line_.moves = value;
-        else if (name == "--format")
-            line_.format = formatOf(value);
         else
             takeOfTask(name, value);
     }
@@ -146,6 +137,8 @@ private:
             line_.date = dayOf(value);
         else if (name == "--compare")
             takeCompared(value);
+        else if (name == "--moves")
+            line_.moves = value;
         else
             line_.script = value;
     }
@@ -155,10 +148,6 @@ private:
         if (at_ + 1 >= arguments_.size() || arguments_[at_ + 1].empty() || arguments_[at_ + 1].starts_with("--"))
             refuse("--compare vuole due distinte");
         line_.compared = {first, arguments_[++at_]};
-    static CommandLine::Format formatOf(const std::string& name) {
-        if (name != "csv" && name != "json")
-            refuse("--format vuole csv o json, non \"" + name + "\"");
-        return name == "json" ? CommandLine::Format::json : CommandLine::Format::csv;
     }
 
     bool seen(const char* name) const { return seen_.contains(name); }
@@ -177,29 +166,32 @@ private:
         exclude("--create", "--create-demo");
         exclude("--script", "--create");
         exclude("--script", "--create-demo");
-        for (const char* other : {"--script", "--create", "--create-demo"})
-            exclude("--moves", other);
         exclude("--dry-run", "--apply");
-        for (const char* option : {"--dry-run", "--apply", "--format"})
-            if (seen(option) && !seen("--moves"))
-                refuse(std::string(option) + " serve solo con --moves");
+        needs("--dry-run", {"--moves"});
+        needs("--apply", {"--moves"});
         if (seen("--moves") && !seen("--dry-run") && !seen("--apply"))
             refuse("--moves vuole --dry-run, che mostra, oppure --apply, che sposta");
         if (seen("--demo-size") && !seen("--create-demo"))
             refuse("--demo-size serve solo con --create-demo");
-        for (const char* task : {"--check", "--compare"})
+        for (const char* task : {"--check", "--compare", "--moves"})
             for (const char* other : {"--script", "--create", "--create-demo"})
                 exclude(task, other);
         exclude("--check", "--compare");
+        exclude("--check", "--moves");
+        exclude("--compare", "--moves");
         needs("--severity", {"--check"});
-        needs("--format", {"--check", "--compare"});
+        needs("--format", {"--check", "--compare", "--moves"});
         needs("--date", {"--compare"});
-        if (seen("--compare") && line_.format == CommandLine::Format::text)
-            refuse("--compare scrive csv o json");
+        for (const char* task : {"--compare", "--moves"})
+            if (seen(task) && line_.format == CommandLine::Format::text)
+                refuse(std::string(task) + " scrive csv o json");
         if (seen("--script"))
             line_.action = CommandLine::Action::script;
         else if (seen("--compare"))
             line_.action = CommandLine::Action::compare;
+        else if (seen("--moves"))
+            line_.action = CommandLine::Action::moves;
+        line_.apply = seen("--apply");
     }
 
     void needs(const char* option, std::initializer_list<const char*> tasks) const {
@@ -211,9 +203,6 @@ private:
         }
         if (seen(option))
             refuse(std::string(option) + " serve solo con " + names);
-        if (seen("--moves"))
-            line_.action = CommandLine::Action::moves;
-        line_.apply = seen("--apply");
     }
 
     void exclude(const char* one, const char* other) const {
@@ -240,7 +229,7 @@ distinte [CONNESSIONE] [CONTESTO]                 apre il programma in una fines
 distinte [CONNESSIONE] [CONTESTO] --script FILE   esegue uno script; - legge lo standard input
 distinte [CONNESSIONE] [CONTESTO] --check         verifica le distinte dell'azienda
 distinte [CONNESSIONE] [CONTESTO] --compare A B   confronta due distinte, ognuna per identificativo o codice
-distinte [CONNESSIONE] [CONTESTO] --moves FILE (--dry-run | --apply) [--format csv|json]
+distinte [CONNESSIONE] [CONTESTO] --moves FILE (--dry-run | --apply)
                                                   mostra o esegue un elenco di spostamenti
 distinte [CONNESSIONE] --create                   crea le tabelle in un database vuoto
 distinte [CONNESSIONE] --create-demo              lo stesso, con le aziende dimostrative
@@ -259,18 +248,17 @@ Contesto
   --trace FILE       accoda ogni istruzione mandata al database, una stringa JSON per riga
   --log FILE         registro degli errori (un file nella cartella dei dati dell'utente)
 
-Verifica e confronto
+Verifica, confronto ed elenchi
   --severity G       con --check: error, warning o hint, la gravità da cui scrivere (warning)
   --date GIORNO      con --compare: gg/mm/aaaa (oggi)
-  --format F         text, csv o json (--check: text; --compare, senza text: csv)
+  --format F         text, csv o json (--check: text; --compare e --moves, senza text: csv)
 
   --version          scrive la versione
   --help             scrive questo aiuto
 
-Stato di uscita: 0 tutto bene, nessun rilievo, nessuna differenza; 1 una riga dello script rifiutata, --create con
-tabelle già presenti, rilievi, differenze; 2 riga di comando o script inutilizzabili; 3 database che non si apre, non è un database, non ha le tabelle o non esiste.
-Stato di uscita: 0 tutto bene; 1 una riga dello script rifiutata, uno spostamento dell'elenco rifiutato e nulla scritto,
-o --create con tabelle già presenti; 2 riga di comando, script o elenco inutilizzabili; 3 database che non si apre, non è un database, non ha le tabelle o non esiste.
+Stato di uscita: 0 tutto bene, nessun rilievo, nessuna differenza; 1 una riga dello script o uno spostamento dell'elenco
+rifiutati, --create con tabelle già presenti, rilievi, differenze; 2 riga di comando, script o elenco inutilizzabili;
+3 database che non si apre, non è un database, non ha le tabelle o non esiste.
 )";
 }
 

@@ -13,11 +13,9 @@ namespace host {
 
 /// What the program was asked to do.
 struct CommandLine {
-    enum class Action : std::uint8_t { window, script, create, createDemo, version, help, check, compare };
+    enum class Action : std::uint8_t { window, script, create, createDemo, version, help, check, compare, moves };
     /// How lists are written to standard output.
     enum class Format : std::uint8_t { text, csv, json };
-    enum class Action : std::uint8_t { window, script, moves, create, createDemo, version, help };
-    enum class Format : std::uint8_t { csv, json };
 
     static constexpr std::int64_t defaultDemoSize = 2000;
     static constexpr std::int64_t largestDemoSize = 5'000'000;
@@ -37,10 +35,8 @@ struct CommandLine {
     std::array<std::string, 2> compared; ///< Action::compare: the distinte, each by its id or its code
     std::optional<contract::Date> date;  ///< Action::compare: nothing for today
     std::optional<Format> format;        ///< nothing: each action's own
-    std::string moves;           ///< Action::moves: a list
-    bool apply = false;          ///< Action::moves: done, not only shown
-    Format format = Format::csv; ///< of what is reported
-    std::string script;          ///< Action::script: a file, "-" for standard input
+    std::string moves;                   ///< Action::moves: a list
+    bool apply = false;                  ///< Action::moves: done, not only shown
 };
 
 /// Reads the arguments, the program's own name left out. An option's value follows it or, after "=", stands in the same
