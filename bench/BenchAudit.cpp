@@ -11,7 +11,6 @@
 #include <sqlite3.h>
 
 #include <cstdint>
-#include <cstdio>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -93,10 +92,9 @@ private:
             if (place > 1)
                 parent = (place - 2) / fanOut + 1 + (second ? half : 0);
             const bool broken = kind == Kind::rotten && i % 10 == 7;
-            std::string guid(37, '\0');
-            std::snprintf(guid.data(), guid.size(), "00000000-0000-4000-8000-%012lld",
-                          static_cast<long long>(broken ? i - 1 : i));
-            guid.resize(36);
+            std::string guid = "00000000-0000-4000-8000-000000000000";
+            const auto digits = std::to_string(broken ? i - 1 : i);
+            guid.replace(guid.size() - digits.size(), digits.size(), digits);
             nodes.append({i, std::int64_t{second ? 2 : 1}, parent, std::int64_t{1}, std::int64_t{0}, place,
                           second ? day(2024, 1, 1) : day(2020, 1, 1),
                           second || broken || kind == Kind::overlapping ? day(2099, 12, 31) : day(2023, 12, 31),

@@ -114,6 +114,20 @@ TEST_F(AuditWindow, SaysWhereANodeCanNotBeShown) {
                          "Il nodo 2 non si può mostrare"));
 }
 
+TEST_F(AuditWindow, CanBeGivenUp) {
+    Dialogue program(place_);
+    program.must(R"({"do":"when","form":"FRM_VERIFICA","steps":[{"do":"read","control":"LBL_TITOLO"},)"
+                 R"({"do":"read","control":"GRD_RIGHE"},{"do":"click","control":"CMD_RIPETI"},)"
+                 R"({"do":"read","control":"GRD_RIGHE"}]})");
+    program.must(R"({"do":"cancel","after":0})");
+    const auto reply = program.ask(R"({"do":"audit"})");
+    const auto replies = reply.value(QLatin1String("modal"))[0][QLatin1String("replies")].toArray();
+    ASSERT_EQ(4, replies.size()) << json(reply);
+    EXPECT_EQ("La verifica è stata annullata.", text(replies[0][QLatin1String("caption")]));
+    EXPECT_TRUE(replies[1][QLatin1String("rows")].toArray().isEmpty());
+    EXPECT_EQ(10, replies[3][QLatin1String("rows")].toArray().size()) << json(reply);
+}
+
 TEST_F(AuditWindow, RepeatsTheAuditWithTheRuleThatWasChosen) {
     Dialogue program(place_);
     program.must(R"({"do":"when","form":"FRM_VERIFICA","steps":[{"do":"set","control":"CMB_REGOLE","value":2},)"

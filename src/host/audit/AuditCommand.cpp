@@ -17,6 +17,8 @@ AuditResult showAudit(HostSession& session, QWidget* window) {
             throw contract::RuntimeError(contract::RuntimeError::objectNotSet, "Il componente non si lascia creare.");
         WorkProgress progress;
         return auditDistinte(*component, session.connection(), session.company(), progress);
+        WorkProgress work("legami");
+        return auditDistinte(*component, session.connection(), session.company(), work);
     };
     AuditWindow shown(session.company(), audit, window);
     shown.refresh();
