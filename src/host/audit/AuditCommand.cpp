@@ -15,8 +15,6 @@ AuditResult showAudit(HostSession& session, QWidget* window) {
     const auto audit = [&]() -> AuditResult {
         if (!component)
             throw contract::RuntimeError(contract::RuntimeError::objectNotSet, "Il componente non si lascia creare.");
-        WorkProgress progress;
-        return auditDistinte(*component, session.connection(), session.company(), progress);
         WorkProgress work("legami");
         return auditDistinte(*component, session.connection(), session.company(), work);
     };

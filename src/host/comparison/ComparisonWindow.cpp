@@ -84,9 +84,6 @@ std::shared_ptr<const contract::ComparisonReport> ComparisonWindow::ask(contract
     if (chosenView() == View::differences)
         return comparisons_.compare(left_.id, right_.id, day, progress);
     return comparisons_.treeOn(chosenView() == View::left ? left_.id : right_.id, day, progress);
-    WorkProgress work;
-        return comparisons_.compare(left_.id, right_.id, day, work);
-    return comparisons_.treeOn(chosenView() == View::left ? left_.id : right_.id, day, work);
 }
 
 QString ComparisonWindow::describe(contract::Date day) const {
