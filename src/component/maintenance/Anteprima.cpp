@@ -52,6 +52,7 @@ public:
                     ignoti.push_back(*padre);
         leggiNodi(ignoti);
         std::unordered_set<CodiceAccount> visti;
+        visti.reserve(account_.size());
         for (const auto& riga : piano.righe)
             if (riga.copia && riga.copia->accountPadre)
                 visti.insert(*riga.copia->accountPadre);
@@ -63,13 +64,17 @@ public:
         leggiNomi(tutti);
     }
 
-    std::string nome(std::optional<CodiceAccount> account) const {
+    std::string_view nome(std::optional<CodiceAccount> account) const {
         const auto noto = account ? nomi_.find(*account) : nomi_.end();
-        return noto == nomi_.end() ? std::string() : noto->second;
+        return noto == nomi_.end() ? std::string_view()
+                                   : std::string_view(noto->second).substr(noto->second.find(' ') + 1);
     }
+    /// Account and name, or the account alone where it is not registered.
     std::string conCodice(std::optional<CodiceAccount> account) const {
-        return account ? std::string(senzaBlanks(std::to_string(account->numero()) + " " + nome(account)))
-                       : std::string();
+        const auto noto = account ? nomi_.find(*account) : nomi_.end();
+        if (noto != nomi_.end())
+            return std::string(senzaBlanksFinali(noto->second));
+        return account ? std::to_string(account->numero()) : std::string();
     }
     std::string conCodice(std::optional<NodoId> nodo) const {
         const auto noto = nodo ? account_.find(*nodo) : account_.end();
@@ -94,14 +99,18 @@ private:
                 istruzioneNomi(richiesta_.ditta, richiesta_.tipoDa, account.first(prossimoBlocco(account.size()))),
                 database_);
             for (; !righe.Eof(); righe.MoveNext())
-                nomi_.emplace(obbligatorio<CodiceAccount>(righe, "Anagrafica"), righe["RagSoc"].text());
+                aggiungi(obbligatorio<CodiceAccount>(righe, "Anagrafica"), righe["RagSoc"].text());
         }
+    }
+
+    void aggiungi(CodiceAccount account, const std::string& nome) {
+        nomi_.emplace(account, std::to_string(account.numero()) + " " + nome);
     }
 
     contract::Connection& database_;
     const Richiesta& richiesta_;
     std::unordered_map<NodoId, std::optional<CodiceAccount>> account_;
-    std::unordered_map<CodiceAccount, std::string> nomi_;
+    std::unordered_map<CodiceAccount, std::string> nomi_; ///< behind the account's code and a blank
 };
 
 contract::MoveLink legame(const Legame& legame, const Nomi& nomi) {
