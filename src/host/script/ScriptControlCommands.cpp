@@ -75,6 +75,13 @@ bool readMenuEntry(FormWindow& form, const QString& name, QJsonObject& reply) {
     return false;
 }
 
+/// An entry of the host's menu bar that a tool has put there.
+QAction* hostCommand(const QWidget* window, const QString& item) {
+    const auto* bar =
+        window != nullptr && item.startsWith(QLatin1String("mnu")) ? window->findChild<QMenuBar*>() : nullptr;
+    return bar != nullptr ? bar->findChild<QAction*>(item) : nullptr;
+}
+
 } // namespace
 
 Qt::KeyboardModifiers modifiersOf(const ScriptRequest& request) {
@@ -154,13 +161,13 @@ void ScriptCommands::menu(const ScriptRequest& request, QJsonObject&) {
             throw ScriptRefusal(QStringLiteral("la voce \"%1\" del menu %2 è disabilitata").arg(item, menu));
         return;
     }
-    if (auto* action = windowEntry(item)) {
+    if (auto* command = hostCommand(hostWindow_, item); command != nullptr && !session_.menuEntries().contains(item)) {
         if (popup != nullptr)
             popup->dismiss();
         refuseOverDialog();
-        if (!action->isEnabled())
-            throw ScriptRefusal(QStringLiteral("la voce \"%1\" del menu è disabilitata").arg(item));
-        action->trigger();
+        if (!command->isEnabled())
+            throw ScriptRefusal(QStringLiteral("la voce \"%1\" della barra dei menu è disabilitata").arg(item));
+        command->trigger();
         return;
     }
     if (!session_.menuEntries().contains(item))
