@@ -36,6 +36,16 @@ void tellMissing(std::uint64_t missing, QJsonObject& reply) {
 
 } // namespace
 
+std::optional<contract::Date> optionalDay(const ScriptRequest& request) {
+    const auto text = request.optionalText(QStringLiteral("date"));
+    if (!text)
+        return std::nullopt;
+    const auto day = contract::Date::parse(text->toStdString());
+    if (!day)
+        throw ScriptRefusal(QStringLiteral("\"date\" vuole un giorno gg/mm/aaaa, non \"%1\"").arg(*text));
+    return day;
+}
+
 ScriptCommands::Command ScriptCommands::find(const QString& verb) {
     using Self = ScriptCommands;
     static const QHash<QString, Command> commands = {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "contract/Date.h"
 #include "host/script/ScriptRequest.h"
 #include "host/start/HostSession.h"
 #include "platform/qt/forms/Scriptable.h"
@@ -10,10 +11,15 @@
 #include <QString>
 #include <QWidget>
 
+#include <optional>
+
 namespace host {
 
 /// The keys that a request's "modifiers" hold down. Throws ScriptRefusal for an unknown one.
 Qt::KeyboardModifiers modifiersOf(const ScriptRequest& request);
+
+/// The day of a request's "date"; nothing where none is given. Throws ScriptRefusal for a text that is no day.
+std::optional<contract::Date> optionalDay(const ScriptRequest& request);
 
 /// Carries requests out on the forms that stand on the screen and on the host.
 class ScriptCommands {

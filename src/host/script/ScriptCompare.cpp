@@ -10,22 +10,8 @@
 
 namespace host {
 
-namespace {
-
-std::optional<contract::Date> dayOf(const ScriptRequest& request) {
-    const auto text = request.optionalText(QStringLiteral("date"));
-    if (!text)
-        return std::nullopt;
-    const auto day = contract::Date::parse(text->toStdString());
-    if (!day)
-        throw ScriptRefusal(QStringLiteral("\"date\" vuole un giorno gg/mm/aaaa, non \"%1\"").arg(*text));
-    return day;
-}
-
-} // namespace
-
 void ScriptCommands::compare(const ScriptRequest& request, QJsonObject& reply) {
-    const auto day = dayOf(request);
+    const auto day = optionalDay(request);
     refuseOverDialog();
     mainForm();
     std::shared_ptr<const contract::ComparisonReport> report;

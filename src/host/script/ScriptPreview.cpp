@@ -82,17 +82,6 @@ QJsonObject planJson(const contract::MovePlan& plan) {
 
 namespace {
 
-/// The day of a request; nothing where none is given.
-std::optional<contract::Date> dayOf(const ScriptRequest& request) {
-    const auto text = request.optionalText(QStringLiteral("date"));
-    if (!text)
-        return std::nullopt;
-    const auto day = contract::Date::parse(text->toStdString());
-    if (!day)
-        throw ScriptRefusal(QStringLiteral("\"date\" vuole un giorno gg/mm/aaaa, non \"%1\"").arg(*text));
-    return day;
-}
-
 bool flag(const ScriptRequest& request, const QString& name) {
     if (!request.has(name))
         return false;
@@ -111,7 +100,7 @@ void insertPlan(QJsonObject& reply, const contract::MovePlan& plan) {
 } // namespace
 
 void ScriptCommands::preview(const ScriptRequest& request, QJsonObject& reply) {
-    const contract::MoveManner manner{flag(request, QStringLiteral("validity")), dayOf(request)};
+    const contract::MoveManner manner{flag(request, QStringLiteral("validity")), optionalDay(request)};
     refuseOverDialog();
     mainForm();
     insertPlan(reply, showPreview(session_, hostWindow_, manner));
@@ -123,7 +112,7 @@ void ScriptCommands::moves(const ScriptRequest& request, QJsonObject& reply) {
     const auto file = request.optionalText(QStringLiteral("file"));
     if (selected == file.has_value() || (file && file->isEmpty()))
         throw ScriptRefusal(QStringLiteral("serve \"file\", con il nome di un elenco, oppure \"selected\": true"));
-    const contract::MoveManner manner{flag(request, QStringLiteral("validity")), dayOf(request)};
+    const contract::MoveManner manner{flag(request, QStringLiteral("validity")), optionalDay(request)};
     refuseOverDialog();
     mainForm();
     insertPlan(reply, selected ? showSelected(session_, hostWindow_, manner, apply)

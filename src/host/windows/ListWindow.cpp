@@ -1,14 +1,13 @@
 #include "host/windows/ListWindow.h"
 
+#include "host/script/ViewControl.h"
 #include "host/script/WidgetControls.h"
 #include "host/tables/ShownRows.h"
 #include "host/windows/DialogButtons.h"
 #include "host/windows/ExportWindow.h"
 #include "host/windows/PrintWindow.h"
-#include "platform/qt/forms/InputEvents.h"
 
 #include <QHeaderView>
-#include <QJsonArray>
 #include <QKeyEvent>
 
 #include <algorithm>
@@ -22,41 +21,6 @@ namespace {
 
 constexpr int widestColumn = 320; ///< pixels at ten points that a column takes at most by itself
 constexpr QSize usualSize(900, 560);
-
-/// The rows of a view as a grid.
-class ViewControl : public platform::qt::Scriptable {
-public:
-    explicit ViewControl(QTableView* view) : view_(view) {}
-    QWidget* widget() override { return view_; }
-
-    QJsonObject read() const override {
-        QJsonArray rows;
-        const auto& model = *view_->model();
-        for (int row = 0; row < model.rowCount(); ++row) {
-            QJsonArray cells;
-            for (int column = 0; column < model.columnCount(); ++column)
-                cells.append(model.index(row, column).data().toString());
-            rows.append(cells);
-        }
-        return {{QStringLiteral("rows"), rows}, {QStringLiteral("tooltip"), view_->toolTip()}};
-    }
-
-    QString select(const QString& key) override {
-        if (QString reason = platform::qt::input::obstacle(view_); !reason.isEmpty())
-            return reason;
-        bool number = false;
-        const int row = key.toInt(&number);
-        if (!number || row < 0 || row >= view_->model()->rowCount())
-            return QStringLiteral("nessuna riga \"%1\" in %2").arg(key, view_->objectName());
-        const QModelIndex index = view_->model()->index(row, 0);
-        view_->scrollTo(index);
-        platform::qt::input::click(view_->viewport(), view_->visualRect(index).center());
-        return {};
-    }
-
-private:
-    QTableView* view_;
-};
 
 /// A list of whole rows in which Enter is a double click.
 class RowsView : public QTableView {

@@ -2,13 +2,13 @@
 
 #include "contract/Host.h"
 #include "contract/RuntimeError.h"
+#include "host/script/ViewControl.h"
 #include "host/script/WidgetControls.h"
 #include "host/services/Text.h"
 #include "host/windows/UndoWindow.h"
 #include "host/windows/WorkProgress.h"
 
 #include <QHeaderView>
-#include <QJsonArray>
 
 #include <algorithm>
 
@@ -20,28 +20,6 @@ namespace {
 
 const QString title = QStringLiteral("Registro degli spostamenti");
 constexpr int rowsShown = 7; ///< of an operation, at first
-
-/// The rows of an operation as a grid.
-class RowsControl : public platform::qt::Scriptable {
-public:
-    explicit RowsControl(QTableView* view) : view_(view) {}
-    QWidget* widget() override { return view_; }
-
-    QJsonObject read() const override {
-        QJsonArray rows;
-        const auto& model = *view_->model();
-        for (int row = 0; row < model.rowCount(); ++row) {
-            QJsonArray cells;
-            for (int column = 0; column < model.columnCount(); ++column)
-                cells.append(model.index(row, column).data().toString());
-            rows.append(cells);
-        }
-        return {{QStringLiteral("rows"), rows}, {QStringLiteral("tooltip"), view_->toolTip()}};
-    }
-
-private:
-    QTableView* view_;
-};
 
 QString counted(std::size_t operations) {
     if (operations == 0)
@@ -103,7 +81,7 @@ void RegistryWindow::makeDetails() {
     details().addWidget(rowsHeading_);
     details().addWidget(rowsView_);
     addControl(QStringLiteral("LBL_DETTAGLIO"), std::make_unique<LabelControl>(rowsHeading_));
-    addControl(QStringLiteral("GRD_DETTAGLIO"), std::make_unique<RowsControl>(rowsView_));
+    addControl(QStringLiteral("GRD_DETTAGLIO"), std::make_unique<ViewControl>(rowsView_));
 }
 
 contract::OperationFilter RegistryWindow::filter() const {
