@@ -93,6 +93,15 @@ Qt::KeyboardModifiers modifiersOf(const ScriptRequest& request) {
     return modifiers;
 }
 
+/// An entry of the host's menu bar that a tool has put there.
+QAction* hostCommand(const QWidget* window, const QString& item) {
+    const auto* bar =
+        window != nullptr && item.startsWith(QLatin1String("mnu")) ? window->findChild<QMenuBar*>() : nullptr;
+    return bar != nullptr ? bar->findChild<QAction*>(item) : nullptr;
+}
+
+} // namespace
+
 Scriptable& ScriptCommands::reachableControl(const ScriptRequest& request) const {
     const QString name = request.text(QStringLiteral("control"));
     FormWindow& form = frontForm();
@@ -154,7 +163,7 @@ void ScriptCommands::menu(const ScriptRequest& request, QJsonObject&) {
             throw ScriptRefusal(QStringLiteral("la voce \"%1\" del menu %2 è disabilitata").arg(item, menu));
         return;
     }
-    if (auto* action = windowEntry(item)) {
+    if (auto* action = session_.menuEntries().contains(item) ? nullptr : hostCommand(hostWindow_, item)) {
         if (popup != nullptr)
             popup->dismiss();
         refuseOverDialog();
