@@ -44,9 +44,11 @@ std::string screen(Dialogue& program) {
 /// On a server states are kept before the move that gives them, of which they are no part.
 std::string rowsOf(const Workplace& place, Database& database) {
     std::string rows = database.nodes();
+    std::vector<std::string> tables{"QZ90_REGISTRO", "QZ91_REGISTRORIGHE"};
     if (!place.onServer())
-        for (const char* table : {"STATI_LEGAME", "STATI_STORIA"})
-            rows += database.value(std::string("SELECT COUNT(*) FROM ") + table) + " ";
+        tables.insert(tables.end(), {"STATI_LEGAME", "STATI_STORIA"});
+    for (const auto& table : tables)
+        rows += database.value("SELECT COUNT(*) FROM " + table) + " ";
     return rows;
 }
 
