@@ -100,15 +100,6 @@ Qt::KeyboardModifiers modifiersOf(const ScriptRequest& request) {
     return modifiers;
 }
 
-/// An entry of the host's menu bar that a tool has put there.
-QAction* hostCommand(const QWidget* window, const QString& item) {
-    const auto* bar =
-        window != nullptr && item.startsWith(QLatin1String("mnu")) ? window->findChild<QMenuBar*>() : nullptr;
-    return bar != nullptr ? bar->findChild<QAction*>(item) : nullptr;
-}
-
-} // namespace
-
 Scriptable& ScriptCommands::reachableControl(const ScriptRequest& request) const {
     const QString name = request.text(QStringLiteral("control"));
     FormWindow& form = frontForm();
@@ -171,7 +162,6 @@ void ScriptCommands::menu(const ScriptRequest& request, QJsonObject&) {
         return;
     }
     if (auto* command = hostCommand(hostWindow_, item); command != nullptr && !session_.menuEntries().contains(item)) {
-    if (auto* action = session_.menuEntries().contains(item) ? nullptr : hostCommand(hostWindow_, item)) {
         if (popup != nullptr)
             popup->dismiss();
         refuseOverDialog();

@@ -42,7 +42,8 @@ NodeDrag::~NodeDrag() {
 }
 
 std::optional<std::int64_t> NodeDrag::target() const {
-    return onto_ && target_ >= 0 ? std::optional(onto_->nodes().key(target_)) : std::nullopt;
+    const TreeView* onto = onto_.data();
+    return onto != nullptr && target_ >= 0 ? std::optional(onto->nodes().key(target_)) : std::nullopt;
 }
 
 bool NodeDrag::eventFilter(QObject* watched, QEvent* event) {
@@ -165,13 +166,14 @@ void NodeDrag::begin(QPoint global) {
 }
 
 std::int32_t NodeDrag::targetAt(QPoint global) const {
-    if (!onto_ || !onto_->isVisible() || !onto_->isEnabled())
+    const TreeView* onto = onto_.data();
+    if (onto == nullptr || !onto->isVisible() || !onto->isEnabled())
         return -1;
-    QWidget* window = onto_->window();
-    if (window->childAt(window->mapFromGlobal(global)) != onto_->viewport())
+    const QWidget* window = onto->window();
+    if (window->childAt(window->mapFromGlobal(global)) != onto->viewport())
         return -1;
-    const auto position = onto_->positionAt(onto_->viewport()->mapFromGlobal(global).y());
-    return position >= 0 && onto_->nodes().key(position) != dragged_ ? position : -1;
+    const auto position = onto->positionAt(onto->viewport()->mapFromGlobal(global).y());
+    return position >= 0 && onto->nodes().key(position) != dragged_ ? position : -1;
 }
 
 void NodeDrag::moveTo(QPoint global, Qt::KeyboardModifiers modifiers) {
@@ -181,8 +183,8 @@ void NodeDrag::moveTo(QPoint global, Qt::KeyboardModifiers modifiers) {
     if (target != target_)
         target >= 0 ? open_.start() : open_.stop();
     target_ = target;
-    if (onto_)
-        onto_->setDropMark(target);
+    if (TreeView* onto = onto_.data())
+        onto->setDropMark(target);
     if (scrollStep() == 0)
         scroll_.stop();
     else if (!scroll_.isActive())
@@ -197,9 +199,9 @@ void NodeDrag::tellTarget() {
         shape = other ? Qt::DragCopyCursor : Qt::DragMoveCursor;
     QApplication::changeOverrideCursor(shape);
     QString text = QStringLiteral("%1 → su un nodo della destinazione").arg(name_);
-    if (target_ >= 0)
+    if (const TreeView* onto = onto_.data(); onto != nullptr && target_ >= 0)
         text = QStringLiteral("%1 → sotto %2%3")
-                   .arg(name_, onto_->nameOf(target_), other ? QStringLiteral(" con validità") : QString());
+                   .arg(name_, onto->nameOf(target_), other ? QStringLiteral(" con validità") : QString());
     if (label_) {
         label_->setText(text);
         label_->adjustSize();
@@ -213,9 +215,10 @@ void NodeDrag::tellTarget() {
 }
 
 int NodeDrag::scrollStep() const {
-    if (!onto_)
+    const TreeView* onto = onto_.data();
+    if (onto == nullptr)
         return 0;
-    const QWidget* viewport = onto_->viewport();
+    const QWidget* viewport = onto->viewport();
     const QPoint point = viewport->mapFromGlobal(global_);
     const int edge = Appearance::instance().rowHeight();
     if (point.x() < 0 || point.x() >= viewport->width() || point.y() < -edge || point.y() >= viewport->height() + edge)
@@ -226,17 +229,19 @@ int NodeDrag::scrollStep() const {
 }
 
 void NodeDrag::scroll() {
-    if (!dragging() || !onto_)
+    const TreeView* onto = onto_.data();
+    if (!dragging() || onto == nullptr)
         return scroll_.stop();
-    auto* bar = onto_->verticalScrollBar();
+    auto* bar = onto->verticalScrollBar();
     bar->setValue(bar->value() + scrollStep());
     moveTo(global_, modifiers_);
 }
 
 void NodeDrag::openHovered() {
-    if (!dragging() || !onto_ || target_ < 0)
+    TreeView* onto = onto_.data();
+    if (!dragging() || onto == nullptr || target_ < 0)
         return;
-    onto_->openBranch(target_);
+    onto->openBranch(target_);
     moveTo(global_, modifiers_);
 }
 
@@ -259,8 +264,8 @@ void NodeDrag::end() {
     qApp->removeEventFilter(this);
     QApplication::restoreOverrideCursor();
     delete label_.data();
-    if (onto_)
-        onto_->setDropMark(-1);
+    if (TreeView* onto = onto_.data())
+        onto->setDropMark(-1);
     say({});
 }
 
@@ -278,10 +283,11 @@ void NodeDrag::paste(bool other) {
     const auto node = from_.cutMark();
     if (!node)
         return say(QStringLiteral("Niente da incollare: prima si taglia un nodo dell'origine con Ctrl+X."));
-    const auto position = TreeModel::position(onto_->currentIndex());
+    const TreeView* tree = onto_.data();
+    const auto position = tree != nullptr ? TreeModel::position(tree->currentIndex()) : -1;
     if (position < 0)
         return;
-    const auto onto = onto_->nodes().key(position);
+    const auto onto = tree->nodes().key(position);
     if (onto == *node)
         return say(QStringLiteral("Un nodo non si sposta sotto se stesso."));
     if (dropped)
