@@ -202,14 +202,14 @@ void NodeDrag::tellTarget() {
     if (const TreeView* onto = onto_.data(); onto != nullptr && target_ >= 0)
         text = QStringLiteral("%1 → sotto %2%3")
                    .arg(name_, onto->nameOf(target_), other ? QStringLiteral(" con validità") : QString());
-    if (label_) {
-        label_->setText(text);
-        label_->adjustSize();
+    if (QLabel* label = label_.data()) {
+        label->setText(text);
+        label->adjustSize();
         const QWidget* window = from_.window();
         const QPoint place = window->mapFromGlobal(global_) + labelOffset;
-        label_->move(std::clamp(place.x(), 0, std::max(0, window->width() - label_->width())),
-                     std::clamp(place.y(), 0, std::max(0, window->height() - label_->height())));
-        label_->raise();
+        label->move(std::clamp(place.x(), 0, std::max(0, window->width() - label->width())),
+                     std::clamp(place.y(), 0, std::max(0, window->height() - label->height())));
+        label->raise();
     }
     say(text);
 }
