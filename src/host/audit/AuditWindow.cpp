@@ -67,7 +67,8 @@ void AuditWindow::refresh() {
 // A rule that was chosen stays chosen, as long as it has findings.
 void AuditWindow::fillRules() {
     const int chosen = rules_->currentIndex();
-    const auto before = chosen > 0 ? std::optional(choices_[static_cast<std::size_t>(chosen) - 1]) : std::nullopt;
+    // One past the last rule for none.
+    const std::size_t before = chosen > 0 ? choices_[static_cast<std::size_t>(chosen) - 1] : result_.rules.size();
     const QSignalBlocker quiet(rules_);
     rules_->clear();
     choices_.clear();

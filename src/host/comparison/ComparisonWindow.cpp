@@ -134,7 +134,7 @@ void ComparisonWindow::refresh() {
 // An outcome that was chosen stays chosen, as long as it occurs.
 void ComparisonWindow::fillOutcomes() {
     const int chosen = outcomes_->currentIndex();
-    const auto before = chosen > 0 ? std::optional(choices_[static_cast<std::size_t>(chosen) - 1]) : std::nullopt;
+    const auto before = chosen > 0 ? static_cast<int>(choices_[static_cast<std::size_t>(chosen) - 1]) : -1;
     const QSignalBlocker quiet(outcomes_);
     outcomes_->clear();
     choices_.clear();
@@ -148,7 +148,7 @@ void ComparisonWindow::fillOutcomes() {
             continue;
         choices_.push_back(outcome);
         outcomes_->addItem(QStringLiteral("%1 (%2)").arg(outcomeTitle(outcome)).arg(count));
-        if (before == outcome)
+        if (before == static_cast<int>(outcome))
             outcomes_->setCurrentIndex(outcomes_->count() - 1);
     }
 }

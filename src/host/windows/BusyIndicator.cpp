@@ -141,9 +141,9 @@ void BusyIndicator::show(const QString& text) {
     painted_.start();
     offer();
     show_(text);
-    if (bar_) {
-        bar_->setText(text);
-        bar_->repaint();
+    if (WorkBar* bar = bar_.data()) {
+        bar->setText(text);
+        bar->repaint();
     }
 }
 
@@ -154,26 +154,26 @@ void BusyIndicator::endShow() {
     told_.invalidate();
     QApplication::restoreOverrideCursor();
     delete bar_;
-    if (pressed_)
-        pressed_->setDown(false);
+    if (QAbstractButton* pressed = pressed_.data())
+        pressed->setDown(false);
     pressed_.clear();
     offer();
     show_(QString());
-    if (still_ && resizedFrom_.isValid()) {
-        QResizeEvent resized(still_->size(), std::exchange(resizedFrom_, QSize()));
-        QCoreApplication::sendEvent(still_, &resized);
+    if (QWidget* still = still_.data(); still != nullptr && resizedFrom_.isValid()) {
+        QResizeEvent resized(still->size(), std::exchange(resizedFrom_, QSize()));
+        QCoreApplication::sendEvent(still, &resized);
     }
 }
 
 // The button stands while the display does, and serves while the work can be given up.
 void BusyIndicator::offer() {
     const bool serves = LongWork::instance().cancellable() && !LongWork::instance().cancelled();
-    if (cancel_) {
-        cancel_->setVisible(showing_);
-        cancel_->setEnabled(serves);
+    if (QAbstractButton* cancel = cancel_.data()) {
+        cancel->setVisible(showing_);
+        cancel->setEnabled(serves);
     }
-    if (bar_)
-        bar_->button()->setEnabled(serves);
+    if (const WorkBar* bar = bar_.data())
+        bar->button()->setEnabled(serves);
 }
 
 void BusyIndicator::rememberCommand(QObject* used) {

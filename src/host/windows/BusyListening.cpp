@@ -23,8 +23,8 @@ void BusyIndicator::listen() {
     if (still_)
         still_->setUpdatesEnabled(false);
     QCoreApplication::processEvents(QEventLoop::X11ExcludeTimers | QEventLoop::ExcludeSocketNotifiers);
-    if (still_)
-        still_->setUpdatesEnabled(true);
+    if (QWidget* still = still_.data())
+        still->setUpdatesEnabled(true);
     listening_ = false;
 }
 
@@ -39,7 +39,8 @@ bool BusyIndicator::press(const QPoint& at, bool down) {
         return button != nullptr && button->isVisible() && button->isEnabled() &&
                button->rect().contains(button->mapFromGlobal(at));
     };
-    auto* const front = bar_ ? bar_->button() : nullptr;
+    const WorkBar* bar = bar_.data();
+    auto* const front = bar != nullptr ? bar->button() : nullptr;
     auto* const button = under(front) ? front : (under(cancel_) ? cancel_.data() : nullptr);
     if (down) {
         pressed_ = button;
@@ -50,8 +51,8 @@ bool BusyIndicator::press(const QPoint& at, bool down) {
         return button != nullptr;
     }
     const bool clicked = button != nullptr && button == pressed_;
-    if (pressed_)
-        pressed_->setDown(false);
+    if (QAbstractButton* pressed = pressed_.data())
+        pressed->setDown(false);
     pressed_.clear();
     if (clicked)
         giveUp();

@@ -1,15 +1,52 @@
 #include "host/windows/Prompts.h"
 
+#include "contract/Host.h"
 #include "host/windows/DialogButtons.h"
+#include "platform/qt/fields/DataEntryHooks.h"
+#include "platform/qt/forms/Session.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <optional>
+
 namespace host {
 
+namespace {
+
+namespace message = contract::message;
+
+constexpr int questionIcon = 32;
+
+/// Where a script drives the program nobody closes a box: it answers as the data-entry windows' boxes do. Nothing while
+/// a person is there.
+std::optional<int> answerOfScript(const QString& title, const QString& text, int style) {
+    const auto& show = platform::qt::DataEntryHooks::instance().showMessage;
+    if (!platform::qt::Session::instance().unattended() || !show)
+        return std::nullopt;
+    return show(title, text, style);
+}
+
+int styleOf(QMessageBox::Icon icon) {
+    switch (icon) {
+    case QMessageBox::Critical:
+        return message::critical;
+    case QMessageBox::Warning:
+        return message::exclamation;
+    case QMessageBox::Question:
+        return questionIcon;
+    default:
+        return message::information;
+    }
+}
+
+} // namespace
+
 void tell(QMessageBox::Icon icon, const QString& title, const QString& text, QWidget* parent) {
+    if (answerOfScript(title, text, styleOf(icon)))
+        return;
     QMessageBox box(parent);
     box.setIcon(icon);
     box.setWindowTitle(title);
@@ -20,6 +57,8 @@ void tell(QMessageBox::Icon icon, const QString& title, const QString& text, QWi
 }
 
 bool ask(const QString& title, const QString& question, QWidget* parent) {
+    if (const auto answer = answerOfScript(title, question, message::yesNo | styleOf(QMessageBox::Question)))
+        return *answer == message::answerYes;
     QMessageBox box(parent);
     box.setIcon(QMessageBox::Question);
     box.setWindowTitle(title);
