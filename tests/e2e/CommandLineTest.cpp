@@ -165,7 +165,7 @@ TEST_F(CommandLine, TracesIntoAFile) {
         program.focus(destTree, 25);
         program.must(R"({"do":"answer","values":[6]})");
         program.click(QStringLiteral("CMD_SPOSTASTRU"));
-        traced = program.trace();
+        traced = program.wholeTrace();
     }
     QFile written(file);
     ASSERT_TRUE(written.open(QIODevice::ReadOnly));

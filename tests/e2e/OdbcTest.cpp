@@ -8,6 +8,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonDocument>
 
 #include <gtest/gtest.h>
 
@@ -57,12 +58,32 @@ TEST_F(Odbc, MovesANodeInAFileMadeByTheEmbeddedDatabase) {
     EXPECT_TRUE(outcome.out.contains("CONVERT(DateTime,'"));
 }
 
+/// The lines of a script's answer, the statements of the registry left out: they bear the time of day.
+std::string withoutRegistry(const QByteArray& answers) {
+    std::string kept;
+    for (const QByteArray& line : answers.split('\n')) {
+        QJsonObject reply = QJsonDocument::fromJson(line).object();
+        const QString statements = QStringLiteral("statements");
+        if (reply.contains(statements)) {
+            QJsonArray others;
+            const QJsonArray sent = reply.value(statements).toArray();
+            for (const auto& statement : sent)
+                if (!isOfRegistry(text(statement)))
+                    others.append(statement);
+            reply.insert(statements, others);
+        }
+        kept += json(reply) + '\n';
+    }
+    return kept;
+}
+
 TEST_F(Odbc, SendsTheSameStatementsAsTheEmbeddedDatabase) {
     place_.makeForest();
     ASSERT_TRUE(QFile::copy(place_.database(), place_.path("copia.sqlite")));
     const auto one = place_.run({"--database", place_.path("copia.sqlite"), "--script", script(move)});
     const auto other = place_.run(over({"--script", script(move)}));
-    EXPECT_EQ(one.out.toStdString(), other.out.toStdString());
+    EXPECT_TRUE(one.out.contains("BeginTrans"));
+    EXPECT_EQ(withoutRegistry(one.out), withoutRegistry(other.out));
 }
 
 TEST_F(Odbc, TheEnvironmentNamesTheDatabase) {

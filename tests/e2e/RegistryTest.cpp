@@ -123,31 +123,31 @@ TEST_P(Registry, TellsTheLinksThatAMoveWithValidityClosedAndOpened) {
 }
 
 TEST_P(Registry, ListsWhatACheckLeavesBehindButDoesNotCountIt) {
-    // In the destination account 110 hangs under account 111 already, so that the other way round is refused.
-    Database(place_).run("UPDATE QZ02_DISTINTA SET QZ02_CLIFOR_CG44 = 111 WHERE QZ02_ID = 24;"
-                         "INSERT INTO QZ02_DISTINTA (QZ02_ID,QZ02_ID_QZ01,QZ02_IDPARENT_QZ02,QZ02_DITTA_CG18,"
+    // A child of node 2 with its own account would close a ring; the one after it goes.
+    Database(place_).run("INSERT INTO QZ02_DISTINTA (QZ02_ID,QZ02_ID_QZ01,QZ02_IDPARENT_QZ02,QZ02_DITTA_CG18,"
                          "QZ02_TIPOCF_CG44,QZ02_CLIFOR_CG44,QZ02_DATAINIZIOVAL,QZ02_DATAFINEVAL) VALUES "
-                         "(92,2,24,1,0,110,'2020-01-01','2020-12-31')");
+                         "(98,1,2,1,0,110,'2020-01-01','2099-12-31'),(99,1,2,1,0,130,'2010-01-01','2011-12-31')");
     Dialogue program(place_, {}, false);
     program.open(withBlocks(GetParam()));
     program.select(destList, QStringLiteral("C2"));
     program.focus(origTree, 2);
     program.focus(destTree, 21);
     program.must(R"({"do":"answer","values":[6]})");
-    program.click(QStringLiteral("CMD_SPOSTASTRU"));
+    const auto reply = program.click(QStringLiteral("CMD_SPOSTASTRU"));
     const auto all = operations(program);
-    ASSERT_EQ(1, all.size());
-    EXPECT_EQ(1, member(all[0], "rows").toInt());
+    ASSERT_EQ(1, all.size()) << json(reply);
+    EXPECT_EQ(3, member(all[0], "rows").toInt());
     const auto rows = rowsOf(program, 1);
-    ASSERT_EQ(2, rows.size());
+    ASSERT_EQ(4, rows.size());
     EXPECT_EQ("moves", text(member(rows[0], "outcome")));
-    EXPECT_EQ(QJsonValue(values({{"row", 2},
-                                 {"id", 3},
-                                 {"account", 111},
+    EXPECT_EQ("moves", text(member(rows[1], "outcome")));
+    EXPECT_EQ(QJsonValue(values({{"row", 3},
+                                 {"id", 98},
+                                 {"account", 110},
                                  {"outcome", "stays"},
                                  {"before", QJsonObject()},
                                  {"after", QJsonObject()}})),
-              rows[1]);
+              rows[2]);
 }
 
 INSTANTIATE_TEST_SUITE_P(Ways, Registry, ::testing::Values(-1, 0),

@@ -110,17 +110,10 @@ TEST_F(DatabaseChoice, ARecentOneIsWorkedOnAtOnce) {
 TEST_F(DatabaseChoice, ARecentOneThatIsGoneLeavesThePresentOne) {
     ASSERT_EQ(QString(), session->openForm());
     remembered.noteOpened(host::embeddedDatabase(folder.file("manca.sqlite")));
-    QString shown;
-    QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, [&] {
-        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-            shown = box->text();
-            box->buttons().front()->click();
-        }
-    });
-    timer.start(2);
     recent()[0]->trigger();
-    EXPECT_TRUE(shown.contains(QStringLiteral("il file non esiste"))) << shown.toStdString();
+    const auto shown = session->dialogs().takeShown();
+    ASSERT_EQ(1U, shown.size());
+    EXPECT_TRUE(shown[0].text.contains(QStringLiteral("il file non esiste"))) << shown[0].text.toStdString();
     EXPECT_EQ(QStringLiteral("prova.sqlite"), session->databaseName());
     EXPECT_TRUE(session->formOpen());
 }

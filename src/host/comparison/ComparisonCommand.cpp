@@ -58,7 +58,7 @@ std::shared_ptr<const contract::ComparisonReport> showComparison(HostSession& se
 }
 
 void addComparisonCommands(QMenu& menu, const ToolContext& context) {
-    auto* compare = menu.addAction(QStringLiteral("&Confronta le due distinte…"));
+    auto* compare = menu.addAction(QStringLiteral("Con&fronta le due distinte…"));
     compare->setObjectName(QStringLiteral("mnuConfronta"));
     QObject::connect(compare, &QAction::triggered, context.window, [context] {
         auto* session = context.session();

@@ -77,7 +77,7 @@ void printDistinta(const ToolContext& context) {
 
 void addExportCommands(QMenu& menu, const ToolContext& context) {
     menu.addSeparator();
-    auto* write = menu.addAction(QStringLiteral("&Esporta la distinta…"));
+    auto* write = menu.addAction(QStringLiteral("Esp&orta la distinta…"));
     write->setObjectName(QStringLiteral("mnuEsporta"));
     QObject::connect(write, &QAction::triggered, context.window, [context] { exportDistinta(context); });
     auto* print = menu.addAction(QStringLiteral("S&tampa la distinta…"));

@@ -176,6 +176,10 @@ void ListWindow::setCurrentRow(std::size_t row) {
 QPushButton* ListWindow::addButton(const QString& name, const QString& caption, bool primary) {
     auto* button = dialogButton(caption, this, primary);
     button->setAutoDefault(false);
+    // All of its caption, whatever the type's size.
+    constexpr int around = 36;
+    const QString shown = QString(caption).remove(QLatin1Char('&'));
+    button->setMinimumWidth(std::max(button->minimumWidth(), button->fontMetrics().horizontalAdvance(shown) + around));
     // Before the stretch that keeps the others at the right.
     buttons_->insertWidget(ownButtons_++, button);
     addControl(name, std::make_unique<ButtonControl>(button));

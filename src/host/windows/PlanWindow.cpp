@@ -39,6 +39,7 @@ void PlanWindow::orderTabs(const QList<QWidget*>& above) {
     all.append(control(QStringLiteral("CMD_CHIUDI"))->widget());
     for (qsizetype i = 1; i < all.size(); ++i)
         setTabOrder(all[i - 1], all[i]);
+    view().setFocus();
 }
 
 void PlanWindow::refresh() {

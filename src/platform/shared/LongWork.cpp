@@ -42,8 +42,10 @@ void LongWork::kept() noexcept {
 bool LongWork::stops(bool withinStatement) {
     if (aside_ > 0)
         return false;
-    if (!withinStatement && cancelAt_ && statements_ >= *cancelAt_)
+    if (!withinStatement && cancelAt_ && statements_ >= *cancelAt_ && cancellable()) {
+        cancelAt_.reset();
         cancel();
+    }
     const auto now = Clock::now();
     if (working && now - asked_ >= interval) {
         asked_ = now;
