@@ -59,7 +59,8 @@ struct MoveRow {
 /// What a move would do, or did.
 struct MovePlan {
     std::vector<MoveRow> rows; ///< in the order of the walk
-    /// What the user would be told, without the end of the last line, where nothing would be written; else empty.
+    /// What the user would be told, to the letter, where nothing would be written; else empty. Of a list a line a
+    /// refused line, the last one without its end.
     std::string refused;
     std::map<std::int64_t, std::string> types; ///< codes of the distinte named in the rows
 

@@ -109,7 +109,7 @@ TEST_F(Preview, IsRefusedAsTheMoveWouldBe) {
     aim(program, 2, 3, "C1");
     auto reply = program.must(R"({"do":"preview","validity":false})");
     const char* const inside = "Cliente 110: legame presente in un nodo padre nella struttura.";
-    EXPECT_EQ(inside, text(reply.value(QStringLiteral("refused"))));
+    EXPECT_EQ(inside + std::string("\n"), text(reply.value(QStringLiteral("refused"))));
     auto rows = reply.value(QStringLiteral("rows")).toArray();
     ASSERT_EQ(1, rows.size());
     EXPECT_EQ("refused", text(rows[0].toObject().value(QStringLiteral("outcome"))));
@@ -146,7 +146,7 @@ TEST_F(Preview, SeesWhatAnotherUserHasChanged) {
     aim(program, 2, 21);
     Database(place_).run("UPDATE QZ02_DISTINTA SET QZ02_IDPARENT_QZ02 = 5 WHERE QZ02_ID = 2");
     const auto reply = program.must(R"({"do":"preview","validity":false})");
-    EXPECT_EQ("Il nodo 110 è stato modificato da un altro utente: premere F5 per aggiornare. Spostamento annullato.",
+    EXPECT_EQ("Il nodo 110 è stato modificato da un altro utente: premere F5 per aggiornare. Spostamento annullato.\n",
               text(reply.value(QStringLiteral("refused"))));
 }
 

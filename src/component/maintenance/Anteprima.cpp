@@ -158,7 +158,7 @@ void aggiungiAnteprima(contract::MovePlan& anteprima, const Piano& piano, const 
     anteprima.types.try_emplace(richiesta.a.numero());
     leggiCodici(anteprima.types, database);
     if (piano.rifiutato())
-        aggiungiRifiuto(anteprima, senzaFineRiga(piano.messaggio), riga);
+        aggiungiRifiuto(anteprima, riga ? senzaFineRiga(piano.messaggio) : std::string_view(piano.messaggio), riga);
 }
 
 void aggiungiRifiuto(contract::MovePlan& anteprima, std::string_view motivo, std::optional<std::int64_t> riga) {

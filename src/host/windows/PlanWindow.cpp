@@ -83,7 +83,7 @@ void PlanWindow::showPlan(std::unique_ptr<contract::MovePlan> plan, const QStrin
 
 QString PlanWindow::refusalText() const {
     constexpr qsizetype told = 5;
-    QStringList lines = toQt(plan_->refused).split(QLatin1Char('\n'));
+    QStringList lines = toQt(plan_->refused).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     const auto left = lines.size() - told;
     if (left > 0) {
         lines.resize(told);
