@@ -33,6 +33,7 @@ installed_files=(
     usr/share/doc/distinte/README.md
     usr/share/doc/distinte/changelog.gz
     usr/share/doc/distinte/copyright
+    usr/share/doc/distinte/docs/automation.md
     usr/share/doc/distinte/docs/host-contract.md
     usr/share/distinte/manuale/manuale.md
     usr/share/doc/distinte/docs/immagini
