@@ -58,15 +58,13 @@ public:
     Audit() = default;
     Audit(const Audit&) = delete;
     Audit& operator=(const Audit&) = delete;
+    virtual ~Audit() = default;
 
     /// In the order in which findings stand.
     virtual std::span<const AuditRule> auditRules() const = 0;
     /// Reads over an open connection and writes nothing. Throws RuntimeError for what the database refuses, and
     /// Cancelled.
     virtual std::unique_ptr<AuditReport> audit(Connection& connection, std::int64_t company, Progress& progress) = 0;
-
-protected:
-    virtual ~Audit() = default;
 };
 
 } // namespace contract

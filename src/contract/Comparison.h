@@ -74,6 +74,7 @@ public:
     Comparison() = default;
     Comparison(const Comparison&) = delete;
     Comparison& operator=(const Comparison&) = delete;
+    virtual ~Comparison() = default;
 
     // All of these read over an open connection and write nothing. They throw RuntimeError for what the database
     // refuses and for a distinta that the company does not have (number 5), and Cancelled.
@@ -86,9 +87,6 @@ public:
     /// Every link that a distinta had on a day.
     virtual std::unique_ptr<ComparisonReport> treeOn(Connection& connection, std::int64_t company, std::int64_t type,
                                                      Date day, Progress& progress) = 0;
-
-protected:
-    virtual ~Comparison() = default;
 };
 
 } // namespace contract

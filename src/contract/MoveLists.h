@@ -38,6 +38,7 @@ public:
     MoveLists() = default;
     MoveLists(const MoveLists&) = delete;
     MoveLists& operator=(const MoveLists&) = delete;
+    virtual ~MoveLists() = default;
 
     /// What the list would do, as of now; nothing is written and no transaction begun. Database errors come through.
     virtual MovePlan planList(const std::vector<MoveLine>& lines, Unnamed unnamed) = 0;
@@ -49,9 +50,6 @@ public:
     /// node of the destination's.
     virtual MovePlan planSelected(const MoveManner& manner) = 0;
     virtual MovePlan moveSelected(const MoveManner& manner) = 0;
-
-protected:
-    virtual ~MoveLists() = default;
 };
 
 } // namespace contract

@@ -80,6 +80,7 @@ public:
     MovePreview() = default;
     MovePreview(const MovePreview&) = delete;
     MovePreview& operator=(const MovePreview&) = delete;
+    virtual ~MovePreview() = default;
 
     /// The last day of the closed links that the form would take by itself.
     virtual Date proposedEnd() const = 0;
@@ -91,9 +92,6 @@ public:
     /// Puts the focus on a node in the origin's tree, or where it is not there in the destination's. False when neither
     /// shows it.
     virtual bool show(std::int64_t node) = 0;
-
-protected:
-    virtual ~MovePreview() = default;
 };
 
 } // namespace contract

@@ -89,6 +89,7 @@ public:
     MoveRegistry() = default;
     MoveRegistry(const MoveRegistry&) = delete;
     MoveRegistry& operator=(const MoveRegistry&) = delete;
+    virtual ~MoveRegistry() = default;
 
     /// Whether moves and edits are written into the registry; false at first. Only where the database has its tables.
     /// Holds from the next move on, also for a form that is shown later.
@@ -108,9 +109,6 @@ public:
 
     /// What a person knows a column of QZ02_DISTINTA by ("padre"); its own name for an unknown one.
     virtual std::string ColumnCaption(std::string_view column) const = 0;
-
-protected:
-    virtual ~MoveRegistry() = default;
 };
 
 } // namespace contract

@@ -157,7 +157,7 @@ contract::MovePlan esegui(StatoForm& stato, const Insieme& insieme) {
     spostamenti = eseguiElenco(stato.database(), comune, tutte, [&](const Richiesta& richiesta, Piano& piano) {
         muovi(stato, richiesta, piano, registro.get());
     });
-    const auto fatto = anteprimaElenco(spostamenti, stato.database());
+    auto fatto = anteprimaElenco(spostamenti, stato.database());
     if (rifiutato(spostamenti)) {
         transazione.rollback();
         return fatto;

@@ -51,13 +51,9 @@ void accoppia(std::span<Voce> sinistra, std::span<Voce> destra, Chiave chiave, C
     std::size_t s = 0;
     std::size_t d = 0;
     while (s < sinistra.size() && d < destra.size()) {
-        if (sinistra[s].accoppiata)
+        if (sinistra[s].accoppiata || (!destra[d].accoppiata && chiave(sinistra[s]) < chiave(destra[d])))
             ++s;
-        else if (destra[d].accoppiata)
-            ++d;
-        else if (chiave(sinistra[s]) < chiave(destra[d]))
-            ++s;
-        else if (chiave(destra[d]) < chiave(sinistra[s]))
+        else if (destra[d].accoppiata || chiave(destra[d]) < chiave(sinistra[s]))
             ++d;
         else {
             sinistra[s].accoppiata = destra[d].accoppiata = true;
