@@ -156,9 +156,8 @@ TEST_F(ParametriFormTest, WritesDatesKindAndStateToTheirColumns) {
     const auto scritte = programma.db->statements("UPDATE QZ03_PARAMETRI SET ");
     ASSERT_EQ(scritte.size(), 1U);
     const auto valori = scritte[0].substr(0, scritte[0].find(" WHERE "));
-    for (const auto* parte :
-         {"QZ03_TIPOCARICODATA = 1", "QZ03_DATAINIZIOVAL = CONVERT(DateTime,'02/02/2010',103)",
-          "QZ03_DATAFINEVAL = CONVERT(DateTime,'04/04/2011',103)", "QZ03_ID_WF02 = 9"})
+    for (const auto* parte : {"QZ03_TIPOCARICODATA = 1", "QZ03_DATAINIZIOVAL = CONVERT(DateTime,'02/02/2010',103)",
+                              "QZ03_DATAFINEVAL = CONVERT(DateTime,'04/04/2011',103)", "QZ03_ID_WF02 = 9"})
         EXPECT_NE(valori.find(parte), std::string::npos) << valori;
     // The key of a row that is there stays as it is.
     EXPECT_EQ(valori.find("QZ03_DITTA_CG18"), std::string::npos) << valori;

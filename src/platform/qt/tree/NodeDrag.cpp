@@ -208,7 +208,7 @@ void NodeDrag::tellTarget() {
         const QWidget* window = from_.window();
         const QPoint place = window->mapFromGlobal(global_) + labelOffset;
         label->move(std::clamp(place.x(), 0, std::max(0, window->width() - label->width())),
-                     std::clamp(place.y(), 0, std::max(0, window->height() - label->height())));
+                    std::clamp(place.y(), 0, std::max(0, window->height() - label->height())));
         label->raise();
     }
     say(text);
